@@ -1,0 +1,31 @@
+# What every target is compiled with: warnings, sanitizers, hardening, coverage.
+
+add_library(tarvel_options INTERFACE)
+target_compile_options(tarvel_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2 -Wnull-dereference
+    -Wno-missing-field-initializers)
+if(WARNINGS_AS_ERRORS)
+    target_compile_options(tarvel_options INTERFACE -Werror)
+endif()
+
+if(SANITIZE)
+    target_compile_options(tarvel_options INTERFACE
+        -fsanitize=${SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tarvel_options INTERFACE -fsanitize=${SANITIZE})
+endif()
+
+if(HARDENING)
+    target_compile_options(tarvel_options INTERFACE
+        -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS
+        -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+    target_link_options(tarvel_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    include(CheckPIESupported)
+    check_pie_supported(LANGUAGES CXX)
+endif()
+
+if(COVERAGE)
+    target_compile_options(tarvel_options INTERFACE --coverage)
+    target_link_options(tarvel_options INTERFACE --coverage)
+endif()

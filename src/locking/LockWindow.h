@@ -1,0 +1,48 @@
+// The password window of one lock, as the central service uses it. Made anew for every lock. Main
+// thread only.
+#pragma once
+
+#include "platform/Icon.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace locking {
+
+class LockWindow
+{
+public:
+    LockWindow() = default;
+    LockWindow(const LockWindow&) = delete;
+    LockWindow& operator=(const LockWindow&) = delete;
+    LockWindow(LockWindow&&) = delete;
+    LockWindow& operator=(LockWindow&&) = delete;
+    virtual ~LockWindow() = default;
+
+    /// Called with the text exactly as typed.
+    std::function<void(const std::string& typed)> passwordEntered;
+
+    /// Called when the Option key goes down.
+    std::function<void()> specialKeyPressed;
+
+    /// Takes over the session's presentation options, then shows the lock on the main screen.
+    virtual void
+    showServiceWindow(const std::string& message, const platform::IconHandle& appIcon) = 0;
+
+    /// Brings the lock to the front again, later on the main queue.
+    virtual void focus() = 0;
+
+    /// Shows the text and bounces the central view, later on the main queue.
+    virtual void displayErrorMessage(const std::string& message) = 0;
+
+    /// Stops observing the workspace and the keyboard.
+    virtual void teardown() = 0;
+
+    /// Closes the window, then the controller.
+    virtual void close() = 0;
+};
+
+using LockWindowFactory = std::function<std::unique_ptr<LockWindow>()>;
+
+} // namespace locking

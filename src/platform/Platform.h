@@ -1,0 +1,48 @@
+// Everything that the logic needs from an operating system, in one place. `main` installs it before
+// anything else runs; tests install a fake.
+#pragma once
+
+namespace platform {
+
+class Application;
+class Bundles;
+class DispatchQueues;
+class DistributedNotifications;
+class EventMonitors;
+class FileManager;
+class KeychainItems;
+class Log;
+class LoginItems;
+class ProcessInfo;
+class Screens;
+class Timers;
+class UserDefaults;
+class Windows;
+class Workspace;
+
+struct Platform
+{
+    Application& application;
+    Bundles& bundles;
+    DispatchQueues& dispatchQueues;
+    DistributedNotifications& distributedNotifications;
+    EventMonitors& eventMonitors;
+    FileManager& fileManager;
+    KeychainItems& keychainItems;
+    Log& log;
+    LoginItems& loginItems;
+    ProcessInfo& processInfo;
+    Screens& screens;
+    Timers& timers;
+    UserDefaults& userDefaults;
+    Windows& windows;
+    Workspace& workspace;
+};
+
+/// Makes `platform` the one that `current` gives. It must outlive its use; nullptr takes it away.
+void install(const Platform* platform);
+
+/// The installed platform. Fatal when there is none.
+const Platform& current();
+
+} // namespace platform

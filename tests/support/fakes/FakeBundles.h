@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Bundles.h"
+
+#include <map>
+
+namespace fakes {
+
+/// Bundles that are set beforehand; any other path cannot be opened.
+class FakeBundles final : public platform::Bundles
+{
+public:
+    platform::Bundle mainBundle() override { return main; }
+
+    std::optional<platform::Bundle> open(const std::string& path) override
+    {
+        const auto found = bundles.find(path);
+        return found == bundles.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    platform::Bundle main{
+        "/opt/Tarvel.app",
+        std::string("Tarvel"),
+        std::string("Tarvel"),
+        std::string("com.quorvent.Tarvel")};
+    std::map<std::string, platform::Bundle> bundles;
+};
+
+} // namespace fakes

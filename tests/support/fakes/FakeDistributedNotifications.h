@@ -1,0 +1,36 @@
+#pragma once
+
+#include "fakes/Calls.h"
+#include "platform/DistributedNotifications.h"
+
+#include <map>
+#include <utility>
+
+namespace fakes {
+
+class FakeDistributedNotifications final : public platform::DistributedNotifications
+{
+public:
+    explicit FakeDistributedNotifications(Calls& calls) : calls(calls) {}
+
+    void post(const std::string& name, const std::string& object) override
+    {
+        calls.push_back("distributedNotifications post " + name + " " + object);
+        const auto found = handlers.find(name);
+        if (found != handlers.end()) {
+            const Handler handler = found->second;
+            handler(name, object);
+        }
+    }
+
+    void observe(const std::string& name, Handler handler) override
+    {
+        handlers[name] = std::move(handler);
+    }
+
+private:
+    Calls& calls;
+    std::map<std::string, Handler> handlers;
+};
+
+} // namespace fakes

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "fakes/Calls.h"
+#include "platform/EventMonitors.h"
+
+#include <map>
+#include <utility>
+
+namespace fakes {
+
+/// Events are sent by hand, to the local monitors or to the global ones.
+class FakeEventMonitors final : public platform::EventMonitors
+{
+public:
+    explicit FakeEventMonitors(Calls& calls) : calls(calls) {}
+
+    platform::EventMonitorHandle
+    addLocalMonitor(std::uint64_t mask, platform::EventHandler handler) override
+    {
+        calls.push_back("eventMonitors addLocalMonitor");
+        local[++latest] = {mask, std::move(handler)};
+        return latest;
+    }
+
+    platform::EventMonitorHandle
+    addGlobalMonitor(std::uint64_t mask, platform::EventHandler handler) override
+    {
+        calls.push_back("eventMonitors addGlobalMonitor");
+        global[++latest] = {mask, std::move(handler)};
+        return latest;
+    }
+
+    void removeMonitor(platform::EventMonitorHandle handle) override
+    {
+        calls.push_back("eventMonitors removeMonitor");
+        local.erase(handle);
+        global.erase(handle);
+    }
+
+    void sendLocalFlagsChanged(std::uint64_t modifierFlags) { send(local, modifierFlags); }
+
+    void sendGlobalFlagsChanged(std::uint64_t modifierFlags) { send(global, modifierFlags); }
+
+    struct Monitor
+    {
+        std::uint64_t mask = 0;
+        platform::EventHandler handler;
+    };
+
+    std::map<platform::EventMonitorHandle, Monitor> local;
+    std::map<platform::EventMonitorHandle, Monitor> global;
+
+private:
+    static void send(
+        const std::map<platform::EventMonitorHandle, Monitor>& monitors, std::uint64_t modifierFlags
+    )
+    {
+        const auto copy = monitors;
+        for (const auto& [handle, monitor] : copy) {
+            if ((monitor.mask & platform::EVENT_MASK_FLAGS_CHANGED) != 0U) {
+                monitor.handler({modifierFlags});
+            }
+        }
+    }
+
+    Calls& calls;
+    platform::EventMonitorHandle latest = 0;
+};
+
+} // namespace fakes
