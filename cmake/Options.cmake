@@ -2,7 +2,7 @@
 
 add_library(tarvel_options INTERFACE)
 target_compile_options(tarvel_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wall -Wextra -Wpedantic $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local> -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2 -Wnull-dereference
     -Wno-missing-field-initializers)
 if(WARNINGS_AS_ERRORS)

@@ -2,6 +2,7 @@
 
 #include "app/Constants.h"
 #include "platform/DistributedNotifications.h"
+#include "platform/Fatal.h"
 #include "platform/Platform.h"
 #include "platform/ProcessInfo.h"
 #include "storage/KeyConstants.h"
@@ -15,6 +16,7 @@ void SafeQuitService::quitApplication()
         storage::KeyConstants::TERMINATE_HELPER_KEY, Constants::BUNDLE_ID()
     );
     platform.processInfo.exit(0);
+    platform::fatal("the end of the process returned");
 }
 
 } // namespace app
