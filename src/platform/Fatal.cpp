@@ -1,14 +1,13 @@
 #include "platform/Fatal.h"
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 namespace platform {
 
 void fatal(std::string_view message)
 {
-    std::fprintf(stderr, "fatal: %.*s\n", static_cast<int>(message.size()), message.data());
-    std::fflush(stderr);
+    std::cerr << "fatal: " << message << std::endl;
     std::abort();
 }
 

@@ -43,9 +43,23 @@ const icu::Collator* rootCollator()
         std::unique_ptr<icu::Collator> made(
             icu::Collator::createInstance(icu::Locale::getRoot(), status)
         );
-        return U_SUCCESS(status) != 0 ? std::move(made) : nullptr;
+        if (U_FAILURE(status) != 0) {
+            made.reset();
+        }
+        return made;
     }();
     return collator.get();
+}
+
+int collationOrder(std::string_view left, std::string_view right)
+{
+    const icu::Collator* collator = rootCollator();
+    if (collator == nullptr) {
+        return 0;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const int order = collator->compare(decoded(left), decoded(right), status);
+    return U_SUCCESS(status) != 0 ? order : 0;
 }
 
 bool isTrimmable(UChar32 character)
@@ -102,17 +116,9 @@ std::string lowercase(std::string_view text)
 
 int compare(std::string_view left, std::string_view right)
 {
-    if (!isAscii(left) || !isAscii(right)) {
-        const icu::Collator* collator = rootCollator();
-        if (collator != nullptr) {
-            UErrorCode status = U_ZERO_ERROR;
-            const int order = collator->compare(decoded(left), decoded(right), status);
-            if (U_SUCCESS(status) != 0 && order != 0) {
-                return order;
-            }
-        }
-    }
-    return sign(left.compare(right));
+    const bool bothAscii = isAscii(left) && isAscii(right);
+    const int order = bothAscii ? 0 : collationOrder(left, right);
+    return order != 0 ? order : sign(left.compare(right));
 }
 
 std::string trimmed(std::string_view text)

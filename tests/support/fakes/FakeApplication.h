@@ -3,7 +3,7 @@
 #include "fakes/Calls.h"
 #include "platform/Application.h"
 
-#include <cstdio>
+#include <sstream>
 
 namespace fakes {
 
@@ -15,9 +15,9 @@ public:
     void setPresentationOptions(unsigned options) override
     {
         presentationOptions = options;
-        char text[32];
-        std::snprintf(text, sizeof text, "0x%X", options);
-        calls.push_back(std::string("application setPresentationOptions ") + text);
+        std::ostringstream text;
+        text << "application setPresentationOptions 0x" << std::hex << std::uppercase << options;
+        calls.push_back(text.str());
     }
 
     void activate(bool ignoringOtherApps) override

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace fakes {
 
@@ -37,9 +38,9 @@ public:
         global.erase(handle);
     }
 
-    void sendLocalFlagsChanged(std::uint64_t modifierFlags) { send(local, modifierFlags); }
+    void sendLocalFlagsChanged(std::uint64_t modifierFlags) const { send(local, modifierFlags); }
 
-    void sendGlobalFlagsChanged(std::uint64_t modifierFlags) { send(global, modifierFlags); }
+    void sendGlobalFlagsChanged(std::uint64_t modifierFlags) const { send(global, modifierFlags); }
 
     struct Monitor
     {
@@ -55,11 +56,14 @@ private:
         const std::map<platform::EventMonitorHandle, Monitor>& monitors, std::uint64_t modifierFlags
     )
     {
-        const auto copy = monitors;
-        for (const auto& [handle, monitor] : copy) {
+        std::vector<platform::EventHandler> handlers; // a handler may remove its monitor
+        for (const auto& [handle, monitor] : monitors) {
             if ((monitor.mask & platform::EVENT_MASK_FLAGS_CHANGED) != 0U) {
-                monitor.handler({modifierFlags});
+                handlers.push_back(monitor.handler);
             }
+        }
+        for (const platform::EventHandler& handler : handlers) {
+            handler({modifierFlags});
         }
     }
 

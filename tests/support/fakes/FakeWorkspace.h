@@ -71,7 +71,7 @@ public:
     {
         std::string call = "workspace launch " + path + " " + std::to_string(options);
         for (const auto& [name, value] : configuration) {
-            call += " " + name + "=" + value;
+            call.append(" ").append(name).append("=").append(value);
         }
         calls.push_back(std::move(call));
         return !failing;
