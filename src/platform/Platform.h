@@ -10,6 +10,7 @@ class DispatchQueues;
 class DistributedNotifications;
 class EventMonitors;
 class FileManager;
+class KeyboardStatus;
 class KeychainItems;
 class Log;
 class LoginItems;
@@ -28,6 +29,7 @@ struct Platform
     DistributedNotifications& distributedNotifications;
     EventMonitors& eventMonitors;
     FileManager& fileManager;
+    KeyboardStatus& keyboardStatus;
     KeychainItems& keychainItems;
     Log& log;
     LoginItems& loginItems;

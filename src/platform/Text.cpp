@@ -39,14 +39,10 @@ int sign(int value)
 const icu::Collator* rootCollator()
 {
     thread_local const std::unique_ptr<icu::Collator> collator = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        std::unique_ptr<icu::Collator> made(
+        UErrorCode status = U_ZERO_ERROR; // on failure ICU gives no object
+        return std::unique_ptr<icu::Collator>(
             icu::Collator::createInstance(icu::Locale::getRoot(), status)
         );
-        if (U_FAILURE(status) != 0) {
-            made.reset();
-        }
-        return made;
     }();
     return collator.get();
 }

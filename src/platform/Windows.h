@@ -1,9 +1,11 @@
-// Plain windows without content, as covers of whole screens. Main thread only.
+// Windows outside the reach of the window manager: plain ones without content, as covers of whole
+// screens, and the toolkit's own window of a lock. Main thread only.
 #pragma once
 
 #include "platform/Geometry.h"
 #include "platform/Port.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace platform {
@@ -44,6 +46,13 @@ class Windows : public Port
 public:
     /// A new window that is not on the screen yet. Never empty.
     virtual std::unique_ptr<PlainWindow> createWindow(const WindowAttributes& attributes) = 0;
+
+    /// Gives a window that the toolkit made, and has not shown yet, these attributes, and keeps it
+    /// above all others of its level from when it is made key until it is closed or destroyed; the
+    /// latest one made key receives the captured keyboard. Showing and hiding it stays the
+    /// toolkit's. Never empty.
+    virtual std::unique_ptr<PlainWindow>
+    adoptWindow(std::uintptr_t nativeWindow, const WindowAttributes& attributes) = 0;
 };
 
 } // namespace platform

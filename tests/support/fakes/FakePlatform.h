@@ -9,6 +9,7 @@
 #include "fakes/FakeDistributedNotifications.h"
 #include "fakes/FakeEventMonitors.h"
 #include "fakes/FakeFileManager.h"
+#include "fakes/FakeKeyboardStatus.h"
 #include "fakes/FakeKeychainItems.h"
 #include "fakes/FakeLog.h"
 #include "fakes/FakeLoginItems.h"
@@ -41,6 +42,7 @@ public:
     FakeDistributedNotifications distributedNotifications{calls};
     FakeEventMonitors eventMonitors{calls};
     FakeFileManager fileManager;
+    FakeKeyboardStatus keyboardStatus;
     FakeKeychainItems keychainItems{calls};
     FakeLog log;
     FakeLoginItems loginItems{calls};
@@ -59,6 +61,7 @@ private:
         .distributedNotifications = distributedNotifications,
         .eventMonitors = eventMonitors,
         .fileManager = fileManager,
+        .keyboardStatus = keyboardStatus,
         .keychainItems = keychainItems,
         .log = log,
         .loginItems = loginItems,

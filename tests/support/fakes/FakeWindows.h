@@ -28,6 +28,16 @@ public:
         return std::make_unique<FakeWindow>(*this, number);
     }
 
+    std::unique_ptr<platform::PlainWindow> adoptWindow(
+        std::uintptr_t /*nativeWindow*/, const platform::WindowAttributes& attributes
+    ) override
+    {
+        const int number = ++latest;
+        calls.push_back("windows adopt " + std::to_string(number));
+        windows[number] = {attributes, false};
+        return std::make_unique<FakeWindow>(*this, number);
+    }
+
     [[nodiscard]] int visibleCount() const
     {
         int count = 0;

@@ -1,0 +1,42 @@
+// What the workspace needs from a window system, whichever it is: who shows windows, who is in
+// front, and a way to bring somebody there. Main thread only; listeners are called on it. An unset
+// listener drops the event.
+#pragma once
+
+#include "platform/Port.h"
+
+#include <functional>
+#include <string>
+
+#include <sys/types.h>
+
+namespace workspace {
+
+/// A window that a user would call one of an application's windows: not a dock, desktop, splash,
+/// menu, tooltip or notification.
+struct WindowFacts
+{
+    pid_t processIdentifier = 0; // 0 where the window system cannot tell
+    std::string windowClass;     // class part of WM_CLASS, or the Wayland app id
+    std::string instanceName;    // instance part of WM_CLASS
+};
+
+class WindowSystem : public platform::Port
+{
+public:
+    /// A normal window appeared, or changed its class.
+    std::function<void(const WindowFacts& window)> onWindowShown;
+
+    /// Another process is in front; 0 when none is. This process counts while one of its lock
+    /// windows has the focus.
+    std::function<void(pid_t processIdentifier)> onActiveProcessChanged;
+
+    /// Starts to watch. Windows that are there already are reported first.
+    virtual void start() = 0;
+
+    /// Asks for the process's most recently used window to be raised and focused. False when it has
+    /// no window.
+    virtual bool bringForward(pid_t processIdentifier) = 0;
+};
+
+} // namespace workspace
