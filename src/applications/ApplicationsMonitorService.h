@@ -28,11 +28,12 @@ public:
     /// Takes all observers back; the owner calls it before it lets go of a started service.
     void stopService();
 
-    void applicationWillStart(const platform::WorkspaceNotification& notification);
-    void applicationDidStart(const platform::WorkspaceNotification& notification);
-    void applicationTerminated(const platform::WorkspaceNotification& notification);
-    void
-    observeValue(const std::string& keyPath, const std::optional<platform::KeyValueChange>& change);
+    void applicationWillStart(const platform::WorkspaceNotification& notification) const;
+    void applicationDidStart(const platform::WorkspaceNotification& notification) const;
+    void applicationTerminated(const platform::WorkspaceNotification& notification) const;
+    void observeValue(
+        const std::string& keyPath, const std::optional<platform::KeyValueChange>& change
+    ) const;
 
 private:
     SystemApplicationsService systemApplicationsService;

@@ -36,10 +36,11 @@ public:
     /// Shows the text and bounces the central view, later on the main queue.
     virtual void displayErrorMessage(const std::string& message) = 0;
 
-    /// Stops observing the workspace and the keyboard.
+    /// Stops observing the workspace and the keyboard. Again: nothing more.
     virtual void teardown() = 0;
 
-    /// Closes the window, then the controller.
+    /// Closes the window, then the controller; what was posted to show it is dropped, so that a
+    /// lifted lock never comes back. Again: nothing more.
     virtual void close() = 0;
 };
 

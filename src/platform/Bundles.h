@@ -1,5 +1,5 @@
 // Application bundles: a folder of this program's own layout, or an entry of the user's application
-// catalogue. Main thread, except `open`, which any thread may call.
+// catalogue. Any thread may call.
 #pragma once
 
 #include "platform/Port.h"

@@ -1,6 +1,8 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <memory>
 
 #include <unicode/brkiter.h>
@@ -15,11 +17,17 @@ namespace platform::text {
 
 namespace {
 
+/// ICU counts in 32 bits.
+constexpr std::size_t LONGEST = std::numeric_limits<std::int32_t>::max();
+
+icu::StringPiece piece(std::string_view text)
+{
+    return {text.data(), static_cast<std::int32_t>(std::min(text.size(), LONGEST))};
+}
+
 icu::UnicodeString decoded(std::string_view text)
 {
-    return icu::UnicodeString::fromUTF8(
-        icu::StringPiece(text.data(), static_cast<int32_t>(text.size()))
-    );
+    return icu::UnicodeString::fromUTF8(piece(text));
 }
 
 bool isAscii(std::string_view text)
@@ -34,27 +42,25 @@ int sign(int value)
     return (value > 0) - (value < 0);
 }
 
-/// Tertiary strength of the root locale. A collator is not safe for concurrent use in all its
-/// operations, so each thread has its own.
-const icu::Collator* rootCollator()
+/// Tertiary strength; empty on failure, since ICU gives no object then.
+std::unique_ptr<icu::Collator> makeRootCollator()
 {
-    thread_local const std::unique_ptr<icu::Collator> collator = [] {
-        UErrorCode status = U_ZERO_ERROR; // on failure ICU gives no object
-        return std::unique_ptr<icu::Collator>(
-            icu::Collator::createInstance(icu::Locale::getRoot(), status)
-        );
-    }();
-    return collator.get();
+    UErrorCode status = U_ZERO_ERROR;
+    return std::unique_ptr<icu::Collator>(
+        icu::Collator::createInstance(icu::Locale::getRoot(), status)
+    );
 }
+
+/// A collator is not safe for concurrent use in all its operations, so each thread has its own.
+thread_local const std::unique_ptr<icu::Collator> ROOT_COLLATOR = makeRootCollator();
 
 int collationOrder(std::string_view left, std::string_view right)
 {
-    const icu::Collator* collator = rootCollator();
-    if (collator == nullptr) {
+    if (ROOT_COLLATOR == nullptr) {
         return 0;
     }
     UErrorCode status = U_ZERO_ERROR;
-    const int order = collator->compare(decoded(left), decoded(right), status);
+    const int order = ROOT_COLLATOR->compareUTF8(piece(left), piece(right), status);
     return U_SUCCESS(status) != 0 ? order : 0;
 }
 
@@ -120,8 +126,8 @@ int compare(std::string_view left, std::string_view right)
 std::string trimmed(std::string_view text)
 {
     const icu::UnicodeString string = decoded(text);
-    int32_t begin = 0;
-    int32_t end = string.length();
+    std::int32_t begin = 0;
+    std::int32_t end = string.length();
     while (begin < end && isTrimmable(string.char32At(begin))) {
         begin = string.moveIndex32(begin, 1);
     }
@@ -135,9 +141,13 @@ std::string trimmed(std::string_view text)
 
 bool isValidUtf8(std::string_view bytes)
 {
+    if (bytes.size() > LONGEST) {
+        return false;
+    }
     UErrorCode status = U_ZERO_ERROR;
-    int32_t needed = 0;
-    u_strFromUTF8(nullptr, 0, &needed, bytes.data(), static_cast<int32_t>(bytes.size()), &status);
+    std::int32_t needed = 0;
+    const icu::StringPiece text = piece(bytes);
+    u_strFromUTF8(nullptr, 0, &needed, text.data(), text.length(), &status);
     return status != U_INVALID_CHAR_FOUND;
 }
 

@@ -1,6 +1,7 @@
 // What a user's string does by itself: counting, comparing, folding, ordering. Independent of the
 // user's locale, so that two machines agree. All strings are UTF-8; ill-formed bytes count as
-// U+FFFD and never make a call fail. Thread-safe.
+// U+FFFD and never make a call fail. A text of 2 GiB or more counts as ill-formed and only its
+// beginning is looked at. Thread-safe.
 #pragma once
 
 #include <cstddef>
@@ -19,9 +20,10 @@ bool canonicallyEqual(std::string_view left, std::string_view right);
 /// Full lower-case mapping of the root locale.
 std::string lowercase(std::string_view text);
 
-/// Negative, zero or positive as `left` sorts before, with or after `right`. Two pure ASCII strings
-/// compare byte by byte; all others by root collation, ties broken by their bytes. Zero only for
-/// identical bytes.
+/// Not transitive where pure ASCII strings meet others, so not an order for the algorithms of the
+/// standard library. Negative, zero or positive as `left` sorts before, with or after `right`. Two
+/// pure ASCII strings compare byte by byte; all others by root collation, ties broken by their
+/// bytes. Zero only for identical bytes.
 int compare(std::string_view left, std::string_view right);
 
 /// `text` without the Unicode white space and line breaks at both ends.

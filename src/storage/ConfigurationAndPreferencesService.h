@@ -61,7 +61,7 @@ public:
     static PasswordValidation
     validateNewPassword(const std::string& password, const std::string& confirmation);
 
-    std::unique_ptr<IKeyValueStorage> keyValueStorage;
+    const std::unique_ptr<IKeyValueStorage> keyValueStorage;
 
 private:
     void notify();
