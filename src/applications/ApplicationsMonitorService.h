@@ -17,6 +17,13 @@ namespace applications {
 class ApplicationsMonitorService
 {
 public:
+    ApplicationsMonitorService() = default;
+    ApplicationsMonitorService(const ApplicationsMonitorService&) = delete;
+    ApplicationsMonitorService& operator=(const ApplicationsMonitorService&) = delete;
+    ApplicationsMonitorService(ApplicationsMonitorService&&) = delete;
+    ApplicationsMonitorService& operator=(ApplicationsMonitorService&&) = delete;
+    ~ApplicationsMonitorService() = default;
+
     std::function<void(const ApplicationEntityPtr&)> onApplicationWillStart;
     std::function<void(const ApplicationEntityPtr&)> onApplicationDidStart;
     std::function<void(const ApplicationEntityPtr&)> onApplicationTerminated;
