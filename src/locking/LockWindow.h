@@ -1,5 +1,5 @@
-// The password window of one lock, as the central service uses it. Made anew for every lock. Main
-// thread only.
+// The password window of one lock, as the central service uses it. Made anew for every lock; the
+// next lock destroys it, torn down or not, and nothing calls it from then on. Main thread only.
 #pragma once
 
 #include "platform/Icon.h"

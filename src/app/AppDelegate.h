@@ -1,0 +1,55 @@
+// The root of the running program. At start it makes the interface and the locking service, and
+// keeps both for the life of the process; afterwards it refuses every ordinary request to quit.
+// Main thread only. A factory that gives nothing stops the process.
+#pragma once
+
+#include "app/InterfaceHub.h"
+#include "locking/ApplicationsLockerCentralService.h"
+
+#include <functional>
+#include <memory>
+
+namespace ui {
+class GreetingsWindowPresenter;
+}
+
+namespace app {
+
+/// Answers to a request to quit.
+enum class TerminateReply
+{
+    Cancel = 0,
+    Now = 1,
+};
+
+class AppDelegate
+{
+public:
+    using InterfaceHubFactory = std::function<std::unique_ptr<InterfaceHub>()>;
+    using CentralServiceFactory =
+        std::function<std::unique_ptr<locking::ApplicationsLockerCentralService>()>;
+
+    /// Makes nothing yet.
+    AppDelegate(InterfaceHubFactory makeHub, CentralServiceFactory makeCentralService);
+
+    /// Interface first, then the locking service. A start with an argument that begins with
+    /// "-psn_" stays silent, any other opens the popover.
+    void applicationDidFinishLaunching();
+
+    /// Always `Cancel`: only `SafeQuitService` ends the process.
+    [[nodiscard]] TerminateReply applicationShouldTerminate() const;
+
+    /// Always false.
+    [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const;
+
+    std::unique_ptr<locking::ApplicationsLockerCentralService> applicationsLockerCentralService;
+    /// Never set; the greeting belongs to the hub.
+    ui::GreetingsWindowPresenter* greetingsWindowPresenter = nullptr;
+    std::unique_ptr<InterfaceHub> presetersMainHub;
+
+private:
+    InterfaceHubFactory makeHub;
+    CentralServiceFactory makeCentralService;
+};
+
+} // namespace app
