@@ -1,0 +1,139 @@
+#include "desktop/Desktop.h"
+#include "desktop/KeyringItems.h"
+#include "desktop/Pixels.h"
+#include "desktop/Wait.h"
+
+#include <array>
+#include <string>
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto ACCOUNT = "com.quorvent.Tarvel (Password)";
+constexpr desktop::Rectangle WHOLE{0, 0, 2560, 720};
+
+/// Fills the window with one colour, above everything.
+xcb_window_t showFilledWindow(desktop::XConnection& connection, desktop::Rectangle place)
+{
+    const xcb_window_t window = xcb_generate_id(connection.get());
+    const std::array<std::uint32_t, 2> values = {desktop::LOCK_COLOUR, 1};
+    xcb_create_window(
+        connection.get(),
+        XCB_COPY_FROM_PARENT,
+        window,
+        connection.root(),
+        place.x,
+        place.y,
+        place.width,
+        place.height,
+        0,
+        XCB_WINDOW_CLASS_INPUT_OUTPUT,
+        XCB_COPY_FROM_PARENT,
+        XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT,
+        values.data()
+    );
+    xcb_map_window(connection.get(), window);
+    connection.sync();
+    return window;
+}
+
+desktop::Desktop::Parts serverOnly()
+{
+    return {.windowManager = false, .bus = false, .keyring = false};
+}
+
+} // namespace
+
+TEST(Desktop, TypedTextReachesARealTerminal)
+{
+    desktop::Desktop desk;
+    const auto written = desk.home() / "typed";
+    desktop::ChildProcess xterm =
+        desk.start({"xterm", "-e", "sh", "-c", "head -n 1 > " + written.string()});
+
+    ASSERT_TRUE(
+        desktop::waitUntil([&] { return desk.windows().activeProcess() == xterm.id(); }, 20s)
+    );
+    EXPECT_EQ(desk.windows().classOf(desk.windows().active()), "XTerm");
+    desk.input().type("Hello, World_1!");
+    desk.input().press(desktop::KEY_RETURN);
+
+    EXPECT_TRUE(xterm.waitForEnd(20s).has_value());
+    EXPECT_EQ(desktop::readFile(written), "Hello, World_1!\n");
+}
+
+TEST(Desktop, AnItemOfTheKeyringIsFoundAgain)
+{
+    const desktop::Desktop::Parts parts{.windowManager = false};
+    desktop::Desktop desk(parts);
+
+    EXPECT_EQ(desktop::lookUpItem(desk.bus().address(), ACCOUNT), std::nullopt);
+    desktop::storeItem(desk.bus().address(), ACCOUNT, "geheim äöü");
+    EXPECT_EQ(desktop::lookUpItem(desk.bus().address(), ACCOUNT), "geheim äöü");
+}
+
+TEST(Desktop, TheBusKnowsWhoIsOnIt)
+{
+    const desktop::Desktop::Parts parts{.windowManager = false};
+    desktop::Desktop desk(parts);
+    EXPECT_TRUE(desk.bus().hasOwner("org.freedesktop.secrets"));
+
+    desk.stopKeyring();
+
+    EXPECT_TRUE(
+        desktop::waitUntil([&] { return !desk.bus().hasOwner("org.freedesktop.secrets"); }, 10s)
+    );
+}
+
+TEST(Desktop, ScreensAreAddedRemovedAndResized)
+{
+    desktop::Desktop desk(serverOnly());
+    const auto rootWidth = [&] { return desk.windows().placeOf(desk.connection().root()).width; };
+    EXPECT_EQ(rootWidth(), 2560);
+
+    desk.server().setScreens({{0, 0, 1280, 720}, {1280, 0, 800, 600}, {2080, 0, 800, 600}});
+    EXPECT_EQ(rootWidth(), 2880);
+    desk.server().setScreens({{0, 0, 1920, 1080}});
+    EXPECT_EQ(rootWidth(), 1920);
+    desk.server().setScreens(desktop::PrivateXServer::twoScreens());
+    EXPECT_EQ(rootWidth(), 2560);
+}
+
+TEST(Desktop, PicturesShowWhatIsOnTheScreensAndNothingElse)
+{
+    desktop::Desktop desk(serverOnly());
+    EXPECT_FALSE(desktop::capture(desk.connection(), WHOLE).contains(desktop::LOCK_COLOUR));
+
+    showFilledWindow(desk.connection(), {100, 50, 30, 20});
+
+    const auto picture = desktop::capture(desk.connection(), WHOLE);
+    EXPECT_EQ(picture.at(100, 50), desktop::LOCK_COLOUR);
+    EXPECT_NE(picture.at(99, 50), desktop::LOCK_COLOUR);
+}
+
+TEST(Desktop, PicturesCountThePixelsOfOtherColours)
+{
+    desktop::Desktop desk(serverOnly());
+    showFilledWindow(desk.connection(), {100, 50, 30, 20});
+
+    const auto whole = desktop::capture(desk.connection(), WHOLE);
+    EXPECT_EQ(whole.countOthers(desktop::LOCK_COLOUR), 2560U * 720U - 600U);
+    EXPECT_TRUE(desktop::capture(desk.connection(), {100, 50, 30, 20}).isAllOf(desktop::LOCK_COLOUR)
+    );
+    const auto edge = desktop::capture(desk.connection(), {90, 50, 40, 20});
+    EXPECT_EQ(edge.countOthers(desktop::LOCK_COLOUR, {80, 0, 20, 720}), 0U);
+    EXPECT_EQ(edge.countOthers(desktop::LOCK_COLOUR, {80, 0, 19, 720}), 20U);
+}
+
+TEST(Desktop, PicturesAreSavedAsPng)
+{
+    desktop::Desktop desk(serverOnly());
+    const auto file = desk.folder() / "picture.png";
+
+    desktop::capture(desk.connection(), WHOLE).savePng(file);
+
+    EXPECT_EQ(desktop::readFile(file).substr(1, 3), "PNG");
+}

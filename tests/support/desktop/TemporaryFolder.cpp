@@ -1,0 +1,62 @@
+#include "desktop/TemporaryFolder.h"
+
+#include "desktop/Failure.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+namespace desktop {
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder()
+{
+    // A short path: sockets are made in it, and their names end at 107 bytes.
+    std::string pattern = "/tmp/tarvel-XXXXXX";
+    if (mkdtemp(pattern.data()) == nullptr) {
+        throw Failure("no temporary folder");
+    }
+    folder = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code error;
+    // Tests take permissions away from folders; removal needs them back.
+    for (fs::recursive_directory_iterator at(folder, error), end; at != end; at.increment(error)) {
+        if (at->is_directory(error) && !at->is_symlink(error)) {
+            fs::permissions(at->path(), fs::perms::owner_all, error);
+        }
+    }
+    fs::remove_all(folder, error);
+}
+
+fs::path TemporaryFolder::subfolder(const std::string& name) const
+{
+    fs::path path = folder / name;
+    fs::create_directories(path);
+    fs::permissions(path, fs::perms::owner_all);
+    return path;
+}
+
+std::string readFile(const fs::path& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    std::ostringstream content;
+    content << stream.rdbuf();
+    return content.str();
+}
+
+void writeFile(const fs::path& path, const std::string& content)
+{
+    fs::create_directories(path.parent_path());
+    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    stream << content;
+    if (!stream.flush()) {
+        throw Failure("cannot write " + path.string());
+    }
+}
+
+} // namespace desktop
