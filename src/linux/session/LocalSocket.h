@@ -1,0 +1,40 @@
+// Sockets between the programs of one user on one machine; messages keep their borders. No call
+// here waits and none raises SIGPIPE.
+#pragma once
+
+#include "linux/session/FileDescriptor.h"
+
+#include <optional>
+#include <string>
+
+#include <sys/types.h>
+
+namespace session {
+
+struct Peer
+{
+    pid_t processIdentifier = 0;
+    uid_t user = 0;
+};
+
+/// Listens at `path`, which must not exist. Not open when that fails; errno says why.
+FileDescriptor listenAt(const std::string& path);
+
+/// Not open when nobody listens at `path`.
+FileDescriptor connectTo(const std::string& path);
+
+/// Not open when nobody is waiting to be let in.
+FileDescriptor acceptFrom(const FileDescriptor& listener);
+
+/// Who made the other end: the process that listened or connected.
+std::optional<Peer> peerOf(const FileDescriptor& socket);
+
+bool sendMessage(const FileDescriptor& socket, const std::string& text);
+
+/// One message; empty text when the other end is closed; nothing when none has arrived yet.
+std::optional<std::string> receiveMessage(const FileDescriptor& socket);
+
+/// False when `milliseconds` pass before the descriptor can be read or its other end closes.
+bool waitUntilReadable(const FileDescriptor& descriptor, int milliseconds);
+
+} // namespace session

@@ -1,0 +1,19 @@
+// A descriptor that stands for a process and can be read once the process has ended and given up
+// all that it held.
+#pragma once
+
+#include "linux/session/FileDescriptor.h"
+
+#include <sys/syscall.h>
+#include <sys/types.h>
+
+namespace session {
+
+/// Not open when there is no such process.
+inline FileDescriptor openProcess(pid_t identifier)
+{
+    // The C library of Debian 12 declares pidfd_open() in a way that C++ cannot link.
+    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, identifier, 0)));
+}
+
+} // namespace session

@@ -1,0 +1,77 @@
+#include "linux/session/SessionDirectory.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace session {
+
+namespace {
+
+constexpr auto NAME = "com.quorvent.Tarvel";
+
+bool isOwn(const FileDescriptor& directory, mode_t forbidden)
+{
+    struct stat facts = {};
+    return ::fstat(directory.get(), &facts) == 0 && facts.st_uid == ::geteuid() &&
+           (facts.st_mode & forbidden) == 0;
+}
+
+FileDescriptor openDirectory(int parent, const std::string& path, int flags)
+{
+    return FileDescriptor(::openat(parent, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags)
+    );
+}
+
+FileDescriptor openPrivate(int parent, const std::string& path, std::string& problem)
+{
+    if (::mkdirat(parent, path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+        problem += path + ": " + std::generic_category().message(errno) + "; ";
+        return {};
+    }
+    FileDescriptor directory = openDirectory(parent, path, O_NOFOLLOW);
+    if (!directory.isOpen() || !isOwn(directory, S_IRWXG | S_IRWXO)) {
+        problem += path + ": not a private folder of this user; ";
+        return {};
+    }
+    // Who cleans up old files leaves a locked folder alone.
+    ::flock(directory.get(), LOCK_SH | LOCK_NB);
+    return directory;
+}
+
+FileDescriptor openRuntimeDirectory(std::string& problem)
+{
+    const char* path = ::secure_getenv("XDG_RUNTIME_DIR");
+    if (path == nullptr || *path != '/') {
+        return {};
+    }
+    FileDescriptor parent = openDirectory(AT_FDCWD, path, 0);
+    if (!parent.isOpen() || !isOwn(parent, S_IWGRP | S_IWOTH)) {
+        problem += std::string(path) + ": not this user's folder; ";
+        return {};
+    }
+    return openPrivate(parent.get(), NAME, problem);
+}
+
+} // namespace
+
+FileDescriptor openSessionDirectory(std::string& problem)
+{
+    FileDescriptor directory = openRuntimeDirectory(problem);
+    if (directory.isOpen()) {
+        return directory;
+    }
+    const std::string path = std::string("/tmp/") + NAME + "-" + std::to_string(::geteuid());
+    return openPrivate(AT_FDCWD, path, problem);
+}
+
+std::string pathIn(const FileDescriptor& directory, const std::string& name)
+{
+    return "/proc/self/fd/" + std::to_string(directory.get()) + "/" + name;
+}
+
+} // namespace session

@@ -1,0 +1,23 @@
+// How the programs of one graphical session name what they share. A user can have several sessions
+// at a time, one a display; what bears the same name belongs to the same program in the same one.
+#pragma once
+
+#include <string>
+
+namespace session {
+
+/// The name of the display in this process's environment, fit to be part of a file name. The
+/// Wayland display counts first: a session that has both is a Wayland session.
+std::string displayName();
+
+/// `program` and the display, fit to be a file name.
+std::string sessionName(const std::string& program);
+
+/// The files that stand for a name made by `sessionName`: the lock and the socket.
+std::string lockName(const std::string& name);
+std::string socketName(const std::string& name);
+
+/// `text` as part of a file name: different texts stay different.
+std::string asFileName(const std::string& text);
+
+} // namespace session

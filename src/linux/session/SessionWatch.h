@@ -1,0 +1,40 @@
+// Watches the process that holds a program's name in this session (`SessionInstance`), whoever
+// started it. One thread.
+#pragma once
+
+#include "linux/session/FileDescriptor.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <sys/types.h>
+
+namespace session {
+
+class SessionWatch
+{
+public:
+    /// Nothing when no process holds the name now.
+    static std::unique_ptr<SessionWatch> open(const std::string& program);
+
+    pid_t processIdentifier() const { return identifier; }
+
+    /// Can be read once the process has ended; the name is free by then.
+    int fd() const { return process.get(); }
+
+    bool hasEnded() const;
+
+    /// The status that the process gave to exit(); nothing when it was killed, crashed or lives.
+    std::optional<int> exitStatus();
+
+private:
+    SessionWatch(pid_t identifier, FileDescriptor connection, FileDescriptor process);
+
+    const pid_t identifier;
+    FileDescriptor connection;
+    FileDescriptor process;
+    std::optional<int> status;
+};
+
+} // namespace session
