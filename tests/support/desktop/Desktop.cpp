@@ -1,5 +1,7 @@
 #include "desktop/Desktop.h"
 
+#include "desktop/SessionProcesses.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -68,6 +70,11 @@ Desktop::Desktop(const Parts& parts)
     if (parts.windowManager) {
         manager = std::make_unique<WindowManager>(xServer->connection(), environment);
     }
+}
+
+Desktop::~Desktop()
+{
+    endProcessesOf(files.path());
 }
 
 ChildProcess Desktop::start(const std::vector<std::string>& arguments)

@@ -39,6 +39,11 @@ public:
     Desktop() : Desktop(Parts{}) {}
 
     explicit Desktop(const Parts& parts);
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    Desktop(Desktop&&) = delete;
+    Desktop& operator=(Desktop&&) = delete;
 
     /// What programs on this desktop are started with; tests may add to it.
     Environment environment;
