@@ -1,0 +1,256 @@
+#include "linux/proc/ProcFilesystem.h"
+
+#include "linux/proc/FileDescriptor.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <climits>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace proc {
+
+namespace {
+
+// Room for the longest command line that the kernel takes.
+constexpr std::size_t LARGEST_FILE = std::size_t{4} * 1024 * 1024;
+constexpr std::size_t DEEPEST_TREE = 256;
+
+std::optional<std::string> readAt(int folder, const char* name)
+{
+    const FileDescriptor file(::openat(folder, name, O_RDONLY | O_CLOEXEC));
+    if (!file.valid()) {
+        return std::nullopt;
+    }
+    std::string text;
+    std::array<char, 4096> chunk; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
+    while (text.size() < LARGEST_FILE) {
+        const ssize_t size = ::read(file.get(), chunk.data(), chunk.size());
+        if (size < 0 && errno == EINTR) {
+            continue;
+        }
+        if (size <= 0) {
+            break;
+        }
+        text.append(chunk.data(), static_cast<std::size_t>(size));
+    }
+    return text;
+}
+
+std::optional<std::string> linkAt(int folder, const char* name)
+{
+    std::string target(PATH_MAX, '\0');
+    const ssize_t size = ::readlinkat(folder, name, target.data(), target.size());
+    if (size <= 0) {
+        return std::nullopt;
+    }
+    target.resize(static_cast<std::size_t>(size));
+    return target;
+}
+
+/// The path that an executable had before its file was removed or replaced.
+std::string withoutDeletedMark(std::string path)
+{
+    constexpr std::string_view MARK = " (deleted)";
+    if (path.ends_with(MARK)) {
+        path.resize(path.size() - MARK.size());
+    }
+    return path;
+}
+
+template <typename Number> bool toNumber(std::string_view text, Number& number)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+} // namespace
+
+std::optional<ProcessStatus> parseStatus(const std::string& text)
+{
+    // The name in parentheses may itself hold anything, parentheses included.
+    const std::size_t name = text.rfind(')');
+    if (name == std::string::npos) {
+        return std::nullopt;
+    }
+    constexpr std::size_t FIELDS = 20; // up to the start time, which is the 22nd of the line
+    std::array<std::string_view, FIELDS> fields;
+    std::string_view rest = std::string_view(text).substr(name + 1);
+    for (std::string_view& field : fields) {
+        rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+        field = rest.substr(0, rest.find(' '));
+        rest.remove_prefix(field.size());
+    }
+    ProcessStatus status;
+    if (fields[0].size() != 1 || !toNumber(fields[1], status.parent) ||
+        !toNumber(fields[4], status.terminal) || !toNumber(fields[19], status.startTime)) {
+        return std::nullopt;
+    }
+    status.state = fields[0].front();
+    return status;
+}
+
+std::vector<std::string> splitAtNul(const std::string& text)
+{
+    std::vector<std::string> parts;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\0', begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return parts;
+}
+
+ProcFilesystem::ProcFilesystem(uid_t user, std::string root) : user(user), root(std::move(root)) {}
+
+std::string ProcFilesystem::folderOf(pid_t pid) const
+{
+    return root + "/" + std::to_string(pid);
+}
+
+std::optional<ProcessFacts> ProcFilesystem::facts(pid_t pid) const
+{
+    // Everything is read below one open folder, which stays that process's even if its number is
+    // given to another one meanwhile.
+    const FileDescriptor folder(::open(folderOf(pid).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+
+    struct stat owner
+    {
+    };
+
+    if (!folder.valid() || ::fstat(folder.get(), &owner) != 0 || owner.st_uid != user) {
+        return std::nullopt;
+    }
+    std::optional<std::string> executable = linkAt(folder.get(), "exe");
+    const std::optional<std::string> stat = readAt(folder.get(), "stat");
+    const auto status = stat ? parseStatus(*stat) : std::nullopt;
+    if (!executable || !status) {
+        return std::nullopt;
+    }
+    std::vector<std::string> arguments = splitAtNul(readAt(folder.get(), "cmdline").value_or(""));
+    if (arguments.empty() && linkAt(folder.get(), "exe")) {
+        return std::nullopt;
+    }
+    return ProcessFacts{
+        .pid = pid,
+        .parent = status->parent,
+        .user = user,
+        .terminal = status->terminal,
+        .startTime = status->startTime,
+        .executable = withoutDeletedMark(std::move(*executable)),
+        .arguments = std::move(arguments),
+        .workingDirectory = linkAt(folder.get(), "cwd").value_or(""),
+    };
+}
+
+std::optional<ProcessStatus> ProcFilesystem::status(pid_t pid) const
+{
+    const std::optional<std::string> text = readAt(AT_FDCWD, (folderOf(pid) + "/stat").c_str());
+    return text ? parseStatus(*text) : std::nullopt;
+}
+
+std::optional<std::string> ProcFilesystem::executable(pid_t pid) const
+{
+    std::optional<std::string> path = linkAt(AT_FDCWD, (folderOf(pid) + "/exe").c_str());
+    return path ? std::optional(withoutDeletedMark(std::move(*path))) : std::nullopt;
+}
+
+std::vector<std::string> ProcFilesystem::arguments(pid_t pid) const
+{
+    return splitAtNul(readAt(AT_FDCWD, (folderOf(pid) + "/cmdline").c_str()).value_or(""));
+}
+
+std::vector<pid_t> ProcFilesystem::processes() const
+{
+    std::vector<pid_t> result;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(root.c_str()), ::closedir);
+    if (folder == nullptr) {
+        return result;
+    }
+    // One thread per stream of names, so this is safe; the reentrant form is deprecated.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe)
+    while (const dirent* entry = ::readdir(folder.get())) {
+        pid_t pid = 0;
+
+        struct stat owner
+        {
+        };
+
+        if (toNumber(&entry->d_name[0], pid) &&
+            ::fstatat(::dirfd(folder.get()), &entry->d_name[0], &owner, 0) == 0 &&
+            owner.st_uid == user) {
+            result.push_back(pid);
+        }
+    }
+    return result;
+}
+
+std::vector<ProcessFacts> ProcFilesystem::allFacts() const
+{
+    std::vector<ProcessFacts> result;
+    for (const pid_t pid : processes()) {
+        if (std::optional<ProcessFacts> known = facts(pid)) {
+            result.push_back(std::move(*known));
+        }
+    }
+    std::sort(result.begin(), result.end(), [](const auto& left, const auto& right) {
+        return std::pair(left.startTime, left.pid) < std::pair(right.startTime, right.pid);
+    });
+    return result;
+}
+
+std::vector<pid_t> ProcFilesystem::ancestors(pid_t pid) const
+{
+    std::vector<pid_t> result;
+    std::optional<ProcessStatus> known = status(pid);
+    while (known && known->parent > 1 && result.size() < DEEPEST_TREE) {
+        result.push_back(known->parent);
+        known = status(known->parent);
+    }
+    return result;
+}
+
+std::optional<std::string> ProcFilesystem::launchClaim(pid_t pid) const
+{
+    constexpr std::string_view FILE_NAME = "GIO_LAUNCHED_DESKTOP_FILE=";
+    constexpr std::string_view PROCESS = "GIO_LAUNCHED_DESKTOP_FILE_PID=";
+    const auto text = readAt(AT_FDCWD, (folderOf(pid) + "/environ").c_str());
+    std::optional<std::string> claimed;
+    bool forThisProcess = false;
+    for (const std::string& entry : splitAtNul(text.value_or(""))) {
+        if (entry.starts_with(FILE_NAME)) {
+            claimed = entry.substr(FILE_NAME.size());
+        } else if (entry.starts_with(PROCESS)) {
+            // Children inherit the variable; only the process that it was written for counts.
+            forThisProcess = entry.substr(PROCESS.size()) == std::to_string(pid);
+        }
+    }
+    return forThisProcess ? claimed : std::nullopt;
+}
+
+bool ProcFilesystem::alive(pid_t pid, std::uint64_t startTime) const
+{
+    const std::optional<ProcessStatus> known = status(pid);
+    if (!known || known->startTime != startTime || known->state == 'X') {
+        return false;
+    }
+    // The first thread may end before the others; the folder of threads then has links for those.
+    constexpr nlink_t LINKS_WITH_ONE_THREAD = 3;
+
+    struct stat threads
+    {
+    };
+
+    return known->state != 'Z' || (::stat((folderOf(pid) + "/task").c_str(), &threads) == 0 &&
+                                   threads.st_nlink > LINKS_WITH_ONE_THREAD);
+}
+
+} // namespace proc

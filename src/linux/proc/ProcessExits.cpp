@@ -1,0 +1,77 @@
+#include "linux/proc/ProcessExits.h"
+
+#include <utility>
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace proc {
+
+namespace {
+
+constexpr std::chrono::milliseconds LOOK_INTERVAL{100};
+
+FileDescriptor openProcess(pid_t pid)
+{
+    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+}
+
+} // namespace
+
+ProcessExits::ProcessExits(PollThread& thread, const ProcFilesystem& processes)
+    : thread(thread),
+      processes(processes)
+{
+}
+
+void ProcessExits::watch(pid_t pid, std::uint64_t startTime)
+{
+    const auto known = watched.find(pid);
+    if (known != watched.end()) {
+        if (known->second.startTime == startTime) {
+            return;
+        }
+        ended(pid);
+    }
+    FileDescriptor process = openProcess(pid);
+    // The number may have been given to another process before it was opened.
+    if (!processes.alive(pid, startTime)) {
+        if (onExit) {
+            onExit(pid, startTime);
+        }
+        return;
+    }
+    const int descriptor = process.get();
+    watched[pid] = {std::move(process), startTime};
+    if (descriptor >= 0) {
+        thread.watch(descriptor, [this, pid] { ended(pid); });
+    } else {
+        look(pid, startTime);
+    }
+}
+
+void ProcessExits::ended(pid_t pid)
+{
+    auto entry = watched.extract(pid);
+    if (entry.empty()) {
+        return;
+    }
+    if (entry.mapped().process.valid()) {
+        thread.unwatch(entry.mapped().process.get());
+    }
+    if (onExit) {
+        onExit(pid, entry.mapped().startTime);
+    }
+}
+
+/// For want of descriptors: looks from time to time.
+void ProcessExits::look(pid_t pid, std::uint64_t startTime)
+{
+    if (!processes.alive(pid, startTime)) {
+        ended(pid);
+        return;
+    }
+    thread.postAfter(LOOK_INTERVAL, [this, pid, startTime] { look(pid, startTime); });
+}
+
+} // namespace proc

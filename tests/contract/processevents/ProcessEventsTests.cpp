@@ -1,0 +1,312 @@
+// The same promises for each of the three sources, each forced by refusing the better ones.
+#include "linux/proc/ProcessEvents.h"
+#include "processes/ChildProcess.h"
+#include "processes/Recorder.h"
+#include "processes/TemporaryFolder.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <iostream>
+#include <memory>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+
+namespace {
+
+using Source = proc::ProcessEvents::Source;
+
+int refused()
+{
+    errno = EPERM;
+    return -1;
+}
+
+proc::ProcessEventsOptions optionsFor(Source source)
+{
+    proc::ProcessEventsOptions options;
+    if (source != Source::Connector) {
+        options.connector.open = refused;
+    }
+    if (source == Source::Scan) {
+        options.openExecutableWatch = refused;
+    }
+    return options;
+}
+
+std::string nameOf(const testing::TestParamInfo<Source>& info)
+{
+    switch (info.param) {
+    case Source::Connector:
+        return "Connector";
+    case Source::Executables:
+        return "Executables";
+    default:
+        return "Scan";
+    }
+}
+
+class ProcessEventsContract : public testing::TestWithParam<Source>
+{
+protected:
+    ProcessEventsContract()
+    {
+        events.onExec = [this](const proc::ProcessFacts& facts) { execs.add(facts); };
+        events.onExit = [this](pid_t pid, std::uint64_t) { exits.add(pid); };
+        events.onSnapshot = [this](const std::vector<proc::ProcessFacts>& all) {
+            snapshots.add(all);
+        };
+    }
+
+    /// False where this kernel does not allow the source.
+    bool start()
+    {
+        events.watchExecutables({program});
+        events.start();
+        EXPECT_TRUE(snapshots.waitForOne([](const auto&) { return true; }));
+        if (GetParam() == Source::Connector && events.source() != Source::Connector) {
+            return false;
+        }
+        EXPECT_EQ(events.source(), GetParam());
+        return true;
+    }
+
+    bool waitForExec(pid_t pid)
+    {
+        return execs.waitForOne([pid](const proc::ProcessFacts& facts) { return facts.pid == pid; }
+        );
+    }
+
+    processes::TemporaryFolder folder;
+    std::string program = folder.copyProgram("/bin/sleep", "program");
+    processes::Recorder<std::string> lines;
+    processes::Recorder<proc::ProcessFacts> execs;
+    processes::Recorder<pid_t> exits;
+    processes::Recorder<std::vector<proc::ProcessFacts>> snapshots;
+    proc::ProcessEvents events{
+        [this](std::string_view line) { lines.add(std::string(line)); }, optionsFor(GetParam())};
+};
+
+} // namespace
+
+TEST_P(ProcessEventsContract, OneLineSaysWhichSourceIsUsed)
+{
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+
+    ASSERT_EQ(lines.all().size(), 1U);
+    EXPECT_TRUE(lines.all().front().starts_with("Process events: ")) << lines.all().front();
+}
+
+TEST_P(ProcessEventsContract, ExecComesWithTheFacts)
+{
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+    const processes::ChildProcess child({program, "60"});
+
+    ASSERT_TRUE(execs.waitForOne([&](const proc::ProcessFacts& facts) {
+        return facts.pid == child.pid() && facts.executable == program &&
+               facts.arguments == std::vector<std::string>{program, "60"} &&
+               facts.parent == ::getpid() && facts.user == ::getuid() && facts.startTime > 0;
+    }));
+}
+
+TEST_P(ProcessEventsContract, ScriptShowsAsItsInterpreterWithTheScriptAsArgument)
+{
+    const std::string script = folder.writeProgram("script", "#!/bin/sh\nkill -STOP $$\n");
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+    const processes::ChildProcess child({script});
+
+    ASSERT_TRUE(execs.waitForOne([&](const proc::ProcessFacts& facts) {
+        return facts.pid == child.pid() && facts.arguments.size() == 2 &&
+               facts.arguments[1] == script;
+    }));
+}
+
+TEST_P(ProcessEventsContract, ProgramThatReplacesAnotherInItsProcessIsReported)
+{
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+    const processes::ChildProcess child({"/bin/sh", "-c", "exec \"$0\" 60", program});
+
+    EXPECT_TRUE(execs.waitForOne([&](const proc::ProcessFacts& facts) {
+        return facts.pid == child.pid() && facts.executable == program;
+    }));
+}
+
+TEST_P(ProcessEventsContract, TenStartsAtOnceAreAllReported)
+{
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+    std::vector<processes::ChildProcess> children;
+    children.reserve(10);
+    for (int count = 0; count < 10; ++count) {
+        children.emplace_back(std::vector<std::string>{program, "60"});
+    }
+
+    for (const processes::ChildProcess& child : children) {
+        EXPECT_TRUE(waitForExec(child.pid()));
+    }
+}
+
+TEST_P(ProcessEventsContract, SnapshotHoldsWhatRunsAlready)
+{
+    const processes::ChildProcess child({program, "60"});
+    // Its arguments appear a moment after the start.
+    while (!proc::ProcFilesystem().facts(child.pid())) {
+    }
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+
+    const auto all = snapshots.all().front();
+    EXPECT_TRUE(std::any_of(all.begin(), all.end(), [&](const proc::ProcessFacts& facts) {
+        return facts.pid == child.pid();
+    }));
+}
+
+TEST_P(ProcessEventsContract, EndOfAWatchedProcessIsReported)
+{
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+    processes::ChildProcess child({program, "60"});
+    const pid_t pid = child.pid();
+    const auto status = proc::ProcFilesystem().status(pid);
+    ASSERT_TRUE(status.has_value());
+    events.watchExit(pid, status->startTime);
+
+    child.end();
+
+    EXPECT_TRUE(exits.waitForOne([pid](pid_t ended) { return ended == pid; }));
+}
+
+TEST_P(ProcessEventsContract, DestructionInTheMiddleOfAStormIsClean)
+{
+    auto storm =
+        std::make_unique<proc::ProcessEvents>([](std::string_view) {}, optionsFor(GetParam()));
+    processes::Recorder<pid_t> seen;
+    storm->onExec = [&](const proc::ProcessFacts& facts) { seen.add(facts.pid); };
+    storm->watchExecutables({program});
+    storm->start();
+    const processes::ChildProcess child(
+        {"/bin/sh", "-c", "for i in $(seq 300); do \"$0\" 0.01; done", program}
+    );
+    ASSERT_TRUE(seen.waitForOne([](pid_t) { return true; }));
+
+    storm.reset();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Sources,
+    ProcessEventsContract,
+    testing::Values(Source::Connector, Source::Executables, Source::Scan),
+    nameOf
+);
+
+namespace {
+
+class ConnectorTest : public ProcessEventsContract
+{
+};
+
+} // namespace
+
+TEST_P(ConnectorTest, ProgramOfAFewMillisecondsIsReported)
+{
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+
+    for (int run = 0; run < 20; ++run) {
+        processes::ChildProcess child({program, "0.05"});
+        const pid_t pid = child.pid();
+        child.wait();
+        EXPECT_TRUE(waitForExec(pid));
+    }
+}
+
+TEST_P(ConnectorTest, ShareOfProgramsThatDoNothingIsPrinted)
+{
+    const std::string quick = folder.copyProgram("/bin/true", "quick");
+    if (!start()) {
+        GTEST_SKIP() << "this kernel refuses the process connector";
+    }
+
+    for (int run = 0; run < 200; ++run) {
+        processes::ChildProcess({quick}).wait();
+    }
+    const processes::ChildProcess last({program, "60"});
+    ASSERT_TRUE(waitForExec(last.pid()));
+
+    // What ends before its files are read is nobody's business; it must not stop the others.
+    const auto all = execs.all();
+    const auto seen = std::count_if(all.begin(), all.end(), [&](const proc::ProcessFacts& facts) {
+        return facts.executable == quick;
+    });
+    std::cout << "programs that do nothing and were seen: " << seen << " of 200\n";
+    EXPECT_GT(seen, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sources, ConnectorTest, testing::Values(Source::Connector), nameOf);
+
+TEST(ProcessEvents, SourceThatNeverAnswersIsGivenUp)
+{
+    proc::ProcessEventsOptions options;
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0, ends.data()), 0);
+    options.connector.open = [&] { return ends[0]; };
+    options.connector.patience = std::chrono::milliseconds(20);
+    processes::Recorder<std::string> lines;
+    proc::ProcessEvents events(
+        [&](std::string_view line) { lines.add(std::string(line)); }, options
+    );
+
+    events.start();
+
+    EXPECT_TRUE(lines.waitForOne([](const std::string& line) {
+        return line.find("no answer") != std::string::npos;
+    }));
+    EXPECT_NE(events.source(), proc::ProcessEvents::Source::Connector);
+    ::close(ends[1]);
+}
+
+TEST(ProcessEvents, ReplacedExecutableIsStillWatched)
+{
+    const processes::TemporaryFolder folder;
+    const std::string program = folder.copyProgram("/bin/sleep", "program");
+    proc::ProcessEventsOptions options = optionsFor(Source::Executables);
+    // Without the scan every report is owed to the watch.
+    options.slowScanInterval = std::chrono::hours(1);
+    processes::Recorder<pid_t> execs;
+    processes::Recorder<bool> ready;
+    proc::ProcessEvents events([](std::string_view) {}, options);
+    events.onExec = [&](const proc::ProcessFacts& facts) {
+        if (facts.executable == program) {
+            execs.add(facts.pid);
+        }
+    };
+    events.onSnapshot = [&](const auto&) { ready.add(true); };
+    events.watchExecutables({program});
+    events.start();
+    ASSERT_TRUE(ready.waitForOne([](bool) { return true; }));
+
+    std::filesystem::rename(folder.copyProgram("/bin/sleep", "program.new"), program);
+    // The folder's watch answers on the same thread as this exec's, so a second one is certain.
+    bool seen = false;
+    for (int attempt = 0; attempt < 100 && !seen; ++attempt) {
+        processes::ChildProcess child({program, "0.1"});
+        const pid_t pid = child.pid();
+        child.wait();
+        const std::vector<pid_t> all = execs.all();
+        seen = std::find(all.begin(), all.end(), pid) != all.end();
+    }
+    EXPECT_TRUE(seen);
+}

@@ -1,0 +1,108 @@
+#include "linux/proc/ProcessExits.h"
+#include "processes/ChildProcess.h"
+#include "processes/Recorder.h"
+
+#include <future>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ProcessExitsTest : public testing::Test
+{
+protected:
+    ProcessExitsTest()
+    {
+        exits.onExit = [this](pid_t pid, std::uint64_t startTime) { ended.add({pid, startTime}); };
+        thread.start();
+    }
+
+    void TearDown() override { thread.stop(); }
+
+    void watch(pid_t pid, std::uint64_t startTime)
+    {
+        thread.post([this, pid, startTime] { exits.watch(pid, startTime); });
+    }
+
+    bool waitForEnd(pid_t pid, std::uint64_t startTime)
+    {
+        return ended.waitForOne([&](const auto& end) { return end == std::pair(pid, startTime); });
+    }
+
+    proc::ProcFilesystem filesystem;
+    proc::PollThread thread;
+    proc::ProcessExits exits{thread, filesystem};
+    processes::Recorder<std::pair<pid_t, std::uint64_t>> ended;
+};
+
+} // namespace
+
+TEST_F(ProcessExitsTest, EndIsReportedOnceThoughWatchedTwice)
+{
+    processes::ChildProcess child({"/bin/sleep", "60"});
+    const pid_t pid = child.pid();
+    const std::uint64_t startTime = filesystem.status(pid)->startTime;
+    watch(pid, startTime);
+    watch(pid, startTime);
+    std::promise<void> watched;
+    thread.post([&] { watched.set_value(); });
+    watched.get_future().wait();
+
+    child.end();
+
+    ASSERT_TRUE(waitForEnd(pid, startTime));
+    processes::ChildProcess other({"/bin/sleep", "60"});
+    const pid_t later = other.pid();
+    const std::uint64_t laterStart = filesystem.status(later)->startTime;
+    watch(later, laterStart);
+    other.end();
+    ASSERT_TRUE(waitForEnd(later, laterStart));
+    EXPECT_EQ(ended.all().size(), 2U);
+}
+
+TEST_F(ProcessExitsTest, ProcessThatIsGoneAlreadyIsReportedAtOnce)
+{
+    processes::ChildProcess child({"/bin/sleep", "60"});
+    const pid_t pid = child.pid();
+    const std::uint64_t startTime = filesystem.status(pid)->startTime;
+    child.end();
+
+    watch(pid, startTime);
+
+    EXPECT_TRUE(waitForEnd(pid, startTime));
+}
+
+TEST_F(ProcessExitsTest, AnotherProcessWithTheSameNumberIsNotMistakenForIt)
+{
+    const processes::ChildProcess child({"/bin/sleep", "60"});
+
+    watch(child.pid(), 1);
+
+    EXPECT_TRUE(waitForEnd(child.pid(), 1));
+}
+
+TEST_F(ProcessExitsTest, ProcessThatNobodyWaitedForHasEnded)
+{
+    const processes::ChildProcess child({"/bin/true"});
+    const auto status = filesystem.status(child.pid());
+    ASSERT_TRUE(status.has_value());
+
+    watch(child.pid(), status->startTime);
+
+    EXPECT_TRUE(waitForEnd(child.pid(), status->startTime));
+}
+
+TEST_F(ProcessExitsTest, FirstThreadThatEndsBeforeTheOthersDoesNotEndTheProcess)
+{
+    const processes::ChildProcess child({FIRST_THREAD_ENDS});
+    const pid_t pid = child.pid();
+    const std::uint64_t startTime = filesystem.status(pid)->startTime;
+    while (filesystem.status(pid)->state != 'Z') {
+    }
+
+    EXPECT_TRUE(filesystem.alive(pid, startTime));
+    watch(pid, startTime);
+
+    EXPECT_TRUE(waitForEnd(pid, startTime));
+    EXPECT_FALSE(filesystem.alive(pid, startTime));
+}

@@ -1,0 +1,109 @@
+#include "linux/proc/ProcessScan.h"
+#include "processes/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ProcessScanTest : public testing::Test
+{
+protected:
+    ProcessScanTest()
+    {
+        scan.onExec = [this](const proc::ProcessFacts& facts) {
+            seen.push_back(std::to_string(facts.pid) + " " + facts.executable);
+        };
+    }
+
+    void setProcess(
+        const std::string& pid,
+        const std::string& executable,
+        const std::string& startTime = "100",
+        const std::string& arguments = "x"
+    )
+    {
+        folder.write(
+            pid + "/stat",
+            pid + " (x) S 1 5 6 0 8 9 10 11 12 13 14 15 16 17 18 19 20 0 " + startTime + " 22\n"
+        );
+        folder.write(pid + "/cmdline", arguments);
+        std::filesystem::remove(folder.path(pid + "/exe"));
+        std::filesystem::create_symlink(executable, folder.path(pid + "/exe"));
+    }
+
+    processes::TemporaryFolder folder;
+    proc::ProcFilesystem filesystem{::getuid(), folder.path()};
+    proc::ProcessScan scan{filesystem};
+    std::vector<std::string> seen;
+};
+
+using Seen = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(ProcessScanTest, WhatWasThereBeforeIsNotReported)
+{
+    setProcess("10", "/bin/a");
+
+    EXPECT_EQ(scan.prime().size(), 1U);
+    scan.look();
+
+    EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(ProcessScanTest, NewProcessIsReportedOnce)
+{
+    scan.prime();
+    setProcess("10", "/bin/a");
+
+    scan.look();
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"10 /bin/a"});
+}
+
+TEST_F(ProcessScanTest, AnotherProgramInTheSameProcessIsReported)
+{
+    setProcess("10", "/bin/a");
+    scan.prime();
+
+    setProcess("10", "/bin/b");
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"10 /bin/b"});
+}
+
+TEST_F(ProcessScanTest, AnotherScriptOfTheSameInterpreterIsReported)
+{
+    setProcess("10", "/bin/sh", "100", "sh one");
+    scan.prime();
+
+    setProcess("10", "/bin/sh", "100", "sh two");
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"10 /bin/sh"});
+}
+
+TEST_F(ProcessScanTest, NumberThatWasGivenToAnotherProcessIsReported)
+{
+    setProcess("10", "/bin/a", "100");
+    scan.prime();
+
+    setProcess("10", "/bin/a", "200");
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"10 /bin/a"});
+}
+
+TEST_F(ProcessScanTest, ProcessInTheMiddleOfAnExecIsReportedAfterIt)
+{
+    scan.prime();
+    setProcess("10", "/bin/a", "100", "");
+    scan.look();
+    EXPECT_TRUE(seen.empty());
+
+    setProcess("10", "/bin/a", "100", "a");
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"10 /bin/a"});
+}
