@@ -1,0 +1,48 @@
+// A folder as a store, for a session without a Secret Service: a file an item, sealed with a random
+// key that lies beside the items. It keeps the items from other users and from backups of single
+// files, not from a program of the same user.
+// A damaged item, or one whose key is gone, is a failure and never "nothing found": it would pass
+// for "no password". The damaged file stays where it is until the item is written or removed, and
+// is then kept beside as "*.damaged".
+#pragma once
+
+#include "linux/secretservice/ItemSealer.h"
+#include "linux/secretservice/ItemStore.h"
+#include "linux/secretservice/PrivateFolder.h"
+
+#include <atomic>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace secretservice {
+
+class EmbeddedStore final : public ItemStore
+{
+public:
+    EmbeddedStore(const std::filesystem::path& path, Report report);
+
+    /// Whether the folder holds items, or cannot be looked into.
+    static bool holdsItems(const std::filesystem::path& path);
+
+    [[nodiscard]] std::string title() const override;
+    ItemRead read(const std::string& account) override;
+    Failure readAll(Items& items) override;
+    Failure put(const std::string& account, const SecretBytes& data, Prompting prompting) override;
+    Failure erase(const std::string& account, Prompting prompting) override;
+    Failure eraseAll(Prompting prompting) override;
+    void cancel() noexcept override;
+    void leaveThread() override;
+
+private:
+    Failure loadKey();
+    Failure makeKey();
+    Failure keepIfDamaged(const std::string& account, const std::string& name);
+
+    PrivateFolder folder;
+    Report report;
+    std::optional<ItemSealer> sealer; // absent while there is no key and nothing was ever kept
+    std::atomic<bool> cancelled = false;
+};
+
+} // namespace secretservice

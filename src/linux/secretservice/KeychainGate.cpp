@@ -1,0 +1,57 @@
+#include "linux/secretservice/KeychainGate.h"
+
+#include <utility>
+
+namespace secretservice {
+
+KeychainGate::KeychainGate(
+    platform::DispatchQueues& queues,
+    KeychainPlaces places,
+    Report report,
+    std::chrono::milliseconds patience
+)
+    : queues(queues),
+      opening(std::move(places), std::move(report), patience),
+      alive(std::make_shared<bool>(true))
+{
+}
+
+KeychainGate::~KeychainGate()
+{
+    *alive = false;
+    if (worker.joinable()) {
+        opening.cancel();
+        worker.join();
+    }
+}
+
+void KeychainGate::open(OnReady ready, OnRefused refused)
+{
+    onReady = std::move(ready);
+    onRefused = std::move(refused);
+    worker = std::thread([this] { run(); });
+}
+
+void KeychainGate::run()
+{
+    result = opening.open();
+    queues.asyncMain([this, alive = alive] {
+        if (*alive) {
+            deliver();
+        }
+    });
+}
+
+void KeychainGate::deliver()
+{
+    // Copied, and nothing touched after the call: it may end the gate.
+    const OnReady ready = onReady;
+    const OnRefused refused = onRefused;
+    if (result.items && ready) {
+        ready(std::move(result.items));
+    } else if (!result.items && refused) {
+        refused(std::string(result.refusal));
+    }
+}
+
+} // namespace secretservice

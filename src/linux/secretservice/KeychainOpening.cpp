@@ -1,0 +1,118 @@
+#include "linux/secretservice/KeychainOpening.h"
+
+#include "linux/secretservice/EmbeddedKeychain.h"
+#include "linux/secretservice/KeyringUnlock.h"
+#include "linux/secretservice/SecretServiceKeychain.h"
+
+#include <utility>
+
+namespace secretservice {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto INTERVAL = std::chrono::milliseconds(100);
+
+} // namespace
+
+KeychainOpening::KeychainOpening(
+    KeychainPlaces places, Report report, std::chrono::milliseconds patience
+)
+    : places(std::move(places)),
+      report(std::move(report)),
+      patience(patience),
+      marker(this->places.marker())
+{
+}
+
+void KeychainOpening::cancel()
+{
+    session.cancel();
+    const std::lock_guard lock(mutex);
+    cancelled = true;
+    cancellation.notify_all();
+}
+
+bool KeychainOpening::waitForNextAttempt()
+{
+    std::unique_lock lock(mutex);
+    return !cancellation.wait_for(lock, INTERVAL, [this] { return cancelled; });
+}
+
+KeychainOpening::Result KeychainOpening::open()
+{
+    const bool kept = marker.isSet();
+    if (!kept && EmbeddedStore::holdsItems(places.embedded())) {
+        return openEmbedded();
+    }
+    Result result;
+    std::string reason;
+    auto deadline = Clock::now() + patience;
+    do {
+        prompted = false;
+        const Attempt outcome = attempt(kept, result, reason);
+        if (outcome == Attempt::NoService && !kept) {
+            result = openEmbedded();
+        }
+        if (outcome == Attempt::NoService) {
+            reason = "is not there, but this user's settings are kept in it";
+        }
+        if (prompted) {
+            // The user may have taken any time over the prompt.
+            deadline = Clock::now() + patience;
+        }
+    } while (!result.items && result.refusal.empty() && Clock::now() < deadline &&
+             waitForNextAttempt());
+    if (!result.items && result.refusal.empty()) {
+        result.refusal = "the keyring " + reason;
+    }
+    session.leave();
+    return result;
+}
+
+KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std::string& reason)
+{
+    if (places.busAddress.empty() || !session.isPresent()) {
+        return Attempt::NoService;
+    }
+    const Report noticing = [this](const std::string& line) {
+        prompted = true;
+        report(line);
+    };
+    const Unlocking unlocking = unlockKeyring(session, kept, noticing, reason);
+    if (unlocking == Unlocking::StaysLocked) {
+        result.refusal = "the keyring stays locked: its prompt was dismissed or could not be shown";
+        return Attempt::Refused;
+    }
+    if (unlocking == Unlocking::Failed) {
+        return Attempt::Failing;
+    }
+    Items items;
+    SecretServiceStore store(marker);
+    Failure failure = store.readAll(items);
+    store.leaveThread();
+    if (!failure.has_value() && !items.empty()) {
+        failure = marker.set();
+    }
+    if (failure.has_value()) {
+        reason = *failure;
+        return Attempt::Failing;
+    }
+    result.items = std::make_unique<SecretServiceKeychain>(marker, std::move(items), report);
+    return Attempt::Opened;
+}
+
+KeychainOpening::Result KeychainOpening::openEmbedded()
+{
+    Items items;
+    EmbeddedStore store(places.embedded(), report);
+    if (const Failure failure = store.readAll(items)) {
+        return {
+            nullptr,
+            store.title() + " " + *failure + "; move that file away to begin without what it held"};
+    }
+    return {std::make_unique<EmbeddedKeychain>(places.embedded(), std::move(items), report), {}};
+}
+
+} // namespace secretservice

@@ -1,0 +1,205 @@
+#include "linux/secretservice/PrivateFolder.h"
+
+#include "linux/secretservice/FileDescriptor.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace secretservice {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr mode_t FOLDER_MODE = 0700;
+constexpr mode_t FILE_MODE = 0600;
+constexpr mode_t OTHERS = 0077;
+/// Far more than any file of ours; a larger one is not ours.
+constexpr std::size_t LARGEST_FILE = std::size_t{1} << 20U;
+
+std::string failed(const char* what)
+{
+    return std::string("cannot ") + what + ": " + std::generic_category().message(errno);
+}
+
+/// A name of this process's own: another may be about to write the same file.
+std::string draftName(const std::string& name)
+{
+    return name + "." + std::to_string(getpid()) + ".new";
+}
+
+bool makeFolders(const fs::path& path)
+{
+    if (mkdir(path.c_str(), FOLDER_MODE) == 0 || errno == EEXIST) {
+        return true;
+    }
+    return errno == ENOENT && path.has_relative_path() && makeFolders(path.parent_path()) &&
+           (mkdir(path.c_str(), FOLDER_MODE) == 0 || errno == EEXIST);
+}
+
+bool writeAll(int file, std::span<const std::uint8_t> bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        if (count > 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(count));
+        }
+    }
+    return true;
+}
+
+bool readAll(int file, SecretBytes& bytes)
+{
+    SecretBytes buffer(std::size_t{4096});
+    while (bytes.size() <= LARGEST_FILE) {
+        const ssize_t count = ::read(file, buffer.data(), buffer.size());
+        if (count == 0) {
+            return true;
+        }
+        if (count > 0) {
+            bytes.insert(bytes.end(), buffer.begin(), buffer.begin() + count);
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    errno = EFBIG;
+    return false;
+}
+
+} // namespace
+
+PrivateFolder::PrivateFolder(fs::path folder) : folder(std::move(folder)) {}
+
+PrivateFolder::Content PrivateFolder::read(const std::string& name) const
+{
+    Content content;
+    const FileDescriptor file(open((folder / name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    if (!file.isOpen() && errno == ENOENT) {
+        content.state = Content::State::Missing;
+    } else if (file.isOpen() && readAll(file.get(), content.bytes)) {
+        content.state = Content::State::Read;
+    } else {
+        content.reason = failed("be read");
+    }
+    return content;
+}
+
+std::optional<std::vector<std::string>> PrivateFolder::names() const
+{
+    std::error_code error;
+    std::vector<std::string> found;
+    fs::directory_iterator at(folder, error);
+    if (error == std::errc::no_such_file_or_directory) {
+        return found;
+    }
+    while (!error && at != fs::directory_iterator()) {
+        found.push_back(at->path().filename().string());
+        at.increment(error);
+    }
+    return error ? std::nullopt : std::optional(std::move(found));
+}
+
+Failure PrivateFolder::make()
+{
+    struct stat status = {};
+    if (!makeFolders(folder) || lstat(folder.c_str(), &status) != 0) {
+        return failed("be made");
+    }
+    if (!S_ISDIR(status.st_mode)) {
+        return "cannot be made: something else is there";
+    }
+    if (status.st_uid != geteuid()) {
+        return "belongs to another user";
+    }
+    if ((status.st_mode & OTHERS) != 0 && chmod(folder.c_str(), FOLDER_MODE) != 0) {
+        return failed("be closed to others");
+    }
+    return std::nullopt;
+}
+
+Failure PrivateFolder::writeDraft(const std::string& draft, std::span<const std::uint8_t> bytes)
+{
+    if (Failure failure = make()) {
+        return failure;
+    }
+    const fs::path path = folder / draft;
+    unlink(path.c_str()); // of an earlier process that was ended on the way
+    const FileDescriptor file(
+        open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, FILE_MODE)
+    );
+    if (!file.isOpen() || !writeAll(file.get(), bytes) || fsync(file.get()) != 0) {
+        const std::string reason = failed("be written");
+        unlink(path.c_str());
+        return reason;
+    }
+    return std::nullopt;
+}
+
+Failure PrivateFolder::replace(const std::string& name, std::span<const std::uint8_t> bytes)
+{
+    const std::string draft = draftName(name);
+    if (Failure failure = writeDraft(draft, bytes)) {
+        return failure;
+    }
+    if (rename((folder / draft).c_str(), (folder / name).c_str()) != 0) {
+        const std::string reason = failed("be written");
+        unlink((folder / draft).c_str());
+        return reason;
+    }
+    return synchronize();
+}
+
+Failure PrivateFolder::create(const std::string& name, std::span<const std::uint8_t> bytes)
+{
+    const std::string draft = draftName(name);
+    if (Failure failure = writeDraft(draft, bytes)) {
+        return failure;
+    }
+    const int status = link((folder / draft).c_str(), (folder / name).c_str());
+    const Failure failure =
+        status == 0 || errno == EEXIST ? Failure() : Failure(failed("be written"));
+    unlink((folder / draft).c_str());
+    return failure.has_value() ? failure : synchronize();
+}
+
+Failure PrivateFolder::remove(const std::string& name)
+{
+    if (unlink((folder / name).c_str()) != 0) {
+        return errno == ENOENT ? Failure() : Failure(failed("be written"));
+    }
+    return synchronize();
+}
+
+Failure PrivateFolder::setAside(const std::string& name)
+{
+    const std::string path = (folder / name).string();
+    std::string beside = path + ".damaged";
+    for (int number = 2; link(path.c_str(), beside.c_str()) != 0; ++number) {
+        if (errno != EEXIST) {
+            return failed("keep a damaged file beside");
+        }
+        beside = path + "." + std::to_string(number) + ".damaged";
+    }
+    return remove(name);
+}
+
+Failure PrivateFolder::synchronize()
+{
+    const FileDescriptor file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // Some file systems have nothing to do here and say so.
+    if (!file.isOpen() || (fsync(file.get()) != 0 && errno != EINVAL)) {
+        return failed("be written");
+    }
+    return std::nullopt;
+}
+
+} // namespace secretservice
