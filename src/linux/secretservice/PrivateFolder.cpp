@@ -111,7 +111,7 @@ std::optional<std::vector<std::string>> PrivateFolder::names() const
 Failure PrivateFolder::make()
 {
     struct stat status = {};
-    if (!makeFolders(folder) || lstat(folder.c_str(), &status) != 0) {
+    if (!makeFolders(folder) || stat(folder.c_str(), &status) != 0) {
         return failed("be made");
     }
     if (!S_ISDIR(status.st_mode)) {

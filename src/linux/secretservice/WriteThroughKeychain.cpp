@@ -12,8 +12,6 @@ using platform::KeychainLookup;
 using platform::KeychainStatus;
 using namespace std::chrono_literals;
 
-/// What a call may take, less what waking up and copying take.
-constexpr auto BUDGET = 45ms;
 /// What the end may take for the writes that are still to be made.
 constexpr auto LAST_WAIT = 2s;
 constexpr auto FIRST_BACKOFF = 250ms;
@@ -22,10 +20,11 @@ constexpr auto LONGEST_BACKOFF = 8s;
 } // namespace
 
 WriteThroughKeychain::WriteThroughKeychain(
-    std::unique_ptr<ItemStore> store, Items known, Report report
+    std::unique_ptr<ItemStore> store, Items known, Report report, std::chrono::milliseconds budget
 )
     : store(std::move(store)),
       report(std::move(report)),
+      budget(budget),
       known(std::move(known)),
       backoff(FIRST_BACKOFF),
       worker([this] { work(); })
@@ -49,7 +48,7 @@ WriteThroughKeychain::~WriteThroughKeychain()
 
 KeychainStatus WriteThroughKeychain::add(const std::string& account, const Bytes& data)
 {
-    const auto deadline = Clock::now() + BUDGET;
+    const auto deadline = Clock::now() + budget;
     Lock lock(mutex);
     ask(lock, account, deadline);
     if (known.find(account) != nullptr) {
@@ -61,7 +60,7 @@ KeychainStatus WriteThroughKeychain::add(const std::string& account, const Bytes
 
 KeychainLookup WriteThroughKeychain::copyMatching(const std::string& account)
 {
-    const auto deadline = Clock::now() + BUDGET;
+    const auto deadline = Clock::now() + budget;
     Lock lock(mutex);
     ask(lock, account, deadline);
     const SecretBytes* data = known.find(account);
@@ -73,7 +72,7 @@ KeychainLookup WriteThroughKeychain::copyMatching(const std::string& account)
 
 KeychainStatus WriteThroughKeychain::remove(const std::string& account)
 {
-    const auto deadline = Clock::now() + BUDGET;
+    const auto deadline = Clock::now() + budget;
     Lock lock(mutex);
     ask(lock, account, deadline);
     if (known.find(account) == nullptr) {
@@ -85,7 +84,7 @@ KeychainStatus WriteThroughKeychain::remove(const std::string& account)
 
 KeychainStatus WriteThroughKeychain::removeAll()
 {
-    const auto deadline = Clock::now() + BUDGET;
+    const auto deadline = Clock::now() + budget;
     Lock lock(mutex);
     ask(lock, std::nullopt, deadline);
     if (known.isEmpty()) {

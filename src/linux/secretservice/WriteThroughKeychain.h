@@ -24,8 +24,16 @@ namespace secretservice {
 class WriteThroughKeychain : public platform::KeychainItems
 {
 public:
+    /// What a call may take, less what waking up and copying take.
+    static constexpr auto BUDGET = std::chrono::milliseconds(45);
+
     /// `known` is all that the store holds at this time.
-    WriteThroughKeychain(std::unique_ptr<ItemStore> store, Items known, Report report);
+    WriteThroughKeychain(
+        std::unique_ptr<ItemStore> store,
+        Items known,
+        Report report,
+        std::chrono::milliseconds budget = BUDGET
+    );
     ~WriteThroughKeychain() override;
     WriteThroughKeychain(const WriteThroughKeychain&) = delete;
     WriteThroughKeychain& operator=(const WriteThroughKeychain&) = delete;
@@ -64,6 +72,7 @@ private:
 
     std::unique_ptr<ItemStore> store;
     Report report;
+    std::chrono::milliseconds budget;
     std::mutex mutex;
     std::condition_variable wake;     // for the worker
     std::condition_variable answered; // for the main thread
