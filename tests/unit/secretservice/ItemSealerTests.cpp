@@ -17,6 +17,17 @@ bool contains(const SecretBytes& bytes, std::string_view part)
     return text(bytes).find(part) != std::string::npos;
 }
 
+/// Whether data of that length, of bytes of every value, comes out as it went in.
+bool survives(const ItemSealer& sealer, std::size_t length)
+{
+    SecretBytes data(length);
+    for (std::size_t at = 0; at < length; ++at) {
+        data[at] = static_cast<std::uint8_t>(at * 7 + length);
+    }
+    const auto item = sealer.open(sealer.seal(ACCOUNT, data));
+    return item.has_value() && item->data == data;
+}
+
 TEST(ItemSealer, OpensWhatItSealed)
 {
     const ItemSealer sealer(ItemSealer::randomKey());
@@ -31,13 +42,7 @@ TEST(ItemSealer, CarriesEveryByteAndEveryLength)
 {
     const ItemSealer sealer(ItemSealer::randomKey());
     for (std::size_t length = 0; length < 600; ++length) {
-        SecretBytes data(length);
-        for (std::size_t at = 0; at < length; ++at) {
-            data[at] = static_cast<std::uint8_t>(at * 7 + length);
-        }
-        const auto item = sealer.open(sealer.seal(ACCOUNT, data));
-        ASSERT_TRUE(item.has_value()) << length;
-        ASSERT_EQ(item->data, data) << length;
+        ASSERT_TRUE(survives(sealer, length)) << length;
     }
 }
 
