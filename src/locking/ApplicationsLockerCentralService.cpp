@@ -8,6 +8,7 @@
 #include "platform/Screens.h"
 #include "platform/Text.h"
 #include "platform/Timers.h"
+#include "platform/Workspace.h"
 #include "storage/KeyConstants.h"
 
 #include <algorithm>
@@ -238,8 +239,9 @@ void ApplicationsLockerCentralService::unlockWindows()
 bool ApplicationsLockerCentralService::isMonitored(const std::string& bundleIdentifier)
 {
     const auto& monitored = required(MONITORED_APPS, "MONITORED_APPS");
+    platform::Workspace& workspace = platform::current().workspace;
     return std::any_of(monitored.begin(), monitored.end(), [&](const auto& application) {
-        return application->bundleIdentifier == bundleIdentifier;
+        return workspace.answersTo(bundleIdentifier, application->bundleIdentifier);
     });
 }
 

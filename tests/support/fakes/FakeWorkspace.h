@@ -42,6 +42,12 @@ public:
         return result;
     }
 
+    bool answersTo(const std::string& bundleIdentifier, const std::string& wanted) override
+    {
+        const auto role = roles.find(bundleIdentifier);
+        return bundleIdentifier == wanted || (role != roles.end() && role->second == wanted);
+    }
+
     std::optional<std::string> absolutePathForAppBundle(const std::string& bundleIdentifier
     ) override
     {
@@ -180,6 +186,7 @@ public:
 
     std::vector<platform::RunningApplication> running;
     std::map<std::string, std::string> installed; // bundle identifier to path
+    std::map<std::string, std::string> roles;     // bundle identifier to role
     bool failing = false;
 
 private:

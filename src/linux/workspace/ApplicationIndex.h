@@ -1,0 +1,48 @@
+// Which application a process or a window belongs to, as far as what is installed tells. Any thread
+// may call.
+#pragma once
+
+#include "linux/proc/ProcessFacts.h"
+#include "linux/workspace/WindowSystem.h"
+#include "platform/Port.h"
+
+#include <memory>
+#include <set>
+#include <string>
+
+namespace workspace {
+
+struct KnownApplication
+{
+    std::string identifier; // desktop-file id without ".desktop"
+    std::string name;       // in the user's language
+    std::string iconName;   // theme name or absolute path, may be empty
+    std::string bundlePath; // where the ports for bundles and files show it
+    std::string executable; // absolute path, empty where the entry names none
+    bool shown = true;      // the entry is meant to be shown
+};
+
+/// Empty for none.
+using KnownApplicationPtr = std::shared_ptr<const KnownApplication>;
+
+class ApplicationIndex : public platform::Port
+{
+public:
+    /// The application that the process is a part of by what it executes. Fast enough to be asked
+    /// for every exec of a session.
+    virtual KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const = 0;
+
+    /// The application that shows such windows.
+    virtual KnownApplicationPtr ofWindow(const WindowFacts& facts) const = 0;
+
+    /// The installed application; for a role's identifier the preferred one that plays it.
+    virtual KnownApplicationPtr withIdentifier(const std::string& identifier) const = 0;
+
+    /// True when the application `identifier` plays the role `role`.
+    virtual bool plays(const std::string& identifier, const std::string& role) const = 0;
+
+    /// The files that all applications execute.
+    virtual std::set<std::string> executables() const = 0;
+};
+
+} // namespace workspace
