@@ -1,0 +1,141 @@
+#include "linux/workspace/BundleLauncher.h"
+
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <thread>
+#include <utility>
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace workspace {
+
+namespace {
+
+constexpr int FIRST_OTHER_DESCRIPTOR = STDERR_FILENO + 1;
+
+std::vector<std::string> environmentWith(const platform::LaunchConfiguration& added)
+{
+    std::vector<std::string> result;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        if (!added.contains(text.substr(0, text.find('=')))) {
+            result.push_back(text);
+        }
+    }
+    for (const auto& [name, value] : added) {
+        std::string entry = name;
+        entry.append("=").append(value);
+        result.push_back(std::move(entry));
+    }
+    return result;
+}
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts)
+{
+    std::vector<char*> result;
+    result.reserve(texts.size() + 1);
+    for (std::string& text : texts) {
+        result.push_back(text.data());
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
+/// What the new program does not inherit: this program's files, signal mask and handlers, terminal.
+class SpawnSettings
+{
+public:
+    SpawnSettings()
+    {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addclosefrom_np(&actions, FIRST_OTHER_DESCRIPTOR);
+        posix_spawnattr_init(&attributes);
+        sigset_t signals;
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&attributes, &signals);
+        sigfillset(&signals);
+        posix_spawnattr_setsigdefault(&attributes, &signals);
+        constexpr auto FLAGS = POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+        posix_spawnattr_setflags(&attributes, static_cast<short>(FLAGS));
+    }
+
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
+    SpawnSettings(SpawnSettings&&) = delete;
+    SpawnSettings& operator=(SpawnSettings&&) = delete;
+
+    ~SpawnSettings()
+    {
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+    }
+
+    posix_spawn_file_actions_t actions{};
+    posix_spawnattr_t attributes{};
+};
+
+/// A child that nobody waits for stays in the process table.
+void reap(pid_t child)
+{
+    std::thread([child] { waitpid(child, nullptr, 0); }).detach();
+}
+
+} // namespace
+
+BundleLauncher::BundleLauncher(proc::Report report, std::function<Clock::time_point()> now)
+    : report(std::move(report)),
+      now(std::move(now))
+{
+}
+
+std::string BundleLauncher::executableOf(const std::string& bundlePath)
+{
+    const std::filesystem::path path(bundlePath);
+    return (path / path.stem()).string();
+}
+
+BundleLauncher::Outcome
+BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConfiguration& added)
+{
+    if (!mayStart(bundlePath)) {
+        return Outcome::TooOften;
+    }
+    std::string executable = executableOf(bundlePath);
+    std::vector<std::string> environment = environmentWith(added);
+    const std::vector<char*> environmentPointers = pointersTo(environment);
+    const std::vector<char*> arguments{executable.data(), nullptr};
+    const SpawnSettings settings;
+    pid_t child = 0;
+    const int error = posix_spawn(
+        &child,
+        executable.c_str(),
+        &settings.actions,
+        &settings.attributes,
+        arguments.data(),
+        environmentPointers.data()
+    );
+    if (error != 0) {
+        report(executable + " cannot be started: " + std::strerror(error));
+        return Outcome::Failed;
+    }
+    reap(child);
+    return Outcome::Started;
+}
+
+bool BundleLauncher::mayStart(const std::string& bundlePath)
+{
+    std::vector<Clock::time_point>& recent = starts[bundlePath];
+    const Clock::time_point limit = now() - std::chrono::minutes(1);
+    std::erase_if(recent, [&](Clock::time_point start) { return start < limit; });
+    if (recent.size() >= STARTS_A_MINUTE) {
+        report(bundlePath + " was started too often; it is left alone for a while");
+        return false;
+    }
+    recent.push_back(now());
+    return true;
+}
+
+} // namespace workspace

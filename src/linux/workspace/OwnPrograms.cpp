@@ -1,0 +1,84 @@
+#include "linux/workspace/OwnPrograms.h"
+
+#include "linux/workspace/BundleLauncher.h"
+
+namespace workspace {
+
+namespace {
+
+constexpr auto HELPER_IDENTIFIER = "com.quorvent.OlvoHelper";
+constexpr auto HELPER_PLACE = "/Contents/Library/LoginItems/OlvoHelper.app";
+
+KnownApplicationPtr agentOf(const platform::Bundle& bundle)
+{
+    return std::make_shared<KnownApplication>(KnownApplication{
+        .identifier = bundle.identifier.value_or(""),
+        .name = bundle.name.value_or(""),
+        .iconName = bundle.identifier.value_or(""),
+        .bundlePath = bundle.path,
+        .executable = BundleLauncher::executableOf(bundle.path),
+        .shown = false,
+    });
+}
+
+KnownApplicationPtr helperOf(const platform::Bundle& bundle)
+{
+    const std::string path = bundle.path + HELPER_PLACE;
+    return std::make_shared<KnownApplication>(KnownApplication{
+        .identifier = HELPER_IDENTIFIER,
+        .name = "OlvoHelper",
+        .iconName = bundle.identifier.value_or(""),
+        .bundlePath = path,
+        .executable = BundleLauncher::executableOf(path),
+        .shown = false,
+    });
+}
+
+} // namespace
+
+OwnPrograms::OwnPrograms(const platform::Bundle& mainBundle, const ApplicationIndex& others)
+    : own(agentOf(mainBundle)),
+      helper(helperOf(mainBundle)),
+      others(others)
+{
+}
+
+KnownApplicationPtr OwnPrograms::ofProcess(const proc::ProcessFacts& facts) const
+{
+    for (const KnownApplicationPtr& program : {own, helper}) {
+        if (facts.executable == program->executable) {
+            return program;
+        }
+    }
+    return others.ofProcess(facts);
+}
+
+KnownApplicationPtr OwnPrograms::ofWindow(const WindowFacts& facts) const
+{
+    return others.ofWindow(facts);
+}
+
+KnownApplicationPtr OwnPrograms::withIdentifier(const std::string& identifier) const
+{
+    for (const KnownApplicationPtr& program : {own, helper}) {
+        if (identifier == program->identifier) {
+            return program;
+        }
+    }
+    return others.withIdentifier(identifier);
+}
+
+bool OwnPrograms::plays(const std::string& identifier, const std::string& role) const
+{
+    return others.plays(identifier, role);
+}
+
+std::set<std::string> OwnPrograms::executables() const
+{
+    std::set<std::string> result = others.executables();
+    result.insert(own->executable);
+    result.insert(helper->executable);
+    return result;
+}
+
+} // namespace workspace

@@ -1,0 +1,31 @@
+// The index of applications with this program and its helper in front of it: they are known by
+// where they stand, whether or not they are installed as applications.
+#pragma once
+
+#include "linux/workspace/ApplicationIndex.h"
+#include "platform/Bundles.h"
+
+namespace workspace {
+
+class OwnPrograms final : public ApplicationIndex
+{
+public:
+    /// `others` must outlive this.
+    OwnPrograms(const platform::Bundle& mainBundle, const ApplicationIndex& others);
+
+    KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override;
+    KnownApplicationPtr ofWindow(const WindowFacts& facts) const override;
+    KnownApplicationPtr withIdentifier(const std::string& identifier) const override;
+    bool plays(const std::string& identifier, const std::string& role) const override;
+    std::set<std::string> executables() const override;
+
+    /// This program itself.
+    const KnownApplicationPtr& agent() const { return own; }
+
+private:
+    KnownApplicationPtr own;
+    KnownApplicationPtr helper;
+    const ApplicationIndex& others;
+};
+
+} // namespace workspace

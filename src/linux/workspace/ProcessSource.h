@@ -1,0 +1,42 @@
+// Where the workspace hears of processes: the kernel, or a test.
+#pragma once
+
+#include "linux/proc/ProcessFacts.h"
+#include "platform/Port.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace workspace {
+
+class ProcessSource : public platform::Port
+{
+public:
+    /// On a thread of the source's own, in the order in which things happened. Set before `start`.
+    std::function<void(const proc::ProcessFacts& facts)> onExec;
+    std::function<void(pid_t pid, std::uint64_t startTime)> onExit;
+    /// All that runs, oldest first: once at the start, and again when events were lost.
+    std::function<void(const std::vector<proc::ProcessFacts>& all)> onSnapshot;
+
+    virtual void start() = 0;
+    virtual void watchExit(pid_t pid, std::uint64_t startTime) = 0;
+    virtual void watchExecutables(std::set<std::string> paths) = 0;
+
+    /// Ancestors of the process, the nearest first. Any thread.
+    virtual std::vector<pid_t> ancestorsOf(pid_t pid) const = 0;
+
+    /// The process as it is now; nothing when there is none of this user. Any thread.
+    virtual std::optional<proc::ProcessFacts> factsOf(pid_t pid) const = 0;
+
+    /// True while that very process runs. Any thread.
+    virtual bool alive(pid_t pid, std::uint64_t startTime) const = 0;
+
+    /// What runs now and executes the file. Any thread.
+    virtual std::vector<proc::ProcessFacts> executing(const std::string& executable) const = 0;
+};
+
+} // namespace workspace

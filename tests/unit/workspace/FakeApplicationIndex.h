@@ -1,0 +1,63 @@
+// An index of applications that are added by hand; a process is an application's by its executable.
+#pragma once
+
+#include "linux/workspace/ApplicationIndex.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace workspace {
+
+class FakeApplicationIndex final : public ApplicationIndex
+{
+public:
+    void add(const KnownApplicationPtr& application) { applications.push_back(application); }
+
+    KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override
+    {
+        return find([&](const auto& entry) { return entry.executable == facts.executable; });
+    }
+
+    KnownApplicationPtr ofWindow(const WindowFacts& facts) const override
+    {
+        return find([&](const auto& entry) { return entry.identifier == facts.windowClass; });
+    }
+
+    KnownApplicationPtr withIdentifier(const std::string& identifier) const override
+    {
+        return find([&](const auto& entry) { return entry.identifier == identifier; });
+    }
+
+    bool plays(const std::string& identifier, const std::string& role) const override
+    {
+        const auto found = roles.find(identifier);
+        return found != roles.end() && found->second == role;
+    }
+
+    std::set<std::string> executables() const override
+    {
+        std::set<std::string> result;
+        for (const KnownApplicationPtr& application : applications) {
+            result.insert(application->executable);
+        }
+        return result;
+    }
+
+    std::map<std::string, std::string> roles;
+
+private:
+    template <typename Matches> KnownApplicationPtr find(const Matches& matches) const
+    {
+        for (const KnownApplicationPtr& application : applications) {
+            if (matches(*application)) {
+                return application;
+            }
+        }
+        return nullptr;
+    }
+
+    std::vector<KnownApplicationPtr> applications;
+};
+
+} // namespace workspace

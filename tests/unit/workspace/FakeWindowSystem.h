@@ -1,0 +1,42 @@
+// Windows that appear and come to the front on command.
+#pragma once
+
+#include "linux/workspace/WindowSystem.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace workspace {
+
+class FakeWindowSystem final : public WindowSystem
+{
+public:
+    void start() override
+    {
+        for (const WindowFacts& window : windows) {
+            onWindowShown(window);
+        }
+    }
+
+    bool bringForward(pid_t processIdentifier) override
+    {
+        const bool has = std::any_of(windows.begin(), windows.end(), [&](const auto& window) {
+            return window.processIdentifier == processIdentifier;
+        });
+        if (has) {
+            forward.push_back(processIdentifier);
+        }
+        return has;
+    }
+
+    void show(const WindowFacts& window)
+    {
+        windows.push_back(window);
+        onWindowShown(window);
+    }
+
+    std::vector<WindowFacts> windows;
+    std::vector<pid_t> forward;
+};
+
+} // namespace workspace

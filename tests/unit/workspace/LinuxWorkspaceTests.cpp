@@ -1,0 +1,334 @@
+#include "Facts.h"
+#include "FakeApplicationIndex.h"
+#include "FakeProcessSource.h"
+#include "FakeWindowSystem.h"
+#include "fakes/FakeDispatchQueues.h"
+#include "fakes/FakeIcon.h"
+#include "fakes/FakeTimers.h"
+#include "linux/workspace/LinuxWorkspace.h"
+
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::WorkspaceNotificationName;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using workspace::known;
+using workspace::process;
+
+const platform::Bundle MAIN_BUNDLE{
+    "/opt/Tarvel.app",
+    std::string("Tarvel"),
+    std::string("Tarvel"),
+    std::string("com.quorvent.Tarvel")};
+
+class LinuxWorkspace : public testing::Test
+{
+protected:
+    LinuxWorkspace()
+    {
+        index.add(known("mousepad"));
+        index.add(known("xterm"));
+        index.add(known("agentless", false));
+        index.roles["xterm"] = "com.apple.Terminal";
+    }
+
+    void start()
+    {
+        desktop.start([this] { ready = true; });
+        queues.runAll();
+        observe(WorkspaceNotificationName::WillLaunchApplication, "will launch");
+        observe(WorkspaceNotificationName::DidLaunchApplication, "did launch");
+        observe(WorkspaceNotificationName::DidTerminateApplication, "did terminate");
+        observe(WorkspaceNotificationName::DidActivateApplication, "did activate");
+        observe(WorkspaceNotificationName::DidDeactivateApplication, "did deactivate");
+        desktop.addKeyPathObserver(
+            this,
+            platform::RUNNING_APPLICATIONS_KEY_PATH,
+            3,
+            [this](const auto&, const std::optional<platform::KeyValueChange>& change) {
+                const bool inserted = change->newKey.has_value();
+                const auto& list = inserted ? *change->newKey : *change->oldKey;
+                heard.push_back(
+                    (inserted ? "inserted " : "removed ") + *list.front().bundleIdentifier
+                );
+            }
+        );
+    }
+
+    void observe(WorkspaceNotificationName name, const std::string& text)
+    {
+        desktop.addObserver(this, name, [this, text](const auto& notification) {
+            const auto& value = notification.userInfo->at(platform::WORKSPACE_APPLICATION_KEY);
+            const auto& application = std::get<platform::RunningApplication>(value);
+            heard.push_back(text + " " + *application.bundleIdentifier);
+        });
+    }
+
+    void exec(pid_t pid, const std::string& name)
+    {
+        processes.exec(process(pid, name));
+        queues.runAll();
+    }
+
+    void exit(pid_t pid)
+    {
+        processes.exit(pid);
+        queues.runAll();
+        timers.fireAll();
+        queues.runAll();
+    }
+
+    workspace::FakeApplicationIndex index;
+    workspace::FakeProcessSource processes;
+    workspace::FakeWindowSystem windows;
+    fakes::FakeDispatchQueues queues;
+    fakes::FakeTimers timers;
+    std::vector<std::string> reports;
+    workspace::OwnPrograms programs{MAIN_BUNDLE, index};
+    workspace::LinuxWorkspace desktop{workspace::LinuxWorkspace::Parts{
+        .processes = processes,
+        .applications = programs,
+        .windows = &windows,
+        .queues = queues,
+        .timers = timers,
+        .loadIcon = [](const std::string& name) { return std::make_shared<fakes::FakeIcon>(name); },
+        .report = [this](std::string_view line) { reports.emplace_back(line); },
+    }};
+    std::vector<std::string> heard;
+    bool ready = false;
+};
+
+} // namespace
+
+TEST_F(LinuxWorkspace, WhatRanBeforeIsInTheListWithoutAnyNotification)
+{
+    processes.all.push_back(process(10, "mousepad"));
+    processes.all.push_back(process(11, "nobody"));
+    windows.windows.push_back({10, "mousepad", "mousepad"});
+    start();
+
+    EXPECT_TRUE(ready);
+    ASSERT_EQ(desktop.runningApplications().size(), 1U);
+    EXPECT_EQ(desktop.runningApplications().front().bundleIdentifier, "mousepad");
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+TEST_F(LinuxWorkspace, WindowOfWhatRanBeforeIsNoLaunch)
+{
+    processes.all.push_back(process(10, "mousepad"));
+    start();
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+TEST_F(LinuxWorkspace, RegularStartIsListedThenAnnouncedThenLaunchedThenTerminated)
+{
+    start();
+    exec(10, "mousepad");
+    windows.show({10, "mousepad", "mousepad"});
+    exit(10);
+
+    EXPECT_THAT(
+        heard,
+        ElementsAre(
+            "inserted mousepad",
+            "will launch mousepad",
+            "did launch mousepad",
+            "removed mousepad",
+            "did terminate mousepad"
+        )
+    );
+}
+
+TEST_F(LinuxWorkspace, ProcessIsKnownByItsIdentifierWhileItsLaunchIsAnnounced)
+{
+    start();
+    std::optional<platform::RunningApplication> found;
+    desktop.addObserver(
+        &found,
+        WorkspaceNotificationName::WillLaunchApplication,
+        [&](const platform::WorkspaceNotification& notification) {
+            const auto& pid =
+                notification.userInfo->at(platform::APPLICATION_PROCESS_IDENTIFIER_KEY);
+            found = desktop.runningApplication(static_cast<int>(std::get<std::int64_t>(pid)));
+        }
+    );
+    exec(10, "mousepad");
+
+    ASSERT_TRUE(found.has_value());
+    EXPECT_EQ(found->localizedName, "Name of mousepad");
+    EXPECT_EQ(found->executableUrl, "/usr/bin/mousepad");
+    EXPECT_EQ(found->bundleUrl, "/Applications/mousepad.app");
+    EXPECT_EQ(found->activationPolicy, platform::ActivationPolicy::Regular);
+    EXPECT_NE(found->icon, nullptr);
+}
+
+TEST_F(LinuxWorkspace, ProcessOfNobodyIsNeverHeardOf)
+{
+    start();
+    processes.exec(process(10, "nobody"));
+
+    EXPECT_TRUE(queues.main.empty()) << "the main thread must not be woken for it";
+}
+
+TEST_F(LinuxWorkspace, HiddenEntryIsAccessoryUntilItShowsAWindow)
+{
+    start();
+    exec(10, "agentless");
+    EXPECT_EQ(
+        desktop.runningApplication(10)->activationPolicy, platform::ActivationPolicy::Accessory
+    );
+
+    windows.show({10, "Agentless", "agentless"});
+    EXPECT_EQ(
+        desktop.runningApplication(10)->activationPolicy, platform::ActivationPolicy::Regular
+    );
+}
+
+TEST_F(LinuxWorkspace, HandOverToALivingInstanceIsNoTermination)
+{
+    start();
+    exec(10, "mousepad");
+    windows.show({10, "mousepad", "mousepad"});
+    exec(20, "mousepad");
+    heard.clear();
+    exit(20);
+
+    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_EQ(desktop.runningApplications("mousepad").size(), 1U);
+}
+
+TEST_F(LinuxWorkspace, WindowThatNoExecAnnouncedStillLaunchesItsApplication)
+{
+    start();
+    processes.all.push_back(process(10, "copy-of-mousepad"));
+    windows.show({10, "mousepad", "mousepad"});
+    queues.runAll();
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+}
+
+TEST_F(LinuxWorkspace, WindowOfAChildBelongsToItsApplication)
+{
+    start();
+    exec(10, "xterm");
+    processes.all.push_back(process(12, "nobody"));
+    processes.ancestors[12] = {11, 10, 1};
+    windows.show({12, "Something", "something"});
+
+    EXPECT_EQ(heard.back(), "did launch xterm");
+}
+
+TEST_F(LinuxWorkspace, RoleFindsWhoeverPlaysIt)
+{
+    start();
+    exec(10, "xterm");
+
+    EXPECT_EQ(desktop.runningApplications("com.apple.Terminal").size(), 1U);
+    EXPECT_TRUE(desktop.answersTo("xterm", "com.apple.Terminal"));
+    EXPECT_TRUE(desktop.answersTo("xterm", "xterm"));
+    EXPECT_FALSE(desktop.answersTo("mousepad", "com.apple.Terminal"));
+    EXPECT_FALSE(desktop.answersTo("com.apple.Terminal", "xterm"));
+}
+
+TEST_F(LinuxWorkspace, ActivationIsReportedByApplicationOldOneFirst)
+{
+    start();
+    exec(10, "mousepad");
+    exec(20, "xterm");
+    heard.clear();
+    windows.onActiveProcessChanged(10);
+    windows.onActiveProcessChanged(20);
+    windows.onActiveProcessChanged(0);
+
+    EXPECT_THAT(
+        heard,
+        ElementsAre(
+            "did activate mousepad",
+            "did deactivate mousepad",
+            "did activate xterm",
+            "did deactivate xterm"
+        )
+    );
+}
+
+TEST_F(LinuxWorkspace, BringingForwardTriesEveryProcessOfTheInstance)
+{
+    start();
+    exec(10, "mousepad");
+    processes.ancestors[11] = {10, 1};
+    exec(11, "mousepad");
+    windows.windows.push_back({11, "mousepad", "mousepad"});
+
+    EXPECT_TRUE(desktop.activate(*desktop.runningApplication(10), 2));
+    EXPECT_THAT(windows.forward, ElementsAre(11));
+    exec(20, "xterm");
+    EXPECT_FALSE(desktop.activate(*desktop.runningApplication(20), 2));
+}
+
+TEST_F(LinuxWorkspace, LostEventsAreMadeUpForByTheNextSnapshot)
+{
+    start();
+    exec(10, "mousepad");
+    heard.clear();
+    processes.all = {process(20, "xterm")};
+    processes.onSnapshot(processes.all);
+    queues.runAll();
+    timers.fireAll();
+    queues.runAll();
+
+    EXPECT_THAT(
+        heard,
+        ElementsAre(
+            "inserted xterm", "will launch xterm", "removed mousepad", "did terminate mousepad"
+        )
+    );
+}
+
+TEST_F(LinuxWorkspace, SurvivorKeepsTheInstanceThroughTheGrace)
+{
+    start();
+    exec(10, "mousepad");
+    heard.clear();
+    processes.all.push_back(process(11, "mousepad"));
+    exit(10);
+
+    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_EQ(desktop.runningApplications("mousepad").front().processIdentifier, 11);
+}
+
+TEST_F(LinuxWorkspace, InstalledApplicationsAreFoundByIdentifier)
+{
+    start();
+
+    EXPECT_EQ(desktop.absolutePathForAppBundle("mousepad"), "/Applications/mousepad.app");
+    EXPECT_EQ(desktop.absolutePathForAppBundle("nobody"), std::nullopt);
+    const auto icon = desktop.iconForFile("/Applications/mousepad.app");
+    EXPECT_EQ(dynamic_cast<const fakes::FakeIcon&>(*icon).source, "icon-mousepad");
+    EXPECT_NE(desktop.iconForFile("/nowhere"), nullptr);
+}
+
+TEST_F(LinuxWorkspace, ProgramThatRunsAlreadyIsNotStartedAgain)
+{
+    constexpr auto HELPER_BUNDLE = "/opt/Tarvel.app/Contents/Library/LoginItems/OlvoHelper.app";
+    proc::ProcessFacts helper;
+    helper.pid = 30;
+    helper.startTime = 300;
+    helper.executable = std::string(HELPER_BUNDLE) + "/OlvoHelper";
+    processes.all.push_back(helper);
+    start();
+
+    EXPECT_TRUE(desktop.launchApplication(HELPER_BUNDLE, platform::LAUNCH_DEFAULT, {}));
+    EXPECT_THAT(reports, IsEmpty());
+    EXPECT_FALSE(desktop.launchApplication("/opt/Missing.app", platform::LAUNCH_DEFAULT, {}));
+    EXPECT_EQ(reports.size(), 1U) << "what cannot be started is said";
+}
