@@ -16,11 +16,8 @@ struct Instance
 {
     KnownApplicationPtr application;
     std::uint64_t number = 0; // in order of appearance
-    pid_t leader = 0;
-    std::uint64_t leaderStartTime = 0;
-    std::string executable;                   // of the leader
-    int terminal = 0;                         // of the leader
-    std::map<pid_t, std::uint64_t> processes; // with their start times; the leader is one of them
+    proc::ProcessFacts leader;
+    std::map<pid_t, std::uint64_t> processes; // with their start times
     bool announced = false; // its start was reported, so its first window is to be, too
     bool windowShown = false;
 };

@@ -16,6 +16,12 @@ void call(const Callback& callback, const Arguments&... arguments)
     }
 }
 
+bool contains(const Instance& instance, pid_t pid, std::uint64_t startTime)
+{
+    const auto found = instance.processes.find(pid);
+    return found != instance.processes.end() && found->second == startTime;
+}
+
 } // namespace
 
 void InstanceTracker::alreadyRunning(
@@ -35,10 +41,42 @@ void InstanceTracker::processStarted(
     const std::vector<pid_t>& ancestors
 )
 {
+    settle();
     if (!joins(facts, application, ancestors)) {
         const InstancePtr instance = add(facts, application);
         instance->announced = true;
         call(onStarted, *instance);
+    }
+}
+
+void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
+{
+    forgetEarlierOwner(facts);
+    const InstancePtr instance = instanceOf(facts.pid);
+    if (instance != nullptr && instance->leader.pid == facts.pid) {
+        instance->leader = facts;
+    }
+}
+
+void InstanceTracker::settle()
+{
+    const std::vector<InstancePtr> instances = list;
+    for (const InstancePtr& instance : instances) {
+        const auto processes = instance->processes;
+        for (const auto& [pid, startTime] : processes) {
+            if (isAlive && !isAlive(pid, startTime)) {
+                processEnded(pid, startTime);
+            }
+        }
+    }
+}
+
+/// A process identifier that was used again: whoever had it before is gone.
+void InstanceTracker::forgetEarlierOwner(const proc::ProcessFacts& facts)
+{
+    const InstancePtr earlier = instanceOf(facts.pid);
+    if (earlier != nullptr && !contains(*earlier, facts.pid, facts.startTime)) {
+        processEnded(facts.pid, earlier->processes[facts.pid]);
     }
 }
 
@@ -49,19 +87,17 @@ bool InstanceTracker::joins(
     const std::vector<pid_t>& ancestors
 )
 {
+    forgetEarlierOwner(facts);
     const InstancePtr own = instanceOf(facts.pid);
-    if (own != nullptr) {
-        const bool sameProcess = own->processes[facts.pid] == facts.startTime;
-        if (sameProcess && own->application->identifier == application->identifier) {
-            return true; // a wrapper that became what it wraps
-        }
-        leave(own, facts.pid); // it executes something else, or the identifier was used again
+    if (own != nullptr && own->application->identifier == application->identifier) {
+        processBecame(facts); // a wrapper that became what it wraps
+        return true;
     }
     const InstancePtr parent = instanceOf(0, ancestors);
     if (parent == nullptr || parent->application->identifier != application->identifier) {
         return false;
     }
-    if (facts.terminal != 0 && facts.terminal != parent->terminal) {
+    if (facts.terminal != 0 && facts.terminal != parent->leader.terminal) {
         return false; // typed by the user in a terminal that the instance itself shows
     }
     addProcess(*parent, facts.pid, facts.startTime);
@@ -74,10 +110,7 @@ InstanceTracker::add(const proc::ProcessFacts& facts, const KnownApplicationPtr&
     auto instance = std::make_shared<Instance>();
     instance->application = application;
     instance->number = ++latest;
-    instance->leader = facts.pid;
-    instance->leaderStartTime = facts.startTime;
-    instance->executable = facts.executable;
-    instance->terminal = facts.terminal;
+    instance->leader = facts;
     list.push_back(instance);
     addProcess(*instance, facts.pid, facts.startTime);
     return instance;
@@ -91,9 +124,11 @@ void InstanceTracker::addProcess(Instance& instance, pid_t pid, std::uint64_t st
 
 void InstanceTracker::processEnded(pid_t pid, std::uint64_t startTime)
 {
-    const InstancePtr instance = instanceOf(pid);
-    if (instance != nullptr && instance->processes[pid] == startTime) {
-        leave(instance, pid);
+    const std::vector<InstancePtr> instances = list;
+    for (const InstancePtr& instance : instances) {
+        if (contains(*instance, pid, startTime)) {
+            leave(instance, pid);
+        }
     }
 }
 
@@ -101,37 +136,35 @@ void InstanceTracker::leave(const InstancePtr& instance, pid_t pid)
 {
     instance->processes.erase(pid);
     if (instance->processes.empty()) {
-        call(onGraceWanted, instance);
+        if (!isTakenOver(*instance)) {
+            finish(instance);
+        }
         return;
     }
-    if (instance->leader == pid) {
+    if (instance->leader.pid == pid) {
         const auto oldest = std::min_element(
             instance->processes.begin(),
             instance->processes.end(),
             [](const auto& left, const auto& right) { return left.second < right.second; }
         );
-        instance->leader = oldest->first;
-        instance->leaderStartTime = oldest->second;
+        instance->leader.pid = oldest->first;
+        instance->leader.startTime = oldest->second;
     }
 }
 
-void InstanceTracker::graceOver(
-    const InstancePtr& instance, const std::vector<proc::ProcessFacts>& survivors
-)
+/// Applications whose first process only starts the one that stays.
+bool InstanceTracker::isTakenOver(Instance& instance)
 {
-    if (!instance->processes.empty()) {
-        return; // somebody joined meanwhile
-    }
+    const auto survivors = survivorsOf ? survivorsOf(instance) : std::vector<proc::ProcessFacts>{};
     for (const proc::ProcessFacts& facts : survivors) {
-        const bool couldBeAChild = facts.startTime >= instance->leaderStartTime;
+        const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
         if (couldBeAChild && instanceOf(facts.pid) == nullptr) {
-            instance->leader = facts.pid;
-            instance->leaderStartTime = facts.startTime;
-            addProcess(*instance, facts.pid, facts.startTime);
-            return;
+            instance.leader = facts;
+            addProcess(instance, facts.pid, facts.startTime);
+            return true;
         }
     }
-    finish(instance);
+    return false;
 }
 
 void InstanceTracker::finish(const InstancePtr& instance)
@@ -147,7 +180,7 @@ bool InstanceTracker::livesElsewhere(const Instance& instance) const
 {
     return std::any_of(list.begin(), list.end(), [&](const InstancePtr& other) {
         return other->application->identifier == instance.application->identifier &&
-               other->number < instance.number && !other->processes.empty();
+               other->number < instance.number;
     });
 }
 
@@ -161,10 +194,10 @@ void InstanceTracker::windowShown(const InstancePtr& instance)
 
 InstancePtr InstanceTracker::instanceOf(pid_t pid) const
 {
-    const auto found = std::find_if(list.begin(), list.end(), [&](const InstancePtr& instance) {
+    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
         return instance->processes.contains(pid);
     });
-    return found == list.end() ? nullptr : *found;
+    return found == list.rend() ? nullptr : *found;
 }
 
 InstancePtr InstanceTracker::instanceOf(pid_t pid, const std::vector<pid_t>& ancestors) const

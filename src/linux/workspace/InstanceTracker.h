@@ -3,14 +3,17 @@
 // members, during the call.
 //
 // A process of an application's own tree is a helper of it and no start, unless it has a terminal
-// of its own. A start that finds a living instance, shows no window and ends has handed over to
-// that instance: it is no end. When the last process of an instance is gone, a process of the same
-// executable that survived it takes over; whoever asks for survivors does so after a grace.
+// of its own. A process that executes another application starts that one, too, and both end with
+// it. When the last process of an instance is gone, one that it left behind takes over. A start
+// that finds a living instance, shows no window and ends has handed over to that instance: it is no
+// end. An end is always said before any later start, for the end of one application lifts a lock
+// and must not lift that of the next.
 #pragma once
 
 #include "linux/workspace/Instance.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace workspace {
@@ -33,8 +36,11 @@ public:
     /// The end of this process is to be reported by `processEnded`.
     std::function<void(pid_t pid, std::uint64_t startTime)> onWatchWanted;
 
-    /// The last known process ended: `graceOver` is to be called a little later.
-    std::function<void(const InstancePtr& instance)> onGraceWanted;
+    /// Asked whether that very process still runs. Unset: all do.
+    std::function<bool(pid_t pid, std::uint64_t startTime)> isAlive;
+
+    /// Asked for the processes that an instance may have left behind. Unset: none.
+    std::function<std::vector<proc::ProcessFacts>(const Instance& instance)> survivorsOf;
 
     /// What ran before this program: listed without any conclusion. `ancestors`: the nearest first.
     void alreadyRunning(
@@ -49,14 +55,14 @@ public:
         const std::vector<pid_t>& ancestors
     );
 
-    void processEnded(pid_t pid, std::uint64_t startTime);
+    /// A known process executes something that is no application: it stays what it is.
+    void processBecame(const proc::ProcessFacts& facts);
 
-    /// `survivors`: processes that run now and execute what the instance's leader executed.
-    void graceOver(const InstancePtr& instance, const std::vector<proc::ProcessFacts>& survivors);
+    void processEnded(pid_t pid, std::uint64_t startTime);
 
     void windowShown(const InstancePtr& instance);
 
-    /// The instance that the process is known to be a part of; empty when there is none.
+    /// The latest instance that the process is known to be a part of; empty when there is none.
     InstancePtr instanceOf(pid_t pid) const;
 
     /// The same, or else that of the nearest ancestor which is part of one.
@@ -65,7 +71,11 @@ public:
     /// In order of appearance.
     const std::vector<InstancePtr>& instances() const { return list; }
 
+    /// Says what ended without being heard of.
+    void settle();
+
 private:
+    void forgetEarlierOwner(const proc::ProcessFacts& facts);
     bool joins(
         const proc::ProcessFacts& facts,
         const KnownApplicationPtr& application,
@@ -74,6 +84,7 @@ private:
     InstancePtr add(const proc::ProcessFacts& facts, const KnownApplicationPtr& application);
     void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime);
     void leave(const InstancePtr& instance, pid_t pid);
+    bool isTakenOver(Instance& instance);
     void finish(const InstancePtr& instance);
     bool livesElsewhere(const Instance& instance) const;
 

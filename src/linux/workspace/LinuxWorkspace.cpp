@@ -13,8 +13,6 @@ namespace {
 using platform::RunningApplication;
 using platform::WorkspaceNotificationName;
 
-/// How long a process that outlives the leader may take to be seen.
-constexpr double GRACE_SECONDS = 0.3;
 constexpr double RETRY_SECONDS = 60.0;
 
 platform::ActivationPolicy policyOf(const Instance& instance)
@@ -47,16 +45,11 @@ void LinuxWorkspace::start(std::function<void()> ready)
 
 void LinuxWorkspace::wireTracker()
 {
-    tracker.onWatchWanted = [this](pid_t pid, std::uint64_t startTime) {
-        parts.processes.watchExit(pid, startTime);
+    tracker.onWatchWanted = [this](pid_t pid, std::uint64_t startTime) { watch(pid, startTime); };
+    tracker.isAlive = [this](pid_t pid, std::uint64_t startTime) {
+        return parts.processes.alive(pid, startTime);
     };
-    tracker.onGraceWanted = [this](const InstancePtr& instance) {
-        parts.timers.scheduleTimer(GRACE_SECONDS, false, [this, guard = alive, instance] {
-            if (*guard) {
-                askForSurvivors(instance);
-            }
-        });
-    };
+    tracker.survivorsOf = [this](const Instance& instance) { return survivorsOf(instance); };
     tracker.onStarted = [this](const Instance& instance) {
         observers.notifyInserted(record(instance));
         notifyLaunch(WorkspaceNotificationName::WillLaunchApplication, instance);
@@ -77,17 +70,22 @@ void LinuxWorkspace::wireProcesses()
 {
     parts.processes.onExec = [this](const proc::ProcessFacts& facts) {
         KnownApplicationPtr application = parts.applications.ofProcess(facts);
-        if (application == nullptr) {
-            return;
+        if (application != nullptr) {
+            post([this,
+                  facts,
+                  application = std::move(application),
+                  ancestors = parts.processes.ancestorsOf(facts.pid)] {
+                tracker.processStarted(facts, application, ancestors);
+            });
+        } else if (isWatched(facts.pid)) {
+            post([this, facts] { tracker.processBecame(facts); });
         }
-        post([this,
-              facts,
-              application = std::move(application),
-              ancestors = parts.processes.ancestorsOf(facts.pid)] {
-            tracker.processStarted(facts, application, ancestors);
-        });
     };
     parts.processes.onExit = [this](pid_t pid, std::uint64_t startTime) {
+        {
+            const std::lock_guard lock(mutex);
+            watched.erase(pid);
+        }
         post([this, pid, startTime] { tracker.processEnded(pid, startTime); });
     };
     parts.processes.onSnapshot = [this](const std::vector<proc::ProcessFacts>& all) {
@@ -132,6 +130,7 @@ LinuxWorkspace::sightingsOf(const std::vector<proc::ProcessFacts>& all) const
 /// The first one fills the list. A later one makes up for events that were lost.
 void LinuxWorkspace::takeSnapshot(const std::vector<Sighting>& sightings)
 {
+    tracker.settle();
     for (const Sighting& sighting : sightings) {
         if (listening) {
             tracker.processStarted(sighting.facts, sighting.application, sighting.ancestors);
@@ -141,15 +140,6 @@ void LinuxWorkspace::takeSnapshot(const std::vector<Sighting>& sightings)
     }
     if (!listening && parts.windows != nullptr) {
         parts.windows->start();
-    }
-    const std::vector<InstancePtr> instances = tracker.instances();
-    for (const InstancePtr& instance : instances) {
-        const auto processes = instance->processes;
-        for (const auto& [pid, startTime] : processes) {
-            if (!parts.processes.alive(pid, startTime)) {
-                tracker.processEnded(pid, startTime);
-            }
-        }
     }
     if (!std::exchange(listening, true)) {
         const auto ready = std::exchange(onReady, nullptr);
@@ -217,30 +207,43 @@ void LinuxWorkspace::activeProcessChanged(pid_t process)
     }
 }
 
-void LinuxWorkspace::askForSurvivors(const InstancePtr& instance)
+/// What executes the same file and is the same application, or was forked off and so has the same
+/// arguments: an interpreter may execute anything.
+std::vector<proc::ProcessFacts> LinuxWorkspace::survivorsOf(const Instance& instance) const
 {
-    parts.queues.asyncGlobal([this,
-                              guard = alive,
-                              instance,
-                              &processes = parts.processes,
-                              &queues = parts.queues,
-                              executable = instance->executable] {
-        queues.asyncMain([this, guard, instance, survivors = processes.executing(executable)] {
-            if (*guard) {
-                tracker.graceOver(instance, survivors);
-            }
-        });
+    std::vector<proc::ProcessFacts> result = parts.processes.executing(instance.leader.executable);
+    std::erase_if(result, [&](const proc::ProcessFacts& facts) {
+        const KnownApplicationPtr application = parts.applications.ofProcess(facts);
+        const bool same =
+            application != nullptr && application->identifier == instance.application->identifier;
+        return !same && facts.arguments != instance.leader.arguments;
     });
+    return result;
+}
+
+void LinuxWorkspace::watch(pid_t pid, std::uint64_t startTime)
+{
+    {
+        const std::lock_guard lock(mutex);
+        watched.insert(pid);
+    }
+    parts.processes.watchExit(pid, startTime);
+}
+
+bool LinuxWorkspace::isWatched(pid_t pid)
+{
+    const std::lock_guard lock(mutex);
+    return watched.contains(pid);
 }
 
 RunningApplication LinuxWorkspace::record(const Instance& instance) const
 {
     const KnownApplication& application = *instance.application;
     return {
-        .processIdentifier = instance.leader,
+        .processIdentifier = instance.leader.pid,
         .bundleIdentifier = application.identifier,
         .localizedName = application.name,
-        .executableUrl = instance.executable,
+        .executableUrl = instance.leader.executable,
         .bundleUrl = application.bundlePath,
         .activationPolicy = policyOf(instance),
         .icon = parts.loadIcon(application.iconName),
@@ -280,7 +283,7 @@ std::vector<RunningApplication> LinuxWorkspace::runningApplications()
 std::optional<RunningApplication> LinuxWorkspace::runningApplication(std::int32_t processIdentifier)
 {
     const InstancePtr instance = tracker.instanceOf(processIdentifier);
-    return instance != nullptr && instance->leader == processIdentifier
+    return instance != nullptr && instance->leader.pid == processIdentifier
                ? std::optional(record(*instance))
                : std::nullopt;
 }
@@ -342,7 +345,7 @@ bool LinuxWorkspace::launchApplication(
     const std::vector<InstancePtr>& instances = tracker.instances();
     const bool runs =
         std::any_of(instances.begin(), instances.end(), [&](const InstancePtr& instance) {
-            return instance->executable == executable && !instance->processes.empty();
+            return instance->leader.executable == executable;
         });
     if (runs) {
         return true;

@@ -15,6 +15,8 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -96,7 +98,9 @@ private:
     void windowShown(const WindowFacts& window);
     InstancePtr instanceOfWindow(const WindowFacts& window, const std::vector<pid_t>& ancestors);
     void activeProcessChanged(pid_t process);
-    void askForSurvivors(const InstancePtr& instance);
+    std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
+    void watch(pid_t pid, std::uint64_t startTime);
+    bool isWatched(pid_t pid);
     platform::RunningApplication record(const Instance& instance) const;
     void notifyLaunch(platform::WorkspaceNotificationName name, const Instance& instance);
     void notifyApplication(
@@ -110,6 +114,8 @@ private:
     std::function<void()> onReady;
     bool listening = false; // what ran before is in the list; what comes now is news
     std::optional<platform::RunningApplication> active;
+    std::mutex mutex;
+    std::set<pid_t> watched; // guarded by the mutex
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };
 

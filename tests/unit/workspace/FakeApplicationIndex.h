@@ -14,6 +14,13 @@ class FakeApplicationIndex final : public ApplicationIndex
 public:
     void add(const KnownApplicationPtr& application) { applications.push_back(application); }
 
+    void hide(const std::string& identifier)
+    {
+        std::erase_if(applications, [&](const auto& application) {
+            return application->identifier == identifier;
+        });
+    }
+
     KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override
     {
         return find([&](const auto& entry) { return entry.executable == facts.executable; });

@@ -1,6 +1,7 @@
 #include "Facts.h"
 #include "linux/workspace/InstanceTracker.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using workspace::Instance;
-using workspace::InstancePtr;
 using workspace::known;
 using workspace::process;
 
@@ -25,7 +25,8 @@ protected:
         tracker.onWindowShown = note("window");
         tracker.onEnded = note("ended");
         tracker.onHandedOver = note("handed over");
-        tracker.onGraceWanted = [this](const InstancePtr& instance) { grace = instance; };
+        tracker.survivorsOf = [this](const Instance&) { return survivors; };
+        tracker.isAlive = [this](pid_t pid, std::uint64_t) { return !dead.contains(pid); };
     }
 
     std::function<void(const Instance&)> note(const std::string& what)
@@ -40,17 +41,12 @@ protected:
         tracker.processStarted(process(pid, name), known(name), ancestors);
     }
 
-    void end(pid_t pid, const std::vector<proc::ProcessFacts>& survivors = {})
-    {
-        tracker.processEnded(pid, static_cast<std::uint64_t>(pid) * 10);
-        if (const InstancePtr waiting = std::exchange(grace, nullptr)) {
-            tracker.graceOver(waiting, survivors);
-        }
-    }
+    void end(pid_t pid) { tracker.processEnded(pid, static_cast<std::uint64_t>(pid) * 10); }
 
     workspace::InstanceTracker tracker;
     std::vector<std::string> said;
-    InstancePtr grace;
+    std::vector<proc::ProcessFacts> survivors;
+    std::set<pid_t> dead;
 };
 
 } // namespace
@@ -138,14 +134,48 @@ TEST_F(InstanceTracker, WrapperThatBecomesItsProgramIsOneStart)
     EXPECT_THAT(said, ElementsAre("started firefox"));
 }
 
-TEST_F(InstanceTracker, ProcessThatExecutesAnotherApplicationLeavesItsOwn)
+TEST_F(InstanceTracker, ProcessThatExecutesAnotherApplicationIsBothUntilItEnds)
 {
-    start(10, "launcher");
-    start(10, "mousepad");
-    tracker.graceOver(std::exchange(grace, nullptr), {});
+    start(10, "uxterm");
+    start(10, "xterm");
 
-    EXPECT_THAT(said, ElementsAre("started launcher", "started mousepad", "ended launcher"));
-    EXPECT_EQ(tracker.instanceOf(10)->application->identifier, "mousepad");
+    EXPECT_THAT(said, ElementsAre("started uxterm", "started xterm"));
+    EXPECT_EQ(tracker.instanceOf(10)->application->identifier, "xterm");
+    end(10);
+    EXPECT_THAT(
+        said, ElementsAre("started uxterm", "started xterm", "ended uxterm", "ended xterm")
+    );
+}
+
+TEST_F(InstanceTracker, EndThatWasNotHeardOfYetIsSaidBeforeTheNextStart)
+{
+    start(10, "mousepad");
+    dead.insert(10);
+    start(20, "xterm");
+
+    EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad", "started xterm"));
+}
+
+TEST_F(InstanceTracker, RestartOfAnApplicationIsNoHandOverToTheOneThatEnded)
+{
+    start(10, "mousepad");
+    dead.insert(10);
+    start(20, "mousepad");
+    end(20);
+
+    EXPECT_THAT(
+        said,
+        ElementsAre("started mousepad", "ended mousepad", "started mousepad", "ended mousepad")
+    );
+}
+
+TEST_F(InstanceTracker, WrapperThatBecomesAProgramOfNobodyStaysTheApplication)
+{
+    start(10, "wrapper");
+    tracker.processBecame(process(10, "real-program"));
+
+    EXPECT_THAT(said, ElementsAre("started wrapper"));
+    EXPECT_EQ(tracker.instanceOf(10)->leader.executable, "/usr/bin/real-program");
 }
 
 TEST_F(InstanceTracker, ReusedProcessIdentifierIsAnotherProcess)
@@ -155,7 +185,7 @@ TEST_F(InstanceTracker, ReusedProcessIdentifierIsAnotherProcess)
     later.startTime = 999;
     tracker.processStarted(later, known("mousepad"), {});
 
-    EXPECT_THAT(said, ElementsAre("started mousepad", "started mousepad"));
+    EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad", "started mousepad"));
     tracker.processEnded(10, 100);
     EXPECT_NE(tracker.instanceOf(10), nullptr) << "the end of the earlier one must not count";
 }
@@ -163,10 +193,12 @@ TEST_F(InstanceTracker, ReusedProcessIdentifierIsAnotherProcess)
 TEST_F(InstanceTracker, SurvivorOfTheSameExecutableTakesOver)
 {
     start(10, "thunar");
-    end(10, {process(11, "thunar")});
+    survivors = {process(11, "thunar")};
+    end(10);
 
     EXPECT_THAT(said, ElementsAre("started thunar"));
-    EXPECT_EQ(tracker.instanceOf(11)->leader, 11);
+    EXPECT_EQ(tracker.instanceOf(11)->leader.pid, 11);
+    survivors.clear();
     end(11);
     EXPECT_EQ(said.back(), "ended thunar");
 }
@@ -174,7 +206,8 @@ TEST_F(InstanceTracker, SurvivorOfTheSameExecutableTakesOver)
 TEST_F(InstanceTracker, OlderProcessOfTheSameExecutableIsNoSurvivor)
 {
     start(10, "thunar");
-    end(10, {process(9, "thunar")});
+    survivors = {process(9, "thunar")};
+    end(10);
 
     EXPECT_EQ(said.back(), "ended thunar");
 }
@@ -186,7 +219,7 @@ TEST_F(InstanceTracker, LastProcessEndsTheInstanceAndTheOldestLeadsMeanwhile)
     start(11, "soffice", {10});
     end(10);
 
-    EXPECT_EQ(tracker.instanceOf(11)->leader, 11);
+    EXPECT_EQ(tracker.instanceOf(11)->leader.pid, 11);
     end(11);
     EXPECT_THAT(said, ElementsAre("started soffice"));
     end(12);
@@ -212,7 +245,8 @@ TEST_F(InstanceTracker, EveryProcessOfAnInstanceIsWatched)
     start(10, "thunar");
     start(11, "thunar", {10});
     end(10);
-    end(11, {process(12, "thunar")});
+    survivors = {process(12, "thunar")};
+    end(11);
 
     EXPECT_THAT(watched, ElementsAre(10, 11, 12));
 }

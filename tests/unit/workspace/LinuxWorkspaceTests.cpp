@@ -80,8 +80,6 @@ protected:
     {
         processes.exit(pid);
         queues.runAll();
-        timers.fireAll();
-        queues.runAll();
     }
 
     workspace::FakeApplicationIndex index;
@@ -283,18 +281,16 @@ TEST_F(LinuxWorkspace, LostEventsAreMadeUpForByTheNextSnapshot)
     processes.all = {process(20, "xterm")};
     processes.onSnapshot(processes.all);
     queues.runAll();
-    timers.fireAll();
-    queues.runAll();
 
     EXPECT_THAT(
         heard,
         ElementsAre(
-            "inserted xterm", "will launch xterm", "removed mousepad", "did terminate mousepad"
+            "removed mousepad", "did terminate mousepad", "inserted xterm", "will launch xterm"
         )
     );
 }
 
-TEST_F(LinuxWorkspace, SurvivorKeepsTheInstanceThroughTheGrace)
+TEST_F(LinuxWorkspace, ForkedProcessKeepsTheInstance)
 {
     start();
     exec(10, "mousepad");
@@ -304,6 +300,22 @@ TEST_F(LinuxWorkspace, SurvivorKeepsTheInstanceThroughTheGrace)
 
     EXPECT_THAT(heard, IsEmpty());
     EXPECT_EQ(desktop.runningApplications("mousepad").front().processIdentifier, 11);
+}
+
+TEST_F(LinuxWorkspace, InterpreterThatRunsSomethingElseIsNoSurvivor)
+{
+    auto script = std::make_shared<workspace::KnownApplication>(*known("script"));
+    script->executable = "/usr/bin/python3";
+    index.add(script);
+    start();
+    exec(10, "python3");
+    proc::ProcessFacts other = process(11, "python3");
+    other.arguments = {"python3", "/home/user/other.py"};
+    index.hide("script");
+    processes.all.push_back(other);
+    exit(10);
+
+    EXPECT_EQ(heard.back(), "did terminate script");
 }
 
 TEST_F(LinuxWorkspace, InstalledApplicationsAreFoundByIdentifier)

@@ -1,0 +1,72 @@
+#include "linux/dbus/DBusDistributedNotifications.h"
+
+#include <QDBusMessage>
+
+#include <utility>
+
+namespace dbus {
+
+namespace {
+
+constexpr auto PATH = "/com/quorvent/DistributedNotification";
+constexpr auto INTERFACE = "com.quorvent.DistributedNotification";
+constexpr auto MEMBER = "Posted";
+constexpr int LONGEST_WAIT = 50; // milliseconds
+
+/// The bus takes the messages of a connection in order: once it answered, it has the notice.
+void waitUntilTaken(const QDBusConnection& connection)
+{
+    const QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"),
+        QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus.Peer"),
+        QStringLiteral("Ping")
+    );
+    connection.call(question, QDBus::Block, LONGEST_WAIT);
+}
+
+} // namespace
+
+DBusDistributedNotifications::DBusDistributedNotifications(
+    const std::string& busAddress, platform::Log& log
+)
+    : log(log),
+      bus(busAddress)
+{
+    bus.onConnected = [this](QDBusConnection& connection) {
+        connection.connect(
+            QString(), QString(), INTERFACE, MEMBER, this, SLOT(posted(QString, QString))
+        );
+    };
+}
+
+void DBusDistributedNotifications::post(const std::string& name, const std::string& object)
+{
+    const QDBusConnection connection = bus.connection();
+    QDBusMessage notice = QDBusMessage::createSignal(PATH, INTERFACE, MEMBER);
+    notice << QString::fromStdString(name) << QString::fromStdString(object);
+    if (!connection.isConnected() || !connection.send(notice)) {
+        log.diagnostic("There is no session bus; the notice " + name + " is lost");
+        return;
+    }
+    waitUntilTaken(connection);
+}
+
+void DBusDistributedNotifications::observe(const std::string& name, Handler handler)
+{
+    handlers[name] = std::move(handler);
+    if (!bus.connection().isConnected()) {
+        log.diagnostic("There is no session bus; the notice " + name + " will not be heard");
+    }
+}
+
+void DBusDistributedNotifications::posted(const QString& name, const QString& object)
+{
+    const auto found = handlers.find(name.toStdString());
+    if (found != handlers.end()) {
+        const Handler handler = found->second;
+        handler(name.toStdString(), object.toStdString());
+    }
+}
+
+} // namespace dbus

@@ -1,0 +1,75 @@
+#include "linux/dbus/SettingsPortal.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+namespace dbus {
+
+namespace {
+
+constexpr auto SERVICE = "org.freedesktop.portal.Desktop";
+constexpr auto PATH = "/org/freedesktop/portal/desktop";
+constexpr auto INTERFACE = "org.freedesktop.portal.Settings";
+constexpr auto APPEARANCE = "org.freedesktop.appearance";
+constexpr auto COLOR_SCHEME = "color-scheme";
+constexpr unsigned PREFER_DARK = 1;
+
+} // namespace
+
+SettingsPortal::SettingsPortal(const std::string& busAddress) : bus(busAddress)
+{
+    bus.onConnected = [this](QDBusConnection& connection) {
+        connection.connect(
+            SERVICE,
+            PATH,
+            INTERFACE,
+            QStringLiteral("SettingChanged"),
+            this,
+            SLOT(settingChanged(QString, QString, QDBusVariant))
+        );
+    };
+    ask();
+}
+
+void SettingsPortal::ask()
+{
+    const QDBusConnection connection = bus.connection();
+    if (!connection.isConnected()) {
+        return;
+    }
+    QDBusMessage question =
+        QDBusMessage::createMethodCall(SERVICE, PATH, INTERFACE, QStringLiteral("Read"));
+    question << QString::fromLatin1(APPEARANCE) << QString::fromLatin1(COLOR_SCHEME);
+    auto* call = new QDBusPendingCallWatcher(connection.asyncCall(question), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, &SettingsPortal::answered);
+}
+
+void SettingsPortal::answered(QDBusPendingCallWatcher* call)
+{
+    const QDBusPendingReply<QDBusVariant> reply = *call;
+    if (!reply.isError()) {
+        take(reply.value().variant());
+    }
+    call->deleteLater();
+}
+
+void SettingsPortal::settingChanged(
+    const QString& settingNamespace, const QString& key, const QDBusVariant& value
+)
+{
+    if (settingNamespace == APPEARANCE && key == COLOR_SCHEME) {
+        take(value.variant());
+    }
+}
+
+/// `Read` wraps the value in a variant once more than it should.
+void SettingsPortal::take(const QVariant& colorScheme)
+{
+    const QVariant value = colorScheme.canConvert<QDBusVariant>()
+                               ? colorScheme.value<QDBusVariant>().variant()
+                               : colorScheme;
+    style = value.toUInt() == PREFER_DARK ? std::optional<std::string>("Dark") : std::nullopt;
+}
+
+} // namespace dbus
