@@ -1,0 +1,26 @@
+// What a desktop entry says, as far as identity and listing need it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace xdg {
+
+struct DesktopEntry
+{
+    std::string id;   // file name relative to its folder, '-' for '/', without ".desktop"
+    std::string path; // of the file
+    std::string name; // in the user's language
+    std::string icon; // theme name or absolute path
+    std::string exec; // as it stands, escapes resolved; may be empty where the bus starts it
+    std::string tryExec;
+    std::string startupWindowClass;
+    std::vector<std::string> onlyShowIn;
+    std::vector<std::string> notShowIn;
+    std::vector<std::string> categories;
+    bool hidden = false; // as good as deleted
+    bool noDisplay = false;
+    bool terminal = false;
+};
+
+} // namespace xdg

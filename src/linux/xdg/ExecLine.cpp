@@ -1,0 +1,239 @@
+#include "linux/xdg/ExecLine.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace xdg {
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+// Nothing sensible is wrapped deeper.
+constexpr int MOST_WRAPPERS = 8;
+
+std::string baseName(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+template <std::size_t Size>
+bool isOneOf(const std::string& word, const std::array<std::string_view, Size>& words)
+{
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+bool isAssignment(const std::string& word)
+{
+    const std::size_t equals = word.find('=');
+    return equals != std::string::npos && equals > 0 &&
+           std::all_of(
+               word.begin(),
+               word.begin() + static_cast<std::ptrdiff_t>(equals),
+               [](char c) {
+                   return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
+                          (c >= 'a' && c <= 'z');
+               }
+           );
+}
+
+void dropFront(Words& words, std::size_t count)
+{
+    words.erase(
+        words.begin(), words.begin() + static_cast<std::ptrdiff_t>(std::min(count, words.size()))
+    );
+}
+
+/// Takes the wrapper's own options away, with the value of those that have one.
+template <std::size_t Size>
+void dropOptions(Words& words, const std::array<std::string_view, Size>& withValue)
+{
+    while (!words.empty() && words.front().starts_with('-')) {
+        const bool last = words.front() == "--";
+        dropFront(words, isOneOf(words.front(), withValue) ? 2 : 1);
+        if (last) {
+            return;
+        }
+    }
+}
+
+void dropAssignments(Words& words)
+{
+    while (!words.empty() && isAssignment(words.front())) {
+        dropFront(words, 1);
+    }
+}
+
+bool isShell(const std::string& name)
+{
+    constexpr std::array<std::string_view, 5> SHELLS{"sh", "bash", "dash", "zsh", "ksh"};
+    return isOneOf(name, SHELLS);
+}
+
+/// The words of the one command of a script that starts the program; none where it is not plain.
+Words commandOfScript(const std::string& script)
+{
+    constexpr std::array<std::string_view, 4> PREPARING{"cd", "export", "test", "["};
+    std::string_view rest = script;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find_first_of(";&|\n"), rest.size());
+        Words words = splitExec(rest.substr(0, end));
+        dropAssignments(words);
+        if (!words.empty() && !isOneOf(words.front(), PREPARING)) {
+            return words;
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return {};
+}
+
+/// The words of the script of "sh -c SCRIPT"; nothing where it is something else.
+std::optional<Words> scriptOfShell(const Words& words)
+{
+    for (std::size_t index = 1; index + 1 < words.size(); ++index) {
+        const std::string& word = words[index];
+        if (word.starts_with('-') && !word.starts_with("--") && word.ends_with('c')) {
+            return commandOfScript(words[index + 1]);
+        }
+        if (!word.starts_with('-')) {
+            break;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Takes one wrapper away. False when there is none.
+bool peel(Words& words)
+{
+    constexpr std::array<std::string_view, 0> NO_VALUES{};
+    constexpr std::array<std::string_view, 6> ENV_VALUES{
+        "-u", "--unset", "-C", "--chdir", "-S", ""};
+    constexpr std::array<std::string_view, 6> PRIORITY_VALUES{"-n", "-c", "-p", "-t", "--user", ""};
+    constexpr std::array<std::string_view, 4> PLAIN{"nohup", "setsid", "exec", "dbus-run-session"};
+    constexpr std::array<std::string_view, 4> PRIORITY{"nice", "ionice", "chrt", "pkexec"};
+    if (words.empty()) {
+        return false;
+    }
+    const std::string name = baseName(words.front());
+    if (isAssignment(words.front())) {
+        dropAssignments(words);
+    } else if (name == "env") {
+        dropFront(words, 1);
+        dropOptions(words, ENV_VALUES);
+        dropAssignments(words);
+    } else if (isOneOf(name, PLAIN)) {
+        dropFront(words, 1);
+        dropOptions(words, NO_VALUES);
+    } else if (isOneOf(name, PRIORITY)) {
+        dropFront(words, 1);
+        dropOptions(words, PRIORITY_VALUES);
+    } else if (isShell(name)) {
+        std::optional<Words> script = scriptOfShell(words);
+        if (!script) {
+            return false;
+        }
+        words = std::move(*script);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool isFieldCode(const std::string& word)
+{
+    return word.size() == 2 && word[0] == '%' && word[1] != '%';
+}
+
+/// "%%" means one of them; a code inside a longer word is taken away.
+std::string withoutFieldCodes(const std::string& word)
+{
+    std::string result;
+    for (std::size_t index = 0; index < word.size(); ++index) {
+        if (word[index] != '%') {
+            result.push_back(word[index]);
+        } else if (++index < word.size() && word[index] == '%') {
+            result.push_back('%');
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::vector<std::string> splitExec(std::string_view exec)
+{
+    Words words;
+    std::string word;
+    bool inWord = false;
+    char quote = 0;
+    for (std::size_t index = 0; index < exec.size(); ++index) {
+        const char character = exec[index];
+        const bool escape = character == '\\' && quote != '\'' && index + 1 < exec.size();
+        if (escape) {
+            word.push_back(exec[++index]);
+            inWord = true;
+        } else if (quote != 0 && character == quote) {
+            quote = 0;
+        } else if (quote == 0 && (character == '"' || character == '\'')) {
+            quote = character;
+            inWord = true;
+        } else if (quote == 0 && (character == ' ' || character == '\t' || character == '\n')) {
+            if (std::exchange(inWord, false)) {
+                words.push_back(std::exchange(word, {}));
+            }
+        } else {
+            word.push_back(character);
+            inWord = true;
+        }
+    }
+    if (inWord) {
+        words.push_back(std::move(word));
+    }
+    return words;
+}
+
+ExecCommand commandOf(std::string_view exec)
+{
+    Words words;
+    for (const std::string& word : splitExec(exec)) {
+        if (!isFieldCode(word)) {
+            words.push_back(withoutFieldCodes(word));
+        }
+    }
+    for (int wrappers = 0; wrappers < MOST_WRAPPERS && peel(words); ++wrappers) {
+    }
+    if (words.empty()) {
+        return {};
+    }
+    ExecCommand command{words.front(), {}};
+    dropFront(words, 1);
+    command.fixedArguments = std::move(words);
+    return command;
+}
+
+std::string quotedForExec(const std::string& argument)
+{
+    constexpr std::string_view RESERVED = " \t\n\"'\\><~|&;$*?#()`";
+    std::string result;
+    for (const char character : argument) {
+        if (character == '%') {
+            result += "%%";
+        } else if (character == '\\') {
+            // Once for the quotes, and both once more for the file.
+            result += "\\\\\\\\";
+        } else if (character == '"' || character == '`' || character == '$') {
+            result += "\\\\";
+            result.push_back(character);
+        } else if (character == '\n') {
+            result += "\\n";
+        } else {
+            result.push_back(character);
+        }
+    }
+    const bool quoted = argument.empty() || argument.find_first_of(RESERVED) != std::string::npos;
+    return quoted ? "\"" + result + "\"" : result;
+}
+
+} // namespace xdg

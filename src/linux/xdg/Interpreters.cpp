@@ -1,0 +1,146 @@
+#include "linux/xdg/Interpreters.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string_view>
+
+namespace xdg {
+
+namespace {
+
+std::string_view baseName(std::string_view path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// Without a version behind it: "python3.11" is "python".
+std::string_view withoutVersion(std::string_view name)
+{
+    const std::size_t end = name.find_last_not_of("0123456789.-");
+    return end == std::string_view::npos ? name : name.substr(0, end + 1);
+}
+
+template <std::size_t Size>
+bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
+{
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+/// Options whose value is the next argument.
+bool takesValue(std::string_view interpreter, std::string_view option)
+{
+    constexpr std::array<std::string_view, 4> LOADER{
+        "--library-path", "--inhibit-rpath", "--preload", "--argv0"};
+    constexpr std::array<std::string_view, 7> JAVA{
+        "-cp", "-classpath", "--class-path", "-p", "--module-path", "--add-modules", "-d"};
+    constexpr std::array<std::string_view, 2> PYTHON{"-W", "-X"};
+    constexpr std::array<std::string_view, 4> SHELL{"-o", "-O", "--rcfile", "--init-file"};
+    constexpr std::array<std::string_view, 4> NODE{"-r", "--require", "--import", "--loader"};
+    constexpr std::array<std::string_view, 2> GJS{"-I", "--include-path"};
+    constexpr std::array<std::string_view, 2> PERL{"-I", "-M"};
+    if (interpreter.starts_with("ld")) {
+        return isOneOf(option, LOADER);
+    }
+    if (interpreter == "java") {
+        return isOneOf(option, JAVA);
+    }
+    if (interpreter.starts_with("python")) {
+        return isOneOf(option, PYTHON);
+    }
+    if (interpreter.ends_with("sh")) {
+        return isOneOf(option, SHELL);
+    }
+    return isOneOf(option, NODE) || isOneOf(option, GJS) || isOneOf(option, PERL);
+}
+
+/// Options after which there is no file to run: the text or the module is the argument itself.
+bool endsFiles(std::string_view interpreter, std::string_view option)
+{
+    constexpr std::array<std::string_view, 4> TEXT{"-c", "-e", "-E", "--eval"};
+    if (interpreter.starts_with("python")) {
+        // Single letters may stand together: "-Ic".
+        const bool letters = option.size() > 1 && option[1] != '-';
+        return letters && (option.ends_with('c') || option.ends_with('m'));
+    }
+    if (interpreter == "java") {
+        return option == "-m" || option == "--module";
+    }
+    if (interpreter.ends_with("sh")) {
+        return option.size() > 1 && option[1] != '-' && option.ends_with('c');
+    }
+    return isOneOf(option, TEXT);
+}
+
+} // namespace
+
+bool isInterpreter(const std::string& executable)
+{
+    constexpr std::array<std::string_view, 26> NAMES{
+        "sh",     "bash", "dash",  "zsh",  "ksh",    "mksh", "fish",        "busybox", "python",
+        "pypy",   "perl", "ruby",  "node", "nodejs", "gjs",  "gjs-console", "seed",    "lua",
+        "luajit", "java", "tclsh", "wish", "guile",  "php",  "mono",        "Rscript"};
+    return isOneOf(withoutVersion(baseName(executable)), NAMES);
+}
+
+bool isLauncher(const std::string& executable)
+{
+    constexpr std::array<std::string_view, 17> NAMES{
+        "flatpak",
+        "snap",
+        "bwrap",
+        "wine",
+        "wine64",
+        "wine-preloader",
+        "wine64-preloader",
+        "electron",
+        "gapplication",
+        "gtk-launch",
+        "gio",
+        "xdg-open",
+        "dbus-send",
+        "gdbus",
+        "dotnet",
+        "systemd-run",
+        "env"};
+    const std::string_view name = baseName(executable);
+    return isOneOf(name, NAMES) || isOneOf(withoutVersion(name), NAMES);
+}
+
+bool isLoader(const std::string& executable)
+{
+    const std::string_view name = baseName(executable);
+    return (name.starts_with("ld-linux") || name.starts_with("ld-musl") || name.starts_with("ld-2")
+           ) &&
+           name.find(".so") != std::string_view::npos;
+}
+
+std::optional<std::string>
+scriptArgument(const std::string& executable, const std::vector<std::string>& arguments)
+{
+    const std::string_view interpreter =
+        isLoader(executable) ? std::string_view("ld") : withoutVersion(baseName(executable));
+    for (std::size_t index = 1; index < arguments.size(); ++index) {
+        const std::string& argument = arguments[index];
+        if (argument == "--") {
+            return index + 1 < arguments.size() ? std::optional(arguments[index + 1])
+                                                : std::nullopt;
+        }
+        if (interpreter == "java" && argument == "-jar") {
+            return index + 1 < arguments.size() ? std::optional(arguments[index + 1])
+                                                : std::nullopt;
+        }
+        if (argument.empty() || argument.front() != '-') {
+            return argument;
+        }
+        if (argument.size() == 1 || endsFiles(interpreter, argument)) {
+            return std::nullopt;
+        }
+        if (takesValue(interpreter, argument)) {
+            ++index;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace xdg

@@ -1,0 +1,76 @@
+#include "linux/xdg/XdgBundles.h"
+
+#include "linux/xdg/ProgramResolver.h"
+#include "linux/xdg/XdgFileManager.h"
+
+#include <array>
+#include <filesystem>
+#include <string_view>
+
+#include <unistd.h>
+
+namespace xdg {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view IDENTIFIER_PREFIX = "com.quorvent.";
+constexpr std::string_view SUFFIX = ".app";
+
+/// "Tarvel.app" with the program "Tarvel" in it, and the same for the helper.
+std::optional<platform::Bundle> ownLayout(const fs::path& folder)
+{
+    constexpr std::array<std::string_view, 2> PROGRAMS{"Tarvel", "OlvoHelper"};
+    for (const std::string_view program : PROGRAMS) {
+        const std::string name(program);
+        if (folder.filename() == name + std::string(SUFFIX) &&
+            ::access((folder / name).c_str(), X_OK) == 0) {
+            return platform::Bundle{
+                folder.string(), name, name, std::string(IDENTIFIER_PREFIX) + name};
+        }
+    }
+    return std::nullopt;
+}
+
+std::string baseName(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+} // namespace
+
+XdgBundles::XdgBundles(const ApplicationCatalogue& catalogue, const std::string& executable)
+    : catalogue(catalogue),
+      main{
+          fs::path(executable).parent_path().string(),
+          "Tarvel",
+          fs::path(executable).filename().string(),
+          std::string(IDENTIFIER_PREFIX) + "Tarvel"}
+{
+}
+
+XdgBundles::XdgBundles(const ApplicationCatalogue& catalogue)
+    : XdgBundles(catalogue, realPath("/proc/self/exe"))
+{
+}
+
+std::optional<platform::Bundle> XdgBundles::open(const std::string& path)
+{
+    const std::optional<std::string> id = idOfBundlePath(path);
+    if (!id) {
+        return ownLayout(fs::path(path).lexically_normal());
+    }
+    const std::shared_ptr<const Catalogue> current = catalogue.current();
+    const InstalledApplication* application = current->find(*id);
+    if (application == nullptr) {
+        return std::nullopt;
+    }
+    platform::Bundle bundle{path, application->entry.name, std::nullopt, *id};
+    if (!application->executable.empty()) {
+        bundle.executable = baseName(application->executable);
+    }
+    return bundle;
+}
+
+} // namespace xdg
