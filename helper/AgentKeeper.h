@@ -1,0 +1,81 @@
+// Decides what the helper does: keeps the agent alive unless it ended on purpose. Pure; all it does
+// to the world goes through `Hands`. One thread.
+//
+// The agent ended on purpose when it sent the termination notice or ended with status 0; the helper
+// then ends too, and the next agent brings its own. Any other end is undone at once, a few times a
+// minute; after that an agent is only watched for, until somebody starts one.
+#pragma once
+
+#include "helper/RestartLimit.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace helper {
+
+class AgentKeeper
+{
+public:
+    class Hands
+    {
+    public:
+        Hands() = default;
+        Hands(const Hands&) = delete;
+        Hands& operator=(const Hands&) = delete;
+        Hands(Hands&&) = delete;
+        Hands& operator=(Hands&&) = delete;
+        virtual ~Hands() = default;
+
+        virtual RestartLimit::TimePoint now() = 0;
+
+        /// Watches the agent that runs in this session; false when there is none.
+        virtual bool attach() = 0;
+
+        /// Starts an agent and watches it; false when it cannot be started.
+        virtual bool start(std::string& problem) = 0;
+
+        /// Calls `then` when every notice sent before this call has been received.
+        virtual void settle(std::function<void()> then) = 0;
+
+        /// Tells the user.
+        virtual void warn(const std::string& title, const std::string& text) = 0;
+
+        /// Ends this program.
+        virtual void finish() = 0;
+    };
+
+    explicit AgentKeeper(Hands& hands) : hands(hands) {}
+
+    /// `seesOthers`: whether an agent that this process did not start could be found at all.
+    void begin(bool startedByAgent, bool seesOthers);
+
+    void agentEnded(std::optional<int> status);
+    void agentArrived();
+    void noticeReceived(std::string_view name, std::string_view object);
+
+    /// The session goes away, with everything in it.
+    void sessionEnds();
+
+private:
+    enum class State
+    {
+        Watching, // an agent lives
+        Settling, // it is gone, and its notice may still be under way
+        Waiting,  // for an agent that somebody else starts
+        Finished,
+    };
+
+    void settled();
+    void restart();
+    void launch();
+    void giveUp(const std::string& reason);
+    void end();
+
+    Hands& hands;
+    RestartLimit limit;
+    State state = State::Watching;
+};
+
+} // namespace helper

@@ -1,0 +1,63 @@
+#include "helper/AgentWatch.h"
+
+#include "linux/session/ProcessDescriptor.h"
+#include "linux/session/Programs.h"
+
+#include <cerrno>
+
+#include <sys/wait.h>
+
+namespace helper {
+
+namespace {
+
+std::optional<int> reap(pid_t child)
+{
+    int status = 0;
+    pid_t result = 0;
+    do {
+        result = ::waitpid(child, &status, 0);
+    } while (result < 0 && errno == EINTR);
+    const bool exited = result == child && WIFEXITED(status);
+    return exited ? std::optional<int>(WEXITSTATUS(status)) : std::nullopt;
+}
+
+} // namespace
+
+bool AgentWatch::attach()
+{
+    other = session::SessionWatch::open(session::AGENT);
+    return other != nullptr;
+}
+
+void AgentWatch::adopt(pid_t process)
+{
+    child = process;
+    childEnd = session::openProcess(process);
+}
+
+pollfd AgentWatch::awaited() const
+{
+    return {other != nullptr ? other->fd() : childEnd.get(), POLLIN, 0};
+}
+
+void AgentWatch::wake()
+{
+    const std::optional<int> status = takeStatus();
+    const std::function<void(std::optional<int>)> listener = onEnded;
+    if (listener) {
+        listener(status);
+    }
+}
+
+std::optional<int> AgentWatch::takeStatus()
+{
+    if (other != nullptr) {
+        const std::unique_ptr<session::SessionWatch> ended = std::move(other);
+        return ended->exitStatus();
+    }
+    childEnd = session::FileDescriptor();
+    return reap(child);
+}
+
+} // namespace helper

@@ -1,0 +1,34 @@
+#include "helper/Signals.h"
+
+#include <csignal>
+
+#include <sys/signalfd.h>
+
+namespace helper {
+
+Signals::Signals()
+{
+    sigset_t set = {};
+    sigemptyset(&set);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        sigaddset(&set, signal);
+    }
+    ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    pending = session::FileDescriptor(::signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
+    struct sigaction ignoring = {};
+    ignoring.sa_handler = SIG_IGN;
+    ::sigaction(SIGPIPE, &ignoring, nullptr);
+}
+
+void Signals::wake()
+{
+    signalfd_siginfo received = {};
+    while (::read(pending.get(), &received, sizeof received) > 0) {
+    }
+    const std::function<void()> listener = onAskedToEnd;
+    if (listener) {
+        listener();
+    }
+}
+
+} // namespace helper

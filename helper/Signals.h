@@ -1,0 +1,27 @@
+// The signals by which a session asks its programs to end.
+#pragma once
+
+#include "helper/EventSource.h"
+#include "linux/session/FileDescriptor.h"
+
+#include <functional>
+
+namespace helper {
+
+class Signals final : public EventSource
+{
+public:
+    /// From now on they end nobody by themselves; nor does a write to a closed pipe.
+    Signals();
+
+    std::function<void()> onAskedToEnd;
+
+    pollfd awaited() const override { return {pending.get(), POLLIN, 0}; }
+
+    void wake() override;
+
+private:
+    session::FileDescriptor pending;
+};
+
+} // namespace helper

@@ -1,0 +1,20 @@
+// The notice by which the agent sends the helper home: a signal on the session bus.
+#pragma once
+
+#include <string_view>
+
+namespace helper {
+
+class TerminationNotice
+{
+public:
+    static constexpr auto INTERFACE = "com.quorvent.DistributedNotification";
+    static constexpr auto MEMBER = "Posted";
+    static constexpr std::string_view NAME = "TERMINATE_HELPER_TARVEL";
+    static constexpr std::string_view OBJECT = "com.quorvent.Tarvel";
+
+    /// Both arguments of the signal, compared exactly: notices about other programs are not ours.
+    static bool matches(std::string_view name, std::string_view object);
+};
+
+} // namespace helper
