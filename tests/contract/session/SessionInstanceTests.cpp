@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <memory>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -198,6 +199,7 @@ TEST_F(SessionInstance, AStoppedFirstKeepsItsName)
     first->process().signal(SIGSTOP);
 
     const auto second = start();
+    EXPECT_THAT(second->hear().value_or(""), testing::HasSubstr("does not answer"));
     EXPECT_EQ(second->hear(), "already running");
     EXPECT_EQ(second->process().waitForEnd(processes::PATIENCE), 0);
 

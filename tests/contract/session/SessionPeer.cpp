@@ -5,7 +5,6 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -22,7 +21,7 @@ public:
     Peer(const std::string& name, int wire) : instance(name), wire(wire)
     {
         instance.onActivated = [this] { say("activated"); };
-        instance.onProblem = [](const std::string& problem) { std::cerr << problem << '\n'; };
+        instance.onProblem = [this](const std::string& problem) { say(problem); };
     }
 
     int run(session::SecondStart secondStart)

@@ -36,7 +36,6 @@ Dialogue::Dialogue(std::vector<std::string> arguments, const desktop::Environmen
     desktop::ChildProcess::Command command;
     command.arguments = std::move(arguments);
     command.environment = environment;
-    command.error = "/dev/stderr";
     command.inheritedDescriptors = {ends[1]};
     child = std::make_unique<desktop::ChildProcess>(command);
     ::close(ends[1]);

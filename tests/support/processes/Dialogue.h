@@ -17,8 +17,7 @@ inline constexpr std::chrono::seconds PATIENCE(20);
 class Dialogue
 {
 public:
-    /// Starts the program in `environment`; what it writes to standard error goes to this
-    /// process's. Throws `desktop::Failure` when it cannot be executed.
+    /// Starts the program in `environment`. Throws `desktop::Failure` when it cannot be executed.
     Dialogue(std::vector<std::string> arguments, const desktop::Environment& environment);
     Dialogue(const Dialogue&) = delete;
     Dialogue& operator=(const Dialogue&) = delete;
