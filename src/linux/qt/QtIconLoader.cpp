@@ -17,6 +17,9 @@ constexpr qint64 LARGEST_FILE = 4LL * 1024 * 1024;
 
 constexpr std::array FALLBACK_THEMES{
     "Adwaita", "breeze", "Papirus", "elementary", "Tango", "gnome"};
+/// Looked into anyway; as a fallback it only says that the desktop names none.
+constexpr auto LAST_THEME = "hicolor";
+
 constexpr std::array FILE_SUFFIXES{".png", ".svg", ".xpm"};
 
 bool isInstalled(const QString& theme)
@@ -67,7 +70,8 @@ QIcon find(const QString& nameOrPath)
 
 QtIconLoader::QtIconLoader()
 {
-    if (!QIcon::fallbackThemeName().isEmpty()) {
+    const QString present = QIcon::fallbackThemeName();
+    if (!present.isEmpty() && present != LAST_THEME) {
         return;
     }
     for (const char* theme : FALLBACK_THEMES) {

@@ -1,0 +1,317 @@
+#include "locking/window/PasswordWindowController.h"
+
+#include "app/BackgroundRunner.h"
+#include "app/Constants.h"
+#include "locking/CoveringWindow.h"
+#include "locking/window/BorderlessKeyWindow.h"
+#include "platform/Application.h"
+#include "platform/Fatal.h"
+#include "platform/KeyboardStatus.h"
+#include "platform/Platform.h"
+#include "platform/Screens.h"
+#include "toolkit/QtIcon.h"
+#include "toolkit/ScreenGeometry.h"
+#include "ui_PasswordWindow.h"
+
+#include <utility>
+#include <variant>
+
+namespace locking {
+
+namespace {
+
+constexpr unsigned LOCK_PRESENTATION =
+    platform::PRESENTATION_AUTO_HIDE_MENU_BAR | platform::PRESENTATION_HIDE_MENU_BAR |
+    platform::PRESENTATION_DISABLE_FORCE_QUIT | platform::PRESENTATION_AUTO_HIDE_DOCK |
+    platform::PRESENTATION_DISABLE_PROCESS_SWITCHING |
+    platform::PRESENTATION_DISABLE_HIDE_APPLICATION;
+static_assert(LOCK_PRESENTATION == 0x16D);
+
+bool concernsThisAgent(const platform::WorkspaceNotification& notification)
+{
+    if (!notification.userInfo.has_value()) {
+        return false;
+    }
+    const auto entry = notification.userInfo->find(platform::WORKSPACE_APPLICATION_KEY);
+    if (entry == notification.userInfo->end()) {
+        return false;
+    }
+    const auto* application = std::get_if<platform::RunningApplication>(&entry->second);
+    return application != nullptr && application->bundleIdentifier == app::Constants::BUNDLE_ID();
+}
+
+} // namespace
+
+void PasswordWindowController::DeleteLater::operator()(BorderlessKeyWindow* window) const
+{
+    window->hide();
+    window->deleteLater();
+}
+
+PasswordWindowController::PasswordWindowController()
+    : outlets(std::make_unique<Ui::PasswordWindow>()),
+      loadedWindow(new BorderlessKeyWindow)
+{
+    outlets->setupUi(loadedWindow.get());
+    windowDidLoad();
+}
+
+PasswordWindowController::~PasswordWindowController()
+{
+    if (observing) {
+        teardown();
+    }
+    outlets->passwordFieldOutlet->onEndEditing = nullptr;
+    outlets->passwordFieldOutlet->clear();
+}
+
+void PasswordWindowController::prepare()
+{
+    BorderlessKeyWindow window;
+    const Ui::PasswordWindow outlets = [&window] {
+        Ui::PasswordWindow ui;
+        ui.setupUi(&window);
+        return ui;
+    }();
+    const PasswordWindowStyle style(window.size());
+    style.apply(outlets);
+    outlets.appNameLabelOutlet->setMessage("A");
+    outlets.appIconOutlet->setPixmap(style.picture(QIcon(), 1.0));
+    outlets.passwordFieldOutlet->setText("A");
+    window.grab();
+}
+
+void PasswordWindowController::windowDidLoad()
+{
+    observeAndMonitor();
+    styleWindow();
+    showState();
+}
+
+void PasswordWindowController::observeAndMonitor()
+{
+    using Controller = PasswordWindowController;
+    const platform::Platform& platform = platform::current();
+    outlets->passwordFieldOutlet->onEndEditing = [this](TextMovement movement) {
+        controlTextDidEndEditing(movement);
+    };
+    platform.workspace.addObserver(
+        this,
+        platform::WorkspaceNotificationName::DidActivateApplication,
+        whileAlive(&Controller::windowGotFocus)
+    );
+    platform.workspace.addObserver(
+        this,
+        platform::WorkspaceNotificationName::DidDeactivateApplication,
+        whileAlive(&Controller::windowLostFocus)
+    );
+    localKeyboardHandler = platform.eventMonitors.addLocalMonitor(
+        platform::EVENT_MASK_FLAGS_CHANGED, whileAlive(&Controller::localKeyboardKeyPressed)
+    );
+    globalKeyboardHandler = platform.eventMonitors.addGlobalMonitor(
+        platform::EVENT_MASK_FLAGS_CHANGED, whileAlive(&Controller::globalKeyboardKeyPressed)
+    );
+    observing = true;
+
+    // Left in place at the end: by then it may be that of the lock that replaced this one.
+    platform.keyboardStatus.observe([this, alive = std::weak_ptr(lifetime)] {
+        if (!alive.expired()) {
+            showKeyboardStatus();
+        }
+    });
+}
+
+void PasswordWindowController::styleWindow()
+{
+    const platform::Platform& platform = platform::current();
+    const std::optional<platform::Screen> mainScreen = platform.screens.mainScreen();
+    if (!mainScreen.has_value()) {
+        platform::fatal("there is no main screen to lock");
+    }
+    loadedWindow->setGeometry(toolkit::toolkitGeometry(mainScreen->frame));
+    adoptedWindow = platform.windows.adoptWindow(
+        loadedWindow->winId(), coveringWindowAttributes(mainScreen->frame)
+    );
+    outlets->appIconOutlet->clear();
+    outlets->appNameLabelOutlet->clear();
+    outlets->passwordFieldOutlet->clear();
+    outlets->errorMessageLabelOutlet->clear();
+    style.emplace(loadedWindow->size());
+    style->apply(*outlets);
+    bounce = std::make_unique<BounceAnimation>(*outlets->centralViewOutlet);
+}
+
+void PasswordWindowController::showState()
+{
+    const QString message = QString::fromStdString(displayMessage);
+    outlets->appNameLabelOutlet->setMessage(message);
+    outlets->appNameLabelOutlet->setAccessibleName(message);
+    outlets->appIconOutlet->setPixmap(
+        style->picture(toolkit::QtIcon::of(appIcon), loadedWindow->devicePixelRatioF())
+    );
+    showKeyboardStatus();
+}
+
+void PasswordWindowController::showKeyboardStatus()
+{
+    platform::KeyboardStatus& keyboard = platform::current().keyboardStatus;
+    const bool capsLockOn = keyboard.capsLockOn();
+    const QString layout = QString::fromStdString(keyboard.layoutName());
+    outlets->capsLockLabel->setVisible(capsLockOn);
+    outlets->keyboardLayoutLabel->setText(
+        layout.isEmpty() ? QString() : BorderlessKeyWindow::tr("Keyboard: %1").arg(layout)
+    );
+    outlets->passwordFieldOutlet->setAccessibleDescription(
+        capsLockOn ? outlets->capsLockLabel->text() : QString()
+    );
+}
+
+void PasswordWindowController::showServiceWindow(
+    const std::string& message, const platform::IconHandle& icon
+)
+{
+    platform::current().application.setPresentationOptions(LOCK_PRESENTATION);
+    displayMessage = message;
+    appIcon = icon;
+    showState();
+    runOnMainQueue([this] { bringToFront(); });
+}
+
+void PasswordWindowController::focus()
+{
+    runOnMainQueue([this] { bringToFront(); });
+}
+
+void PasswordWindowController::bringToFront()
+{
+    loadedWindow->show();
+    adoptedWindow->makeKeyAndOrderFront();
+    platform::current().application.activate(true);
+    loadedWindow->activateWindow();
+    makePasswordFieldFirstResponder();
+}
+
+void PasswordWindowController::makePasswordFieldFirstResponder()
+{
+    outlets->passwordFieldOutlet->setFocus();
+}
+
+void PasswordWindowController::displayErrorMessage(const std::string& message)
+{
+    runOnMainQueue([this, message] {
+        outlets->errorMessageLabelOutlet->setText(QString::fromStdString(message));
+        bounce->start(style->bounceDepth());
+    });
+}
+
+void PasswordWindowController::teardown()
+{
+    const platform::Platform& platform = platform::current();
+    platform.workspace.removeObserver(
+        this, platform::WorkspaceNotificationName::DidActivateApplication
+    );
+    platform.workspace.removeObserver(
+        this, platform::WorkspaceNotificationName::DidDeactivateApplication
+    );
+    platform.workspace.removeObserver(this);
+    for (auto* const handle : {&localKeyboardHandler, &globalKeyboardHandler}) {
+        if (handle->has_value()) {
+            platform.eventMonitors.removeMonitor(**handle);
+            handle->reset();
+        }
+    }
+    observing = false;
+}
+
+void PasswordWindowController::close()
+{
+    closed = true;
+    outlets->passwordFieldOutlet->clear();
+    adoptedWindow->close();
+    loadedWindow->hide();
+}
+
+void PasswordWindowController::closeServiceWindow()
+{
+    platform::current().application.setPresentationOptions(platform::PRESENTATION_DEFAULT);
+    teardown();
+    close();
+}
+
+void PasswordWindowController::localKeyboardKeyPressed(const platform::Event& event)
+{
+    keyPressed(event);
+}
+
+void PasswordWindowController::globalKeyboardKeyPressed(const platform::Event& event)
+{
+    keyPressed(event);
+}
+
+void PasswordWindowController::keyPressed(const platform::Event& event)
+{
+    if ((event.modifierFlags & platform::MODIFIER_FLAG_OPTION) == 0U) {
+        return;
+    }
+    lostFocusByPressingSpecialKey = true;
+    const std::function<void()> listener = specialKeyPressed;
+    if (listener) {
+        listener();
+    }
+}
+
+void PasswordWindowController::windowLostFocus(const platform::WorkspaceNotification& notification)
+{
+    if (!lostFocusByPressingSpecialKey && concernsThisAgent(notification)) {
+        focus();
+    }
+}
+
+void PasswordWindowController::windowGotFocus(const platform::WorkspaceNotification& notification)
+{
+    if (concernsThisAgent(notification)) {
+        lostFocusByPressingSpecialKey = false;
+    }
+}
+
+void PasswordWindowController::controlTextDidEndEditing(TextMovement movement)
+{
+    if (movement != TextMovement::Return) {
+        return;
+    }
+    outlets->errorMessageLabelOutlet->clear();
+    const std::weak_ptr alive(lifetime);
+    const std::function<void(const std::string&)> listener = passwordEntered;
+    if (listener) {
+        listener(outlets->passwordFieldOutlet->text().toStdString());
+    }
+    if (alive.expired()) {
+        return; // the listener has put another lock in place of this one
+    }
+    makePasswordFieldFirstResponder();
+    outlets->passwordFieldOutlet->selectAll(); // what is typed next replaces what was wrong
+}
+
+void PasswordWindowController::runOnMainQueue(std::function<void()> step)
+{
+    app::BackgroundRunner::runOnMainThread(
+        [this, alive = std::weak_ptr(lifetime), step = std::move(step)] {
+            if (!alive.expired() && !closed) {
+                step();
+            }
+        }
+    );
+}
+
+template <typename Argument>
+std::function<void(const Argument&)>
+PasswordWindowController::whileAlive(void (PasswordWindowController::*handler)(const Argument&))
+{
+    return [this, alive = std::weak_ptr(lifetime), handler](const Argument& argument) {
+        if (!alive.expired()) {
+            (this->*handler)(argument);
+        }
+    };
+}
+
+} // namespace locking

@@ -1,0 +1,94 @@
+// The password window of one lock: full screen on the main screen, it takes the keyboard back
+// whenever this program loses it, and reports the typed password and the special key to its owner.
+// Main thread only. Made anew for every lock; once closed it stays closed, whatever was posted
+// before. Fatal when the desktop has no main screen.
+#pragma once
+
+#include "locking/LockWindow.h"
+#include "locking/window/BounceAnimation.h"
+#include "locking/window/PasswordWindowStyle.h"
+#include "locking/window/SecureTextField.h"
+#include "platform/EventMonitors.h"
+#include "platform/Windows.h"
+#include "platform/Workspace.h"
+
+#include <optional>
+
+namespace locking {
+
+class BorderlessKeyWindow;
+
+class PasswordWindowController final : public LockWindow
+{
+public:
+    /// Loads the window from "PasswordWindow"; it is not shown yet.
+    PasswordWindowController();
+
+    PasswordWindowController(const PasswordWindowController&) = delete;
+    PasswordWindowController& operator=(const PasswordWindowController&) = delete;
+    PasswordWindowController(PasswordWindowController&&) = delete;
+    PasswordWindowController& operator=(PasswordWindowController&&) = delete;
+    ~PasswordWindowController() override;
+
+    /// Draws a window that nobody sees, so that the first lock does not wait for fonts (20 ms and
+    /// more). Worth calling once at start.
+    static void prepare();
+
+    void
+    showServiceWindow(const std::string& message, const platform::IconHandle& appIcon) override;
+    void focus() override;
+    void displayErrorMessage(const std::string& message) override;
+    void teardown() override;
+    void close() override;
+
+    /// Gives the desktop its default presentation back, then ends the lock.
+    void closeServiceWindow();
+
+    void windowLostFocus(const platform::WorkspaceNotification& notification);
+    void windowGotFocus(const platform::WorkspaceNotification& notification);
+    void localKeyboardKeyPressed(const platform::Event& event);
+    void globalKeyboardKeyPressed(const platform::Event& event);
+    void controlTextDidEndEditing(TextMovement movement);
+
+    BorderlessKeyWindow& window() { return *loadedWindow; }
+
+private:
+    /// A window may still be in the middle of an event of its own when its owner lets go of it.
+    struct DeleteLater
+    {
+        void operator()(BorderlessKeyWindow* window) const;
+    };
+
+    void windowDidLoad();
+    void observeAndMonitor();
+    void styleWindow();
+    void showState();
+    void showKeyboardStatus();
+    void bringToFront();
+    void makePasswordFieldFirstResponder();
+    void keyPressed(const platform::Event& event);
+    void runOnMainQueue(std::function<void()> step);
+
+    template <typename Argument>
+    std::function<void(const Argument&)> whileAlive(void (PasswordWindowController::*handler
+    )(const Argument&));
+
+    std::string displayMessage;
+    platform::IconHandle appIcon;
+    std::optional<platform::EventMonitorHandle> localKeyboardHandler;
+    std::optional<platform::EventMonitorHandle> globalKeyboardHandler;
+    bool lostFocusByPressingSpecialKey = false;
+
+    std::unique_ptr<Ui::PasswordWindow> outlets;
+    std::unique_ptr<BorderlessKeyWindow, DeleteLater> loadedWindow;
+    std::unique_ptr<BounceAnimation> bounce;
+    std::unique_ptr<platform::PlainWindow> adoptedWindow;
+    std::optional<PasswordWindowStyle> style;
+    bool observing = false;
+    bool closed = false;
+
+    /// What was posted or registered looks at it before it touches this controller.
+    std::shared_ptr<const bool> lifetime = std::make_shared<const bool>(true);
+};
+
+} // namespace locking

@@ -1,0 +1,176 @@
+#include "locking/window/SecureTextField.h"
+
+#include "locking/window/PlainFieldStyle.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleHints>
+#include <QTimerEvent>
+
+namespace locking {
+
+namespace {
+
+constexpr double GROUND_OPACITY = 0.2;
+constexpr double SELECTION_OPACITY = 0.35;
+
+QColor whiteOf(double opacity)
+{
+    return QColor::fromRgbF(1.0F, 1.0F, 1.0F, static_cast<float>(opacity));
+}
+
+} // namespace
+
+SecureTextField::SecureTextField(QWidget* parent) : QLineEdit(parent)
+{
+    setEchoMode(QLineEdit::Password);
+    setFrame(false);
+    setDragEnabled(false);
+    setAcceptDrops(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setAttribute(Qt::WA_MacShowFocusRect, false);
+    useOwnColors();
+
+    connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
+    connect(this, &QLineEdit::textChanged, this, [this] { restartBlinking(); });
+    connect(this, &QLineEdit::cursorPositionChanged, this, [this] { restartBlinking(); });
+    connect(this, &QLineEdit::selectionChanged, this, [this] { restartBlinking(); });
+}
+
+void SecureTextField::useOwnColors()
+{
+    // the desktop's own style might draw a frame, a focus ring or another ground
+    auto* const plain = new PlainFieldStyle;
+    plain->setParent(this);
+    setStyle(plain);
+
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, Qt::transparent);
+    colors.setColor(QPalette::Text, Qt::white);
+    colors.setColor(QPalette::Highlight, whiteOf(SELECTION_OPACITY));
+    colors.setColor(QPalette::HighlightedText, Qt::white);
+    setPalette(colors);
+}
+
+void SecureTextField::setCornerRadius(double radius)
+{
+    cornerRadius = radius;
+    update();
+}
+
+void SecureTextField::setCaretWidth(int width)
+{
+    caretWidth = width;
+    update();
+}
+
+QVariant SecureTextField::inputMethodQuery(Qt::InputMethodQuery property) const
+{
+    return inputMethodQuery(property, QVariant());
+}
+
+QVariant
+SecureTextField::inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const
+{
+    switch (property) {
+    case Qt::ImSurroundingText:
+    case Qt::ImCurrentSelection:
+    case Qt::ImTextBeforeCursor:
+    case Qt::ImTextAfterCursor:
+        return {};
+    default:
+        return QLineEdit::inputMethodQuery(property, argument);
+    }
+}
+
+void SecureTextField::keyPressEvent(QKeyEvent* event)
+{
+    // what goes with Alt or Meta is a command of the desktop and not typed, though it has a text
+    if ((event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)) != 0) {
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void SecureTextField::paintEvent(QPaintEvent* event)
+{
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(whiteOf(GROUND_OPACITY));
+        painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
+    }
+    QLineEdit::paintEvent(event);
+    if (caretShown && !hasSelectedText() && window()->focusWidget() == this) {
+        paintCaret();
+    }
+}
+
+void SecureTextField::paintCaret()
+{
+    // the toolkit's rectangle of the caret has a margin of the same width on both sides
+    const QRect place = cursorRect();
+    QRect caret(0, 0, caretWidth, place.height());
+    caret.moveCenter(place.center());
+    caret.moveLeft(place.center().x() + 1);
+    QPainter(this).fillRect(caret, Qt::white);
+}
+
+void SecureTextField::restartBlinking()
+{
+    const int period = QGuiApplication::styleHints()->cursorFlashTime();
+    if (period > 1 && isVisible()) {
+        blinking.start(period / 2, this);
+    } else {
+        blinking.stop();
+    }
+    caretShown = true;
+    update();
+}
+
+void SecureTextField::showEvent(QShowEvent* event)
+{
+    QLineEdit::showEvent(event);
+    restartBlinking();
+}
+
+void SecureTextField::hideEvent(QHideEvent* event)
+{
+    blinking.stop();
+    QLineEdit::hideEvent(event);
+}
+
+void SecureTextField::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != blinking.timerId()) {
+        QLineEdit::timerEvent(event);
+        return;
+    }
+    caretShown = !caretShown;
+    update();
+}
+
+void SecureTextField::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    endEditing(TextMovement::Other);
+}
+
+bool SecureTextField::focusNextPrevChild(bool next)
+{
+    endEditing(next ? TextMovement::Tab : TextMovement::Backtab);
+    return true; // there is nowhere else to go
+}
+
+void SecureTextField::endEditing(TextMovement movement)
+{
+    const std::function<void(TextMovement)> listener = onEndEditing;
+    if (listener) {
+        listener(movement);
+    }
+}
+
+} // namespace locking
