@@ -1,0 +1,252 @@
+// The composition root: makes the adapters, installs them as the platform, and hands over to the
+// delegate. Nothing else in the program names an adapter.
+#include "app/AppDelegate.h"
+#include "app/NoInterfaceHub.h"
+#include "linux/dbus/DBusDistributedNotifications.h"
+#include "linux/dbus/SettingsPortal.h"
+#include "linux/process/StreamLog.h"
+#include "linux/process/UnixProcessInfo.h"
+#include "linux/qt/JsonFileUserDefaults.h"
+#include "linux/qt/QtDispatchQueues.h"
+#include "linux/qt/QtIconLoader.h"
+#include "linux/qt/QtTimers.h"
+#include "linux/qt/QtX11Connection.h"
+#include "linux/qt/QuitRequests.h"
+#include "linux/secretservice/KeychainGate.h"
+#include "linux/session/SessionInstance.h"
+#include "linux/workspace/KernelProcessSource.h"
+#include "linux/workspace/LinuxWorkspace.h"
+#include "linux/workspace/OwnPrograms.h"
+#include "linux/x11/Strength.h"
+#include "linux/x11/X11Application.h"
+#include "linux/x11/X11EventMonitors.h"
+#include "linux/x11/X11KeyboardStatus.h"
+#include "linux/x11/X11Screens.h"
+#include "linux/x11/X11WindowSystem.h"
+#include "linux/x11/X11Windows.h"
+#include "linux/xdg/XdgApplicationIndex.h"
+#include "linux/xdg/XdgBundles.h"
+#include "linux/xdg/XdgFileManager.h"
+#include "linux/xdg/XdgLoginItems.h"
+#include "locking/window/PasswordWindowController.h"
+#include "platform/Platform.h"
+#include "storage/KeyConstants.h"
+
+#include <QApplication>
+#include <QSocketNotifier>
+#include <QStandardPaths>
+
+#include <array>
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr auto IDENTIFIER = "com.quorvent.Tarvel";
+
+std::filesystem::path ownFolder(QStandardPaths::StandardLocation location)
+{
+    return std::filesystem::path(QStandardPaths::writableLocation(location).toStdString()) /
+           IDENTIFIER;
+}
+
+/// Where diagnostics of all adapters go. Any thread.
+struct Reporter
+{
+    platform::Log* log;
+
+    void operator()(std::string_view line) const { log->diagnostic(line); }
+};
+
+/// The two connections of the lock and what stands on them.
+class Display
+{
+public:
+    Display(
+        std::unique_ptr<x11::Connection> forGuard,
+        std::unique_ptr<x11::Connection> forQuestions,
+        platform::DispatchQueues& queues,
+        platform::Timers& timers,
+        Reporter report
+    )
+        : guard(std::move(forGuard), queues, report),
+          desktop(std::move(forQuestions), queues, report),
+          windowSystem(desktop, guard, timers),
+          application(guard, queues, windowSystem),
+          eventMonitors(desktop, guard),
+          keyboardStatus(desktop),
+          screens(desktop),
+          windows(guard, desktop, qt::syncWithX11)
+    {
+    }
+
+    x11::X11Guard guard;
+    x11::X11Desktop desktop;
+    x11::X11WindowSystem windowSystem;
+    x11::X11Application application;
+    x11::X11EventMonitors eventMonitors;
+    x11::X11KeyboardStatus keyboardStatus;
+    x11::X11Screens screens;
+    x11::X11Windows windows;
+};
+
+class Agent
+{
+public:
+    Agent(
+        process::StreamLog& log,
+        process::UnixProcessInfo& processInfo,
+        std::unique_ptr<x11::Connection> forGuard,
+        std::unique_ptr<x11::Connection> forQuestions
+    )
+        : log(log),
+          processInfo(processInfo),
+          display(std::move(forGuard), std::move(forQuestions), queues, timers, report)
+    {
+        log.diagnostic(x11::strength(display.desktop.connection().extensions()));
+    }
+
+    /// Opens the keychain, however long that takes, and then everything else.
+    void start()
+    {
+        keychainGate.open(
+            [this](std::unique_ptr<platform::KeychainItems> items) {
+                keychainOpened(std::move(items));
+            },
+            [this](const std::string& reason) { keychainRefused(reason); }
+        );
+    }
+
+    /// The program was started a second time.
+    void activate()
+    {
+        if (delegate.presetersMainHub != nullptr) {
+            delegate.presetersMainHub->showPopover();
+        }
+    }
+
+    bool mayQuit() const
+    {
+        return delegate.applicationShouldTerminate() == app::TerminateReply::Now;
+    }
+
+private:
+    void keychainOpened(std::unique_ptr<platform::KeychainItems> items)
+    {
+        keychain = std::move(items);
+        platform.emplace(platform::Platform{
+            .application = display.application,
+            .bundles = bundles,
+            .dispatchQueues = queues,
+            .distributedNotifications = notifications,
+            .eventMonitors = display.eventMonitors,
+            .fileManager = fileManager,
+            .keyboardStatus = display.keyboardStatus,
+            .keychainItems = *keychain,
+            .log = log,
+            .loginItems = loginItems,
+            .processInfo = processInfo,
+            .screens = display.screens,
+            .timers = timers,
+            .userDefaults = userDefaults,
+            .windows = display.windows,
+            .workspace = workspace,
+        });
+        platform::install(&*platform);
+        workspace.start([this] { delegate.applicationDidFinishLaunching(); });
+    }
+
+    /// Going on without the password would mean going on without protection. The helper is told, so
+    /// that it does not start the agent, and with it the prompt, again and again.
+    [[noreturn]] void keychainRefused(const std::string& reason)
+    {
+        log.diagnostic(reason);
+        notifications.post(storage::KeyConstants::TERMINATE_HELPER_KEY, IDENTIFIER);
+        processInfo.exit(1);
+    }
+
+    process::StreamLog& log;
+    process::UnixProcessInfo& processInfo;
+    Reporter report{&log};
+    qt::QtDispatchQueues queues;
+    qt::QtTimers timers;
+    qt::QtIconLoader icons;
+    std::string busAddress = dbus::sessionBusAddress();
+    dbus::DBusDistributedNotifications notifications{busAddress, log};
+    dbus::SettingsPortal settingsPortal{busAddress};
+    qt::JsonFileUserDefaults userDefaults{
+        (ownFolder(QStandardPaths::GenericConfigLocation) / "defaults.json").string(),
+        [this] { return settingsPortal.interfaceStyle(); },
+        log};
+    Display display;
+    xdg::XdgApplicationIndex index{report};
+    xdg::XdgBundles bundles{index};
+    xdg::XdgFileManager fileManager{index};
+    xdg::XdgLoginItems loginItems{bundles.mainBundle()};
+    workspace::KernelProcessSource processes{report};
+    workspace::OwnPrograms programs{bundles.mainBundle(), index};
+    workspace::LinuxWorkspace workspace{workspace::LinuxWorkspace::Parts{
+        .processes = processes,
+        .applications = programs,
+        .windows = &display.windowSystem,
+        .queues = queues,
+        .timers = timers,
+        .loadIcon = [this](const std::string& name) { return icons.load(name); },
+        .report = report,
+    }};
+    secretservice::KeychainGate keychainGate{
+        queues, {busAddress, ownFolder(QStandardPaths::GenericDataLocation)}, report};
+    std::unique_ptr<platform::KeychainItems> keychain;
+    std::optional<platform::Platform> platform;
+    app::AppDelegate delegate{
+        [] { return std::make_unique<app::NoInterfaceHub>(); },
+        [] {
+            return std::make_unique<locking::ApplicationsLockerCentralService>([] {
+                return std::make_unique<locking::PasswordWindowController>();
+            });
+        }};
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    process::StreamLog log;
+    process::UnixProcessInfo processInfo(argc, argv);
+    std::signal(SIGPIPE, SIG_IGN);
+
+    session::SessionInstance instance(IDENTIFIER);
+    instance.onProblem = Reporter{&log};
+    if (instance.acquire() == session::Acquired::AlreadyRunning) {
+        return 0;
+    }
+
+    auto forGuard = x11::Connection::open();
+    auto forQuestions = x11::Connection::open();
+    if (forGuard == nullptr || forQuestions == nullptr) {
+        log.diagnostic("Tarvel needs an X11 display, and there is none that can be reached");
+        return 1;
+    }
+
+    // The user's arguments are not the toolkit's, and the lock stands on X11 alone.
+    std::string platformOption = "-platform";
+    std::string platformName = "xcb";
+    std::array<char*, 4> arguments{argv[0], platformOption.data(), platformName.data(), nullptr};
+    int argumentCount = 3;
+    QApplication application(argumentCount, arguments.data());
+    QApplication::setApplicationName(QStringLiteral("Tarvel"));
+    QApplication::setDesktopFileName(QString::fromLatin1(IDENTIFIER));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    Agent agent(log, processInfo, std::move(forGuard), std::move(forQuestions));
+    const qt::QuitRequests quitRequests(application, [&agent] { return agent.mayQuit(); });
+    instance.onActivated = [&agent] { agent.activate(); };
+    const QSocketNotifier secondStart(instance.fd(), QSocketNotifier::Read);
+    QObject::connect(&secondStart, &QSocketNotifier::activated, [&instance] { instance.handle(); });
+    agent.start();
+    return QApplication::exec();
+}
