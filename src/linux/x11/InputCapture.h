@@ -1,0 +1,77 @@
+// Holds every keyboard and every pointer of the session for this connection, from `begin` to `end`.
+// A grab counts only when the server said so; what another program holds is tried again every
+// 100 ms, and after ten failures a synthetic Escape closes the menu that may hold it. Held grabs
+// are asked for again twice a second, since they can be lost. One line is reported when the capture
+// has been incomplete for a second, and one when it then came. Used by one thread.
+#pragma once
+
+#include "linux/x11/Connection.h"
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <xcb/xinput.h>
+
+namespace x11 {
+
+class InputCapture
+{
+public:
+    using Clock = std::chrono::steady_clock;
+    using Report = std::function<void(const std::string& line)>;
+
+    static constexpr std::chrono::milliseconds RETRY{100};
+    static constexpr std::chrono::milliseconds CONFIRMATION{500};
+    static constexpr std::chrono::milliseconds AFTER_ESCAPE{20};
+    static constexpr std::chrono::milliseconds AFTER_HINT{10};
+    static constexpr std::chrono::seconds PATIENCE{1};
+    static constexpr int FAILURES_BEFORE_ESCAPE = 10;
+    static constexpr int FAILURES_BETWEEN_ESCAPES = 20;
+
+    InputCapture(const Connection& connection, Report report);
+
+    void begin();
+    void end();
+
+    /// Everything is held, as far as the server told.
+    bool complete() const { return active && keyboardsHeld && pointersHeld; }
+
+    /// When `attempt` is due; nothing while there is no capture to hold.
+    std::optional<Clock::time_point> due() const;
+    void attempt();
+
+    /// Devices came or went.
+    void devicesChanged();
+    /// Something happened that may have taken a grab away or freed one.
+    void hint();
+
+private:
+    struct Device
+    {
+        xcb_input_device_id_t identifier;
+        bool keyboard;
+    };
+
+    void findDevices();
+    void grabAll();
+    void noteResult(Clock::time_point now);
+    void reportResult(Clock::time_point now);
+    void pressEscape() const;
+
+    const Connection& connection;
+    Report report;
+    std::vector<Device> devices;
+    bool active = false;
+    bool keyboardsHeld = false;
+    bool pointersHeld = false;
+    int failures = 0;
+    bool reportedMissing = false;
+    Clock::time_point lastAttempt;
+    Clock::time_point nextAttempt;
+    Clock::time_point missingSince;
+};
+
+} // namespace x11

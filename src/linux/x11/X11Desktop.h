@@ -1,0 +1,64 @@
+// The display as the adapters other than the guard see it: one connection for their questions, and
+// a thread that reads its events and hands them, in order, to every listener on the main thread.
+// When the display goes away one line is reported, no event comes any more and every answer is
+// empty.
+#pragma once
+
+#include "linux/x11/Atoms.h"
+#include "linux/x11/Connection.h"
+#include "platform/DispatchQueues.h"
+
+#include <atomic>
+#include <functional>
+#include <list>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace x11 {
+
+class X11Desktop
+{
+public:
+    using Listener = std::function<void(const xcb_generic_event_t& event)>;
+    /// Called on the reading thread.
+    using Report = std::function<void(const std::string& line)>;
+
+    X11Desktop(
+        std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
+    );
+    ~X11Desktop();
+    X11Desktop(const X11Desktop&) = delete;
+    X11Desktop& operator=(const X11Desktop&) = delete;
+    X11Desktop(X11Desktop&&) = delete;
+    X11Desktop& operator=(X11Desktop&&) = delete;
+
+    const Connection& connection() const { return *display; }
+
+    const Atoms& atoms() const { return names; }
+
+    /// Its end ends the listening. Main thread.
+    using Subscription = std::shared_ptr<const Listener>;
+    [[nodiscard]] Subscription subscribe(Listener listener);
+
+private:
+    using Batch = std::vector<Event>;
+
+    void run();
+    Batch waitForEvents() const;
+    void takeIfOfInterest(Event event, Batch& batch) const;
+    bool isOfInterest(const xcb_generic_event_t& event) const;
+    void deliver(const Batch& batch);
+
+    std::unique_ptr<Connection> display;
+    platform::DispatchQueues& queues;
+    Report report;
+    Atoms names;
+    std::atomic<bool> stopping = false;
+    std::list<std::weak_ptr<const Listener>> listeners; // main thread
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    std::thread thread;
+};
+
+} // namespace x11

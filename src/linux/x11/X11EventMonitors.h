@@ -1,0 +1,50 @@
+// Changes of the modifier keys. While this program has the keyboard captured, or one of its windows
+// has the input focus, they are the local monitors', otherwise the global ones'. Main thread only.
+#pragma once
+
+#include "linux/x11/Keymap.h"
+#include "linux/x11/WindowInspector.h"
+#include "linux/x11/X11Desktop.h"
+#include "linux/x11/X11Guard.h"
+#include "platform/EventMonitors.h"
+
+#include <map>
+
+namespace x11 {
+
+class X11EventMonitors final : public platform::EventMonitors
+{
+public:
+    /// Both must outlive this.
+    X11EventMonitors(X11Desktop& desktop, const X11Guard& guard);
+
+    platform::EventMonitorHandle
+    addLocalMonitor(std::uint64_t mask, platform::EventHandler handler) override;
+    platform::EventMonitorHandle
+    addGlobalMonitor(std::uint64_t mask, platform::EventHandler handler) override;
+    void removeMonitor(platform::EventMonitorHandle handle) override;
+
+private:
+    struct Monitor
+    {
+        bool local = false;
+        std::uint64_t mask = 0;
+        platform::EventHandler handler;
+    };
+
+    platform::EventMonitorHandle add(Monitor monitor);
+    void handle(const xcb_generic_event_t& event);
+    void send(std::uint8_t modifiers);
+    std::uint64_t flagsOf(std::uint8_t modifiers) const;
+    bool keysAreOurs() const;
+
+    const X11Desktop& desktop;
+    const X11Guard& guard;
+    WindowInspector inspector;
+    ModifierBits bits;
+    std::map<platform::EventMonitorHandle, Monitor> monitors;
+    platform::EventMonitorHandle latest = 0;
+    X11Desktop::Subscription subscription;
+};
+
+} // namespace x11

@@ -1,0 +1,205 @@
+#include "linux/x11/X11WindowSystem.h"
+
+#include <utility>
+
+#include <unistd.h>
+
+namespace x11 {
+
+namespace {
+
+/// Between two windows a window manager names none for a moment.
+constexpr double SECONDS_BETWEEN_WINDOWS = 0.1;
+
+} // namespace
+
+X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform::Timers& timers)
+    : desktop(desktop),
+      guard(guard),
+      timers(timers),
+      inspector(desktop),
+      clients(desktop),
+      clock(xcb_generate_id(desktop.connection().get()))
+{
+    clients.onShown = [this](const workspace::WindowFacts& facts) {
+        const auto listener = onWindowShown;
+        if (listener) {
+            listener(facts);
+        }
+    };
+    constexpr std::uint32_t MASK = XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
+    const std::uint32_t values[] = {1, XCB_EVENT_MASK_PROPERTY_CHANGE};
+    xcb_create_window(
+        desktop.connection().get(),
+        XCB_COPY_FROM_PARENT,
+        clock,
+        desktop.connection().root(),
+        -1,
+        -1,
+        1,
+        1,
+        0,
+        XCB_WINDOW_CLASS_INPUT_ONLY,
+        XCB_COPY_FROM_PARENT,
+        MASK,
+        values
+    );
+    desktop.connection().flush();
+}
+
+X11WindowSystem::~X11WindowSystem()
+{
+    guard.onFocusChanged = nullptr;
+    xcb_destroy_window(desktop.connection().get(), clock);
+    desktop.connection().flush();
+}
+
+void X11WindowSystem::start()
+{
+    subscription = desktop.subscribe([this](const xcb_generic_event_t& event) { handle(event); });
+    guard.onFocusChanged = [this](bool focused) { lockFocusChanged(focused); };
+    clients.start();
+    readActiveWindow();
+}
+
+bool X11WindowSystem::bringForward(pid_t processIdentifier)
+{
+    const xcb_window_t window = clients.latestOf(processIdentifier);
+    if (window == XCB_NONE) {
+        return false;
+    }
+    wantedInFront = window;
+    // A window manager refuses what seems older than the last change of the focus, so the request
+    // bears the server's own time: that of the event which this change brings.
+    xcb_change_property(
+        desktop.connection().get(),
+        XCB_PROP_MODE_APPEND,
+        clock,
+        desktop.atoms().serverTime,
+        XCB_ATOM_CARDINAL,
+        32,
+        0,
+        nullptr
+    );
+    desktop.connection().flush();
+    return !desktop.connection().broken();
+}
+
+void X11WindowSystem::handle(const xcb_generic_event_t& event)
+{
+    clients.handle(event);
+    if (typeOf(event) == XCB_PROPERTY_NOTIFY) {
+        handleProperty(as<xcb_property_notify_event_t>(event));
+    } else if (typeOf(event) == XCB_FOCUS_IN) {
+        const auto& focus = as<xcb_focus_in_event_t>(event);
+        const bool really =
+            focus.mode == XCB_NOTIFY_MODE_NORMAL || focus.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
+        if (really && focus.detail != XCB_NOTIFY_DETAIL_POINTER && !clients.managed()) {
+            windowBecameActive(focus.event);
+        }
+    }
+}
+
+void X11WindowSystem::handleProperty(const xcb_property_notify_event_t& event)
+{
+    if (event.window == clock) {
+        const xcb_window_t window = std::exchange(wantedInFront, XCB_NONE);
+        if (window != XCB_NONE) {
+            activate(window, event.time);
+        }
+    } else if (event.window == desktop.connection().root() && event.atom == desktop.atoms().activeWindow) {
+        readActiveWindow();
+    }
+}
+
+void X11WindowSystem::lockFocusChanged(bool focused)
+{
+    lockFocused = focused;
+    if (focused) {
+        setActiveProcess(getpid());
+    } else {
+        readActiveWindow();
+    }
+}
+
+void X11WindowSystem::readActiveWindow()
+{
+    const xcb_window_t active = activeWindow();
+    if (active != XCB_NONE) {
+        windowBecameActive(active);
+        return;
+    }
+    const std::weak_ptr<bool> isAlive = alive;
+    timers.scheduleTimer(SECONDS_BETWEEN_WINDOWS, false, [this, isAlive] {
+        if (!isAlive.expired()) {
+            confirmThatNoneIsActive();
+        }
+    });
+}
+
+xcb_window_t X11WindowSystem::activeWindow() const
+{
+    const xcb_window_t root = desktop.connection().root();
+    if (clients.managed()) {
+        const auto active =
+            inspector.identifiers(root, desktop.atoms().activeWindow, XCB_ATOM_WINDOW);
+        return active.empty() ? XCB_NONE : active.front();
+    }
+    return inspector.focusedWindow();
+}
+
+void X11WindowSystem::confirmThatNoneIsActive()
+{
+    if (!lockFocused && activeWindow() == XCB_NONE) {
+        setActiveProcess(0);
+    }
+}
+
+void X11WindowSystem::windowBecameActive(xcb_window_t window)
+{
+    clients.noteUse(window);
+    if (!lockFocused) {
+        setActiveProcess(clients.processOf(window));
+    }
+}
+
+void X11WindowSystem::setActiveProcess(pid_t process)
+{
+    if (std::exchange(activeProcess, process) == process) {
+        return;
+    }
+    const auto listener = onActiveProcessChanged;
+    if (listener) {
+        listener(process);
+    }
+}
+
+void X11WindowSystem::activate(xcb_window_t window, xcb_timestamp_t time) const
+{
+    const Connection& connection = desktop.connection();
+    if (!clients.managed()) {
+        const std::uint32_t above[] = {XCB_STACK_MODE_ABOVE};
+        xcb_configure_window(connection.get(), window, XCB_CONFIG_WINDOW_STACK_MODE, above);
+        xcb_set_input_focus(connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
+        connection.flush();
+        return;
+    }
+    constexpr std::uint32_t ON_BEHALF_OF_THE_USER = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = desktop.atoms().activeWindow;
+    message.data.data32[0] = ON_BEHALF_OF_THE_USER;
+    message.data.data32[1] = time;
+    xcb_send_event(
+        connection.get(),
+        0,
+        connection.root(),
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        static_cast<const char*>(static_cast<const void*>(&message))
+    );
+    connection.flush();
+}
+
+} // namespace x11

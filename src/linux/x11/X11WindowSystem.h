@@ -1,0 +1,53 @@
+// Applications' windows and which of them is in front, on an X11 desktop with or without a window
+// manager. Main thread only.
+#pragma once
+
+#include "linux/workspace/WindowSystem.h"
+#include "linux/x11/ClientWindows.h"
+#include "linux/x11/X11Desktop.h"
+#include "linux/x11/X11Guard.h"
+#include "platform/Timers.h"
+
+#include <memory>
+
+namespace x11 {
+
+class X11WindowSystem final : public workspace::WindowSystem
+{
+public:
+    /// All of them must outlive this; it takes the guard's `onFocusChanged`.
+    X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform::Timers& timers);
+    ~X11WindowSystem() override;
+    X11WindowSystem(const X11WindowSystem&) = delete;
+    X11WindowSystem& operator=(const X11WindowSystem&) = delete;
+    X11WindowSystem(X11WindowSystem&&) = delete;
+    X11WindowSystem& operator=(X11WindowSystem&&) = delete;
+
+    void start() override;
+    bool bringForward(pid_t processIdentifier) override;
+
+private:
+    void handle(const xcb_generic_event_t& event);
+    void handleProperty(const xcb_property_notify_event_t& event);
+    void lockFocusChanged(bool focused);
+    void readActiveWindow();
+    xcb_window_t activeWindow() const;
+    void confirmThatNoneIsActive();
+    void windowBecameActive(xcb_window_t window);
+    void setActiveProcess(pid_t process);
+    void activate(xcb_window_t window, xcb_timestamp_t time) const;
+
+    X11Desktop& desktop;
+    X11Guard& guard;
+    platform::Timers& timers;
+    WindowInspector inspector;
+    ClientWindows clients;
+    xcb_window_t clock;                    // a window that is never shown
+    xcb_window_t wantedInFront = XCB_NONE; // until the server's time is known
+    bool lockFocused = false;
+    pid_t activeProcess = 0;
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    X11Desktop::Subscription subscription;
+};
+
+} // namespace x11

@@ -1,0 +1,95 @@
+// Another program that holds keyboard and pointer, as one with an open menu does, until it is given
+// Escape.
+#pragma once
+
+#include "desktop/Failure.h"
+#include "desktop/XConnection.h"
+
+#include <string>
+
+#include <xcb/xcb.h>
+
+class HoldingClient
+{
+public:
+    /// Throws when it does not get them.
+    explicit HoldingClient(const std::string& display) : connection(display)
+    {
+        const desktop::Reply<xcb_grab_keyboard_reply_t> keyboard(xcb_grab_keyboard_reply(
+            connection.get(),
+            xcb_grab_keyboard(
+                connection.get(),
+                0,
+                connection.root(),
+                XCB_CURRENT_TIME,
+                XCB_GRAB_MODE_ASYNC,
+                XCB_GRAB_MODE_ASYNC
+            ),
+            nullptr
+        ));
+        const desktop::Reply<xcb_grab_pointer_reply_t> pointer(xcb_grab_pointer_reply(
+            connection.get(),
+            xcb_grab_pointer(
+                connection.get(),
+                0,
+                connection.root(),
+                XCB_EVENT_MASK_BUTTON_PRESS,
+                XCB_GRAB_MODE_ASYNC,
+                XCB_GRAB_MODE_ASYNC,
+                XCB_NONE,
+                XCB_NONE,
+                XCB_CURRENT_TIME
+            ),
+            nullptr
+        ));
+        if (!keyboard || keyboard->status != XCB_GRAB_STATUS_SUCCESS || !pointer ||
+            pointer->status != XCB_GRAB_STATUS_SUCCESS) {
+            throw desktop::Failure("the grabs are refused");
+        }
+    }
+
+    /// Looks at its events; closes its menu when Escape is among them.
+    void turn()
+    {
+        connection.sync();
+        while (const auto event =
+                   desktop::Reply<xcb_generic_event_t>(xcb_poll_for_event(connection.get()))) {
+            if (event->response_type == XCB_KEY_PRESS) {
+                ++keys;
+                const auto& press =
+                    *static_cast<const xcb_key_press_event_t*>(static_cast<void*>(event.get()));
+                if (isEscape(press.detail)) {
+                    letGo();
+                }
+            }
+        }
+    }
+
+    void letGo()
+    {
+        holding = false;
+        xcb_ungrab_keyboard(connection.get(), XCB_CURRENT_TIME);
+        xcb_ungrab_pointer(connection.get(), XCB_CURRENT_TIME);
+        connection.sync();
+    }
+
+    bool holds() const { return holding; }
+
+    int keysSeen() const { return keys; }
+
+private:
+    bool isEscape(xcb_keycode_t key)
+    {
+        constexpr xcb_keysym_t ESCAPE = 0xff1b;
+        const desktop::Reply<xcb_get_keyboard_mapping_reply_t> mapping(
+            xcb_get_keyboard_mapping_reply(
+                connection.get(), xcb_get_keyboard_mapping(connection.get(), key, 1), nullptr
+            )
+        );
+        return *xcb_get_keyboard_mapping_keysyms(mapping.get()) == ESCAPE;
+    }
+
+    desktop::XConnection connection;
+    bool holding = true;
+    int keys = 0;
+};
