@@ -29,9 +29,12 @@ void ClientWindows::handle(const xcb_generic_event_t& event)
 
 void ClientWindows::noteUse(xcb_window_t window)
 {
+    // It may be in use before the window manager lists it.
+    constexpr std::size_t REMEMBERED = 64;
     std::erase(used, window);
-    if (windows.contains(window)) {
-        used.push_back(window);
+    used.push_back(window);
+    if (used.size() > REMEMBERED) {
+        used.erase(used.begin());
     }
 }
 
@@ -45,9 +48,15 @@ xcb_window_t ClientWindows::latestOf(pid_t process) const
     if (latest != used.rend()) {
         return *latest;
     }
-    const std::vector<xcb_window_t> stacked = currentWindows();
+    const std::vector<xcb_window_t> stacked = stackedWindows();
     const auto topmost = std::find_if(stacked.rbegin(), stacked.rend(), isOfProcess);
-    return topmost != stacked.rend() ? *topmost : XCB_NONE;
+    if (topmost != stacked.rend()) {
+        return *topmost;
+    }
+    const auto any = std::find_if(windows.begin(), windows.end(), [&](const auto& entry) {
+        return entry.second.processIdentifier == process;
+    });
+    return any != windows.end() ? any->first : XCB_NONE;
 }
 
 pid_t ClientWindows::processOf(xcb_window_t window) const
@@ -74,23 +83,24 @@ void ClientWindows::readAll()
     const std::vector<xcb_window_t> current = currentWindows();
     const std::set<xcb_window_t> present(current.begin(), current.end());
     std::erase_if(windows, [&](const auto& entry) { return !present.contains(entry.first); });
-    std::erase_if(used, [&](xcb_window_t window) { return !present.contains(window); });
     for (const xcb_window_t window : current) {
         add(window);
     }
 }
 
-/// Lowest first.
 std::vector<xcb_window_t> ClientWindows::currentWindows() const
 {
-    const Atoms& atoms = desktop.atoms();
-    const xcb_window_t root = desktop.connection().root();
-    if (!managed()) {
-        return viewableChildren();
-    }
-    const auto clients = inspector.identifiers(root, atoms.clientList, XCB_ATOM_WINDOW);
-    auto stacked = inspector.identifiers(root, atoms.clientListStacking, XCB_ATOM_WINDOW);
-    return stacked.size() == clients.size() ? stacked : clients;
+    return managed() ? rootList(desktop.atoms().clientList) : viewableChildren();
+}
+
+std::vector<xcb_window_t> ClientWindows::stackedWindows() const
+{
+    return managed() ? rootList(desktop.atoms().clientListStacking) : viewableChildren();
+}
+
+std::vector<xcb_window_t> ClientWindows::rootList(xcb_atom_t property) const
+{
+    return inspector.identifiers(desktop.connection().root(), property, XCB_ATOM_WINDOW);
 }
 
 std::vector<xcb_window_t> ClientWindows::viewableChildren() const

@@ -37,6 +37,8 @@ public:
 private:
     void readAll();
     std::vector<xcb_window_t> currentWindows() const;
+    std::vector<xcb_window_t> stackedWindows() const; // lowest first
+    std::vector<xcb_window_t> rootList(xcb_atom_t property) const;
     std::vector<xcb_window_t> viewableChildren() const;
     void add(xcb_window_t window);
     void forget(xcb_window_t window);

@@ -20,7 +20,7 @@ public:
 
     workspace::WindowFacts factsOf(xcb_window_t window) const;
 
-    /// Shown, under the window manager's care, and of a type that a user calls a window.
+    /// Left to the window manager's care, and of a type that a user calls a window.
     bool isUserWindow(xcb_window_t window) const;
 
     /// The window that has the input focus; XCB_NONE when none has it.

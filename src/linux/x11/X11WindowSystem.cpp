@@ -1,5 +1,6 @@
 #include "linux/x11/X11WindowSystem.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <unistd.h>
@@ -9,7 +10,7 @@ namespace x11 {
 namespace {
 
 /// Between two windows a window manager names none for a moment.
-constexpr double SECONDS_BETWEEN_WINDOWS = 0.1;
+constexpr double SECONDS_BETWEEN_WINDOWS = 0.3;
 
 } // namespace
 
@@ -107,7 +108,11 @@ void X11WindowSystem::handleProperty(const xcb_property_notify_event_t& event)
         if (window != XCB_NONE) {
             activate(window, event.time);
         }
-    } else if (event.window == desktop.connection().root() && event.atom == desktop.atoms().activeWindow) {
+        return;
+    }
+    const Atoms& atoms = desktop.atoms();
+    if (event.window == desktop.connection().root() &&
+        (event.atom == atoms.activeWindow || event.atom == atoms.clientList)) {
         readActiveWindow();
     }
 }
@@ -139,13 +144,17 @@ void X11WindowSystem::readActiveWindow()
 
 xcb_window_t X11WindowSystem::activeWindow() const
 {
-    const xcb_window_t root = desktop.connection().root();
-    if (clients.managed()) {
-        const auto active =
-            inspector.identifiers(root, desktop.atoms().activeWindow, XCB_ATOM_WINDOW);
-        return active.empty() ? XCB_NONE : active.front();
+    if (!clients.managed()) {
+        return inspector.focusedWindow();
     }
-    return inspector.focusedWindow();
+    const Atoms& atoms = desktop.atoms();
+    const xcb_window_t root = desktop.connection().root();
+    const auto active = inspector.identifiers(root, atoms.activeWindow, XCB_ATOM_WINDOW);
+    const auto listed = inspector.identifiers(root, atoms.clientList, XCB_ATOM_WINDOW);
+    // A window manager may leave the last window's name behind when that has gone.
+    const bool isThere =
+        !active.empty() && std::find(listed.begin(), listed.end(), active.front()) != listed.end();
+    return isThere ? active.front() : XCB_NONE;
 }
 
 void X11WindowSystem::confirmThatNoneIsActive()

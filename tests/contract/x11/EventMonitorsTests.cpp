@@ -1,6 +1,5 @@
 // What every implementation of the event monitors promises, asked of the fake and of real keys.
 #include "X11World.h"
-
 #include "fakes/FakeEventMonitors.h"
 
 #include <vector>

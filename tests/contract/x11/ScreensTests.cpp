@@ -1,6 +1,5 @@
 // What every implementation of the screens promises, asked of the fake and of a real display.
 #include "MainLoop.h"
-
 #include "desktop/PrivateXServer.h"
 #include "fakes/FakeScreens.h"
 #include "linux/x11/X11Screens.h"

@@ -1,6 +1,5 @@
 // What every implementation of the windows promises, asked of the fake and of a real display.
 #include "X11World.h"
-
 #include "fakes/FakeWindows.h"
 
 #include <memory>
@@ -109,10 +108,7 @@ TEST(X11Windows, ACoverHasExactlyItsFrameAndItsColour)
         return desktop::capture(connection, frame).isAllOf(RED);
     }));
     const auto picture = desktop::capture(connection, all);
-    EXPECT_EQ(
-        std::size_t{2560} * 720 - std::size_t{640} * 480,
-        picture.countOthers(RED)
-    );
+    EXPECT_EQ(std::size_t{2560} * 720 - std::size_t{640} * 480, picture.countOthers(RED));
 }
 
 TEST(X11Windows, AHigherLevelLiesAboveALowerOneThatCameLater)
