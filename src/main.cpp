@@ -1,6 +1,7 @@
 // The composition root: makes the adapters, installs them as the platform, and hands over to the
 // delegate. Nothing else in the program names an adapter.
 #include "app/AppDelegate.h"
+#include "app/Constants.h"
 #include "app/NoInterfaceHub.h"
 #include "linux/dbus/DBusDistributedNotifications.h"
 #include "linux/dbus/SettingsPortal.h"
@@ -24,6 +25,8 @@
 #include "linux/x11/X11Screens.h"
 #include "linux/x11/X11WindowSystem.h"
 #include "linux/x11/X11Windows.h"
+#include "linux/xdg/ApplicationCatalogue.h"
+#include "linux/xdg/Roles.h"
 #include "linux/xdg/XdgApplicationIndex.h"
 #include "linux/xdg/XdgBundles.h"
 #include "linux/xdg/XdgFileManager.h"
@@ -157,6 +160,8 @@ private:
             .workspace = workspace,
         });
         platform::install(&*platform);
+        catalogue.onChanged = [this] { processes.watchExecutables(programs.executables()); };
+        catalogue.start();
         workspace.start([this] { delegate.applicationDidFinishLaunching(); });
     }
 
@@ -183,12 +188,17 @@ private:
         [this] { return settingsPortal.interfaceStyle(); },
         log};
     Display display;
-    xdg::XdgApplicationIndex index{report};
-    xdg::XdgBundles bundles{index};
-    xdg::XdgFileManager fileManager{index};
-    xdg::XdgLoginItems loginItems{bundles.mainBundle()};
+    xdg::XdgEnvironment environment = xdg::XdgEnvironment::fromProcess();
+    xdg::ApplicationCatalogue catalogue{environment, xdg::Roles::shipped(), report};
+    xdg::XdgApplicationIndex index{catalogue};
+    xdg::XdgBundles bundles{catalogue};
+    xdg::XdgFileManager fileManager{catalogue};
     workspace::KernelProcessSource processes{report};
     workspace::OwnPrograms programs{bundles.mainBundle(), index};
+    xdg::XdgLoginItems loginItems{
+        environment.configHome,
+        {{app::Constants::HELPER_BUNDLE_ID, programs.helper()->executable}},
+        report};
     workspace::LinuxWorkspace workspace{workspace::LinuxWorkspace::Parts{
         .processes = processes,
         .applications = programs,

@@ -38,14 +38,14 @@ KnownApplicationPtr helperOf(const platform::Bundle& bundle)
 
 OwnPrograms::OwnPrograms(const platform::Bundle& mainBundle, const ApplicationIndex& others)
     : own(agentOf(mainBundle)),
-      helper(helperOf(mainBundle)),
+      loginItem(helperOf(mainBundle)),
       others(others)
 {
 }
 
 KnownApplicationPtr OwnPrograms::ofProcess(const proc::ProcessFacts& facts) const
 {
-    for (const KnownApplicationPtr& program : {own, helper}) {
+    for (const KnownApplicationPtr& program : {own, loginItem}) {
         if (facts.executable == program->executable) {
             return program;
         }
@@ -60,7 +60,7 @@ KnownApplicationPtr OwnPrograms::ofWindow(const WindowFacts& facts) const
 
 KnownApplicationPtr OwnPrograms::withIdentifier(const std::string& identifier) const
 {
-    for (const KnownApplicationPtr& program : {own, helper}) {
+    for (const KnownApplicationPtr& program : {own, loginItem}) {
         if (identifier == program->identifier) {
             return program;
         }
@@ -77,7 +77,7 @@ std::set<std::string> OwnPrograms::executables() const
 {
     std::set<std::string> result = others.executables();
     result.insert(own->executable);
-    result.insert(helper->executable);
+    result.insert(loginItem->executable);
     return result;
 }
 

@@ -19,12 +19,12 @@ public:
     bool plays(const std::string& identifier, const std::string& role) const override;
     std::set<std::string> executables() const override;
 
-    /// This program itself.
-    const KnownApplicationPtr& agent() const { return own; }
+    /// The login-item helper.
+    const KnownApplicationPtr& helper() const { return loginItem; }
 
 private:
     KnownApplicationPtr own;
-    KnownApplicationPtr helper;
+    KnownApplicationPtr loginItem;
     const ApplicationIndex& others;
 };
 
