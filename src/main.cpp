@@ -14,6 +14,7 @@
 #include "linux/qt/QtX11Connection.h"
 #include "linux/qt/QuitRequests.h"
 #include "linux/secretservice/KeychainGate.h"
+#include "linux/session/Programs.h"
 #include "linux/session/SessionInstance.h"
 #include "linux/workspace/KernelProcessSource.h"
 #include "linux/workspace/LinuxWorkspace.h"
@@ -229,7 +230,7 @@ int main(int argc, char** argv)
     process::UnixProcessInfo processInfo(argc, argv);
     std::signal(SIGPIPE, SIG_IGN);
 
-    session::SessionInstance instance(IDENTIFIER);
+    session::SessionInstance instance(session::AGENT);
     instance.onProblem = Reporter{&log};
     if (instance.acquire() == session::Acquired::AlreadyRunning) {
         return 0;

@@ -60,7 +60,9 @@ void LinuxWorkspace::wireTracker()
     tracker.onEnded = [this](const Instance& instance) {
         const RunningApplication application = record(instance);
         observers.notifyRemoved(application);
-        notifyApplication(WorkspaceNotificationName::DidTerminateApplication, application);
+        if (application.activationPolicy == platform::ActivationPolicy::Regular) {
+            notifyApplication(WorkspaceNotificationName::DidTerminateApplication, application);
+        }
     };
 }
 
@@ -250,9 +252,13 @@ RunningApplication LinuxWorkspace::record(const Instance& instance) const
     };
 }
 
+/// Applications without a presence of their own are only ever seen to change the list.
 void LinuxWorkspace::notifyLaunch(WorkspaceNotificationName name, const Instance& instance)
 {
     const RunningApplication application = record(instance);
+    if (application.activationPolicy != platform::ActivationPolicy::Regular) {
+        return;
+    }
     observers.notify(
         {name,
          platform::UserInfo{

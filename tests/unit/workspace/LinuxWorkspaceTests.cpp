@@ -190,6 +190,15 @@ TEST_F(LinuxWorkspace, HiddenEntryIsAccessoryUntilItShowsAWindow)
     );
 }
 
+TEST_F(LinuxWorkspace, AccessoryIsOnlySeenToComeAndGoInTheList)
+{
+    start();
+    exec(10, "agentless");
+    exit(10);
+
+    EXPECT_THAT(heard, ElementsAre("inserted agentless", "removed agentless"));
+}
+
 TEST_F(LinuxWorkspace, HandOverToALivingInstanceIsNoTermination)
 {
     start();
