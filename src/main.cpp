@@ -256,8 +256,13 @@ int main(int argc, char** argv)
     Agent agent(log, processInfo, std::move(forGuard), std::move(forQuestions));
     const qt::QuitRequests quitRequests(application, [&agent] { return agent.mayQuit(); });
     instance.onActivated = [&agent] { agent.activate(); };
-    const QSocketNotifier secondStart(instance.fd(), QSocketNotifier::Read);
-    QObject::connect(&secondStart, &QSocketNotifier::activated, [&instance] { instance.handle(); });
+    std::optional<QSocketNotifier> secondStart;
+    if (instance.fd() >= 0) {
+        secondStart.emplace(instance.fd(), QSocketNotifier::Read);
+        QObject::connect(&*secondStart, &QSocketNotifier::activated, [&instance] {
+            instance.handle();
+        });
+    }
     agent.start();
     return QApplication::exec();
 }
