@@ -19,19 +19,24 @@ Catalogue::Catalogue(
 {
     for (std::size_t index = 0; index < this->applications.size(); ++index) {
         byId[this->applications[index].entry.id] = index;
+        for (const std::string& role : this->applications[index].roles) {
+            offerForRole(role, index, preference);
+        }
     }
     fillTables(interpreters);
-    const auto rank = [&](const std::string& role, std::size_t index) {
-        const InstalledApplication& application = this->applications[index];
-        return std::tuple(preference(role, application.entry.id), !application.shown, index);
+}
+
+void Catalogue::offerForRole(
+    const std::string& role, std::size_t index, const Preference& preference
+)
+{
+    const auto rank = [&](std::size_t candidate) {
+        const InstalledApplication& application = applications[candidate];
+        return std::tuple(preference(role, application.entry.id), !application.shown, candidate);
     };
-    for (std::size_t index = 0; index < this->applications.size(); ++index) {
-        for (const std::string& role : this->applications[index].roles) {
-            const auto [place, added] = byRole.emplace(role, index);
-            if (!added && rank(role, index) < rank(role, place->second)) {
-                place->second = index;
-            }
-        }
+    const auto [place, added] = byRole.emplace(role, index);
+    if (!added && rank(index) < rank(place->second)) {
+        place->second = index;
     }
 }
 

@@ -55,6 +55,7 @@ public:
     [[nodiscard]] std::set<std::string> files() const;
 
 private:
+    void offerForRole(const std::string& role, std::size_t index, const Preference& preference);
     void fillTables(const std::vector<std::string>& interpreters);
     void fillWindowNames(std::size_t index);
     [[nodiscard]] std::optional<std::size_t> claimed(const std::string& path) const;

@@ -55,6 +55,19 @@ std::optional<std::string> textOf(const std::string& path)
     return text;
 }
 
+/// Sorted.
+std::vector<std::string> namesIn(const fs::path& folder)
+{
+    std::error_code error;
+    std::vector<std::string> names;
+    fs::directory_iterator entry(folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        names.push_back(entry->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 /// Visits the files below a folder, each folder once though links may lead to it again.
 class Walk
 {
@@ -69,14 +82,7 @@ public:
             !visited.emplace(status.st_dev, status.st_ino).second) {
             return;
         }
-        std::error_code error;
-        std::vector<std::string> names;
-        for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-             entry.increment(error)) {
-            names.push_back(entry->path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        for (const std::string& name : names) {
+        for (const std::string& name : namesIn(folder)) {
             const fs::path path = folder / name;
             if (name.ends_with(SUFFIX)) {
                 files.emplace_back(
@@ -108,6 +114,19 @@ std::optional<BusService> serviceOf(const std::string& text)
     return service.name.empty() || service.exec.empty() ? std::nullopt : std::optional(service);
 }
 
+std::vector<BusService> servicesIn(const fs::path& folder)
+{
+    std::vector<BusService> result;
+    for (const std::string& name : namesIn(folder)) {
+        const std::optional<std::string> text = textOf((folder / name).string());
+        std::optional<BusService> service = text ? serviceOf(*text) : std::nullopt;
+        if (service) {
+            result.push_back(std::move(*service));
+        }
+    }
+    return result;
+}
+
 } // namespace
 
 DesktopEntryReader::DesktopEntryReader(
@@ -121,46 +140,45 @@ DesktopEntryReader::DesktopEntryReader(
 
 std::vector<DesktopEntry> DesktopEntryReader::entries() const
 {
-    std::map<std::string, std::optional<DesktopEntry>> found;
+    std::map<std::string, DesktopEntry> found;
     for (const std::string& folder : environment.dataFolders) {
         for (const File& file : filesIn(folder + "/applications")) {
-            if (found.contains(file.id)) {
-                continue;
+            std::optional<DesktopEntry> entry = found.contains(file.id) ? std::nullopt : read(file);
+            if (entry) {
+                found.emplace(file.id, std::move(*entry));
             }
-            const std::optional<std::string> text = textOf(file.path);
-            std::optional<DesktopEntry> entry = text ? parser.parse(*text) : std::nullopt;
-            if (!entry) {
-                continue;
-            }
-            entry->id = file.id;
-            entry->path = file.path;
-            const bool missing = !entry->tryExec.empty() && !programs.find(entry->tryExec);
-            found[file.id] = entry->hidden || missing ? std::nullopt : std::move(entry);
         }
     }
     std::vector<DesktopEntry> result;
     for (auto& [id, entry] : found) {
-        if (entry) {
-            result.push_back(std::move(*entry));
+        if (!entry.hidden) {
+            result.push_back(std::move(entry));
         }
     }
     return result;
+}
+
+std::optional<DesktopEntry> DesktopEntryReader::read(const File& file) const
+{
+    const std::optional<std::string> text = textOf(file.path);
+    std::optional<DesktopEntry> entry = text ? parser.parse(*text) : std::nullopt;
+    if (entry) {
+        entry->id = file.id;
+        entry->path = file.path;
+        // Without its program the entry is as good as deleted, too.
+        entry->hidden =
+            entry->hidden || (!entry->tryExec.empty() && !programs.find(entry->tryExec));
+    }
+    return entry;
 }
 
 std::vector<BusService> DesktopEntryReader::services() const
 {
     std::map<std::string, BusService> found;
     for (const std::string& folder : environment.dataFolders) {
-        std::error_code error;
-        const fs::path services = fs::path(folder) / "dbus-1/services";
-        for (fs::directory_iterator entry(services, error), end; !error && entry != end;
-             entry.increment(error)) {
-            const std::optional<std::string> text = textOf(entry->path().string());
-            std::optional<BusService> service = text ? serviceOf(*text) : std::nullopt;
-            if (service) {
-                std::string name = service->name;
-                found.emplace(std::move(name), std::move(*service));
-            }
+        for (BusService& service : servicesIn(folder + "/dbus-1/services")) {
+            std::string name = service.name;
+            found.emplace(std::move(name), std::move(service));
         }
     }
     std::vector<BusService> result;
@@ -171,7 +189,7 @@ std::vector<BusService> DesktopEntryReader::services() const
     return result;
 }
 
-std::vector<DesktopEntryReader::File> DesktopEntryReader::filesIn(const std::string& folder) const
+std::vector<DesktopEntryReader::File> DesktopEntryReader::filesIn(const std::string& folder)
 {
     Walk walk;
     walk.run(folder, "", 0);

@@ -7,6 +7,7 @@
 #include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/XdgEnvironment.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,8 @@ private:
         std::string path;
     };
 
-    [[nodiscard]] std::vector<File> filesIn(const std::string& folder) const;
+    [[nodiscard]] static std::vector<File> filesIn(const std::string& folder);
+    [[nodiscard]] std::optional<DesktopEntry> read(const File& file) const;
 
     const XdgEnvironment& environment;
     const ProgramResolver& programs;

@@ -141,6 +141,59 @@ bool peel(Words& words)
     return true;
 }
 
+/// Takes a line apart the way that shells do, quotes and escapes resolved.
+class Splitter
+{
+public:
+    Words split(std::string_view line)
+    {
+        for (std::size_t index = 0; index < line.size(); ++index) {
+            if (line[index] == '\\' && quote != '\'' && index + 1 < line.size()) {
+                add(line[++index]);
+            } else {
+                take(line[index]);
+            }
+        }
+        endWord();
+        return std::move(words);
+    }
+
+private:
+    void take(char character)
+    {
+        const bool quoteMark = character == '"' || character == '\'';
+        const bool blank = character == ' ' || character == '\t' || character == '\n';
+        if (quote != 0 && character == quote) {
+            quote = 0;
+        } else if (quote == 0 && quoteMark) {
+            quote = character;
+            inWord = true;
+        } else if (quote == 0 && blank) {
+            endWord();
+        } else {
+            add(character);
+        }
+    }
+
+    void add(char character)
+    {
+        word.push_back(character);
+        inWord = true;
+    }
+
+    void endWord()
+    {
+        if (std::exchange(inWord, false)) {
+            words.push_back(std::exchange(word, {}));
+        }
+    }
+
+    Words words;
+    std::string word;
+    bool inWord = false;
+    char quote = 0;
+};
+
 bool isFieldCode(const std::string& word)
 {
     return word.size() == 2 && word[0] == '%' && word[1] != '%';
@@ -164,34 +217,7 @@ std::string withoutFieldCodes(const std::string& word)
 
 std::vector<std::string> splitExec(std::string_view exec)
 {
-    Words words;
-    std::string word;
-    bool inWord = false;
-    char quote = 0;
-    for (std::size_t index = 0; index < exec.size(); ++index) {
-        const char character = exec[index];
-        const bool escape = character == '\\' && quote != '\'' && index + 1 < exec.size();
-        if (escape) {
-            word.push_back(exec[++index]);
-            inWord = true;
-        } else if (quote != 0 && character == quote) {
-            quote = 0;
-        } else if (quote == 0 && (character == '"' || character == '\'')) {
-            quote = character;
-            inWord = true;
-        } else if (quote == 0 && (character == ' ' || character == '\t' || character == '\n')) {
-            if (std::exchange(inWord, false)) {
-                words.push_back(std::exchange(word, {}));
-            }
-        } else {
-            word.push_back(character);
-            inWord = true;
-        }
-    }
-    if (inWord) {
-        words.push_back(std::move(word));
-    }
-    return words;
+    return Splitter().split(exec);
 }
 
 ExecCommand commandOf(std::string_view exec)
@@ -222,12 +248,12 @@ std::string quotedForExec(const std::string& argument)
             result += "%%";
         } else if (character == '\\') {
             // Once for the quotes, and both once more for the file.
-            result += "\\\\\\\\";
+            result += R"(\\\\)";
         } else if (character == '"' || character == '`' || character == '$') {
-            result += "\\\\";
+            result += R"(\\)";
             result.push_back(character);
         } else if (character == '\n') {
-            result += "\\n";
+            result += R"(\n)";
         } else {
             result.push_back(character);
         }

@@ -88,26 +88,31 @@ IdentityTable::find(const proc::ProcessFacts& facts, const Lookup& lookup) const
 IdentityTable::Candidates
 IdentityTable::candidates(const proc::ProcessFacts& facts, const Lookup& lookup) const
 {
-    Candidates result;
-    const auto take = [&](const std::vector<Row>* rows) {
-        for (std::size_t index = 0; rows != nullptr && index < rows->size(); ++index) {
-            if (possible((*rows)[index].key, facts.arguments)) {
-                result.push_back(&(*rows)[index]);
-            }
-        }
-    };
-    const auto executable = executables.find(facts.executable);
-    take(executable == executables.end() ? nullptr : &executable->second);
+    const auto byExecutable = executables.find(facts.executable);
+    Candidates result =
+        byExecutable == executables.end() ? Candidates() : possibleOf(byExecutable->second, facts);
     const bool loader = isLoader(facts.executable);
     const bool runsFiles =
         loader || interpreters.contains(facts.executable) || isInterpreter(facts.executable);
-    if (!result.empty() || !runsFiles) {
-        return result;
-    }
-    const auto script = scriptArgument(facts.executable, facts.arguments);
+    const std::optional<std::string> script =
+        result.empty() && runsFiles ? scriptArgument(facts.executable, facts.arguments)
+                                    : std::nullopt;
     if (script) {
         const std::string path = absolutePath(*script, facts.workingDirectory);
-        take(rowsOf(loader ? executables : scripts, path, lookup));
+        const std::vector<Row>* rows = rowsOf(loader ? executables : scripts, path, lookup);
+        result = rows == nullptr ? Candidates() : possibleOf(*rows, facts);
+    }
+    return result;
+}
+
+IdentityTable::Candidates
+IdentityTable::possibleOf(const std::vector<Row>& rows, const proc::ProcessFacts& facts)
+{
+    Candidates result;
+    for (const Row& row : rows) {
+        if (possible(row.key, facts.arguments)) {
+            result.push_back(&row);
+        }
     }
     return result;
 }

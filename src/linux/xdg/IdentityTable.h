@@ -72,6 +72,7 @@ private:
 
     [[nodiscard]] Candidates
     candidates(const proc::ProcessFacts& facts, const Lookup& lookup) const;
+    static Candidates possibleOf(const std::vector<Row>& rows, const proc::ProcessFacts& facts);
     static const std::vector<Row>*
     rowsOf(const Rows& rows, const std::string& path, const Lookup& lookup);
 

@@ -54,9 +54,17 @@ bool takesValue(std::string_view interpreter, std::string_view option)
     return isOneOf(option, NODE) || isOneOf(option, GJS) || isOneOf(option, PERL);
 }
 
+bool isOption(const std::string& argument)
+{
+    return argument.starts_with('-');
+}
+
 /// Options after which there is no file to run: the text or the module is the argument itself.
 bool endsFiles(std::string_view interpreter, std::string_view option)
 {
+    if (option == "-") {
+        return true;
+    }
     constexpr std::array<std::string_view, 4> TEXT{"-c", "-e", "-E", "--eval"};
     if (interpreter.starts_with("python")) {
         // Single letters may stand together: "-Ic".
@@ -120,27 +128,19 @@ scriptArgument(const std::string& executable, const std::vector<std::string>& ar
 {
     const std::string_view interpreter =
         isLoader(executable) ? std::string_view("ld") : withoutVersion(baseName(executable));
-    for (std::size_t index = 1; index < arguments.size(); ++index) {
-        const std::string& argument = arguments[index];
-        if (argument == "--") {
-            return index + 1 < arguments.size() ? std::optional(arguments[index + 1])
-                                                : std::nullopt;
-        }
-        if (interpreter == "java" && argument == "-jar") {
-            return index + 1 < arguments.size() ? std::optional(arguments[index + 1])
-                                                : std::nullopt;
-        }
-        if (argument.empty() || argument.front() != '-') {
-            return argument;
-        }
-        if (argument.size() == 1 || endsFiles(interpreter, argument)) {
+    std::size_t index = 1;
+    while (index < arguments.size() && isOption(arguments[index])) {
+        const std::string& option = arguments[index];
+        if (endsFiles(interpreter, option)) {
             return std::nullopt;
         }
-        if (takesValue(interpreter, argument)) {
-            ++index;
+        const bool fileFollows = option == "--" || (interpreter == "java" && option == "-jar");
+        index += takesValue(interpreter, option) ? 2U : 1U;
+        if (fileFollows) {
+            break;
         }
     }
-    return std::nullopt;
+    return index < arguments.size() ? std::optional(arguments[index]) : std::nullopt;
 }
 
 } // namespace xdg

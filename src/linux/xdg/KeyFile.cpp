@@ -47,6 +47,16 @@ char escapeMeaning(char character)
     }
 }
 
+/// Position of the first semicolon that is none of the text's own.
+std::size_t endOfPart(std::string_view list)
+{
+    std::size_t index = 0;
+    while (index < list.size() && list[index] != ';') {
+        index += list[index] == '\\' ? 2U : 1U;
+    }
+    return std::min(index, list.size());
+}
+
 } // namespace
 
 void visitKeys(std::string_view text, const std::function<bool(const KeyLine& line)>& visit)
@@ -87,19 +97,12 @@ std::string unescaped(std::string_view value)
 std::vector<std::string> splitList(std::string_view value)
 {
     std::vector<std::string> parts;
-    std::size_t begin = 0;
-    for (std::size_t index = 0; index <= value.size(); ++index) {
-        if (index < value.size() && value[index] == '\\') {
-            ++index;
-            continue;
+    while (!value.empty()) {
+        const std::size_t end = endOfPart(value);
+        if (end > 0) {
+            parts.push_back(unescaped(value.substr(0, end)));
         }
-        if (index >= value.size() || value[index] == ';') {
-            const std::string_view part = value.substr(begin, index - begin);
-            if (!part.empty()) {
-                parts.push_back(unescaped(part));
-            }
-            begin = index + 1;
-        }
+        value.remove_prefix(std::min(end + 1, value.size()));
     }
     return parts;
 }

@@ -61,8 +61,8 @@ Roles::Roles(std::string_view text)
 
 const Roles& Roles::shipped()
 {
-    static const Roles SHIPPED(ROLES_DATA);
-    return SHIPPED;
+    static const Roles shippedRoles(ROLES_DATA);
+    return shippedRoles;
 }
 
 std::vector<std::string> Roles::of(const DesktopEntry& entry) const

@@ -20,6 +20,17 @@ std::string plainPath(const std::string& path)
     return plain;
 }
 
+std::optional<std::vector<std::string>> namesIn(const std::string& folder)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(folder, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        names.push_back(entry->path().filename().string());
+    }
+    return error ? std::nullopt : std::optional(std::move(names));
+}
+
 } // namespace
 
 std::string bundlePath(const std::string& id)
@@ -42,21 +53,18 @@ std::optional<std::string> idOfBundlePath(const std::string& path)
 
 std::optional<std::vector<std::string>> XdgFileManager::contentsOfDirectory(const std::string& path)
 {
+    return plainPath(path) == APPLICATIONS_FOLDER ? shownBundles() : namesIn(path);
+}
+
+std::vector<std::string> XdgFileManager::shownBundles() const
+{
     std::vector<std::string> names;
-    if (plainPath(path) == APPLICATIONS_FOLDER) {
-        for (const InstalledApplication& application : catalogue.current()->all()) {
-            if (application.shown) {
-                names.push_back(application.entry.id + std::string(SUFFIX));
-            }
+    for (const InstalledApplication& application : catalogue.current()->all()) {
+        if (application.shown) {
+            names.push_back(application.entry.id + std::string(SUFFIX));
         }
-        return names;
     }
-    std::error_code error;
-    std::filesystem::directory_iterator entry(path, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        names.push_back(entry->path().filename().string());
-    }
-    return error ? std::nullopt : std::optional(std::move(names));
+    return names;
 }
 
 } // namespace xdg

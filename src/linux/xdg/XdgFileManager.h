@@ -24,6 +24,8 @@ public:
     std::optional<std::vector<std::string>> contentsOfDirectory(const std::string& path) override;
 
 private:
+    [[nodiscard]] std::vector<std::string> shownBundles() const;
+
     const ApplicationCatalogue& catalogue;
 };
 
