@@ -14,6 +14,23 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+/// Declared behind what the thread uses, so that the thread ends before that does.
+class ThreadEnd
+{
+public:
+    explicit ThreadEnd(proc::PollThread& thread) : thread(thread) {}
+
+    ThreadEnd(const ThreadEnd&) = delete;
+    ThreadEnd& operator=(const ThreadEnd&) = delete;
+    ThreadEnd(ThreadEnd&&) = delete;
+    ThreadEnd& operator=(ThreadEnd&&) = delete;
+
+    ~ThreadEnd() { thread.stop(); }
+
+private:
+    proc::PollThread& thread;
+};
+
 class ProcessConnectorTest : public testing::Test
 {
 protected:
@@ -46,6 +63,7 @@ TEST_F(ProcessConnectorTest, OverflowIsReportedAsLoss)
     std::promise<void> overflown;
     std::future<void> released = overflown.get_future();
     processes::Recorder<pid_t> seen;
+    const ThreadEnd end(thread);
     onExec = [&](pid_t pid) {
         if (seen.all().empty()) {
             seen.add(pid);
@@ -121,6 +139,7 @@ TEST_F(ProcessConnectorTest, LatencyFromExecToEventIsPrinted)
     const auto moment = sharedMoment();
     ASSERT_NE(moment, nullptr);
     processes::Recorder<Heard> seen;
+    const ThreadEnd end(thread);
     onExec = [&](pid_t pid) { seen.add({pid, Clock::now()}); };
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
