@@ -262,7 +262,7 @@ void GuardLoop::keepCaptured(Clock::time_point now)
         capture.attempt();
     }
     if (!std::exchange(wasCaptured, capture.complete()) && wasCaptured) {
-        keyWindows.renewFocus();
+        keyWindows.renewFocus(backdrop.window());
     }
 }
 

@@ -79,10 +79,10 @@ bool KeyWindows::contains(xcb_window_t window) const
     });
 }
 
-void KeyWindows::renewFocus()
+void KeyWindows::renewFocus(xcb_window_t other)
 {
     if (focused() && shown() != XCB_NONE) {
-        setInputFocus(XCB_INPUT_FOCUS_POINTER_ROOT);
+        setInputFocus(other);
         setInputFocus(shown());
         connection.flush();
     }

@@ -39,9 +39,10 @@ public:
     /// Wants the focus for the key window, as soon as it is shown.
     void wantFocus() { focusWanted = true; }
 
-    /// Takes the focus away from the key window and gives it back: to a toolkit the beginning of a
-    /// grab looks like the loss of the focus.
-    void renewFocus();
+    /// Gives the focus to `other`, a window of the lock that is shown, and back to the key window:
+    /// to a toolkit the beginning of a grab looks like the loss of the focus. (Were it nobody's in
+    /// between, a window manager would look for somebody.)
+    void renewFocus(xcb_window_t other);
 
     /// When `giveFocus` is due; nothing when it is not.
     std::optional<Clock::time_point> due() const;
