@@ -3,18 +3,20 @@
 #include "linux/x11/Pixel.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace x11 {
 
 AdoptedWindow::AdoptedWindow(
     X11Guard& guard,
     const X11Desktop& desktop,
-    const std::function<void()>& syncToolkit,
+    std::function<void()> syncToolkit,
     xcb_window_t window,
     const platform::WindowAttributes& attributes
 )
     : guard(guard),
-      syncToolkit(syncToolkit),
+      syncToolkit(std::move(syncToolkit)),
       window(window),
       level(static_cast<int>(attributes.level))
 {
@@ -49,12 +51,13 @@ void AdoptedWindow::apply(const X11Desktop& desktop, const platform::WindowAttri
     const
 {
     const Connection& connection = desktop.connection();
-    const std::uint32_t values[] = {pixelOf(connection, window, attributes.backgroundColor), 1U};
+    const std::array<std::uint32_t, 2> values{
+        pixelOf(connection, window, attributes.backgroundColor), 1U};
     xcb_change_window_attributes(
-        connection.get(), window, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values
+        connection.get(), window, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data()
     );
     const platform::Rect& frame = attributes.frame;
-    const std::uint32_t geometry[] = {
+    const std::array<std::uint32_t, 4> geometry{
         static_cast<std::uint32_t>(frame.x),
         static_cast<std::uint32_t>(frame.y),
         static_cast<std::uint32_t>(std::max(frame.width, 1)),
@@ -66,7 +69,7 @@ void AdoptedWindow::apply(const X11Desktop& desktop, const platform::WindowAttri
             window,
             XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                 XCB_CONFIG_WINDOW_HEIGHT,
-            geometry
+            geometry.data()
         )
     )); // waiting for the answer puts all this before whatever the toolkit asks for next
 }

@@ -16,7 +16,7 @@ public:
     AdoptedWindow(
         X11Guard& guard,
         const X11Desktop& desktop,
-        const std::function<void()>& syncToolkit,
+        std::function<void()> syncToolkit,
         xcb_window_t window,
         const platform::WindowAttributes& attributes
     );

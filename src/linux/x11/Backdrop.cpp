@@ -3,6 +3,7 @@
 #include "linux/x11/PlainWindowRequest.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace x11 {
@@ -62,9 +63,9 @@ void Backdrop::fitDesktop()
         return;
     }
     size = wanted;
-    const std::uint32_t values[] = {size.width, size.height};
+    const std::array<std::uint32_t, 2> values{size.width, size.height};
     xcb_configure_window(
-        connection.get(), id, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values
+        connection.get(), id, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data()
     );
     connection.flush();
 }

@@ -2,6 +2,7 @@
 
 #include "linux/x11/Keymap.h"
 
+#include <array>
 #include <utility>
 
 #include <xcb/xtest.h>
@@ -185,7 +186,7 @@ void InputCapture::pressEscape() const
     if (!connection.extensions().xtest || !key.has_value()) {
         return;
     }
-    constexpr std::uint8_t PRESS_AND_RELEASE[] = {XCB_KEY_PRESS, XCB_KEY_RELEASE};
+    constexpr std::array<std::uint8_t, 2> PRESS_AND_RELEASE{XCB_KEY_PRESS, XCB_KEY_RELEASE};
     for (const std::uint8_t type : PRESS_AND_RELEASE) {
         xcb_test_fake_input(connection.get(), type, *key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
     }

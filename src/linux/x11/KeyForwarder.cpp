@@ -1,6 +1,6 @@
 #include "linux/x11/KeyForwarder.h"
 
-#include <string.h> // explicit_bzero
+#include <cstring> // explicit_bzero
 
 namespace x11 {
 

@@ -31,19 +31,33 @@ std::uint32_t pixelOf(const xcb_visualtype_t& visual, unsigned depth, const plat
            component(color.blue, visual.blue_mask) | alpha;
 }
 
+bool hasDirectColors(const xcb_visualtype_t& visual)
+{
+    return visual._class == XCB_VISUAL_CLASS_TRUE_COLOR ||
+           visual._class == XCB_VISUAL_CLASS_DIRECT_COLOR;
+}
+
+/// The visual among those of one depth; nullptr when it is of another.
+const xcb_visualtype_t* findVisual(const xcb_depth_t& depth, xcb_visualid_t wanted)
+{
+    auto visuals = xcb_depth_visuals_iterator(&depth);
+    for (; visuals.rem > 0; xcb_visualtype_next(&visuals)) {
+        if (visuals.data->visual_id == wanted) {
+            return visuals.data;
+        }
+    }
+    return nullptr;
+}
+
 /// The pixel value for a visual, or black where that is no visual of direct colours.
 std::uint32_t
-pixelForVisual(const Connection& connection, xcb_visualid_t visual, const platform::Color& color)
+pixelForVisual(const Connection& connection, xcb_visualid_t wanted, const platform::Color& color)
 {
     auto depths = xcb_screen_allowed_depths_iterator(&connection.screen());
     for (; depths.rem > 0; xcb_depth_next(&depths)) {
-        auto visuals = xcb_depth_visuals_iterator(depths.data);
-        for (; visuals.rem > 0; xcb_visualtype_next(&visuals)) {
-            if (visuals.data->visual_id == visual &&
-                (visuals.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR ||
-                 visuals.data->_class == XCB_VISUAL_CLASS_DIRECT_COLOR)) {
-                return pixelOf(*visuals.data, depths.data->depth, color);
-            }
+        const xcb_visualtype_t* visual = findVisual(*depths.data, wanted);
+        if (visual != nullptr && hasDirectColors(*visual)) {
+            return pixelOf(*visual, depths.data->depth, color);
         }
     }
     return connection.screen().black_pixel;

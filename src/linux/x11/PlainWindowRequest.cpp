@@ -3,6 +3,7 @@
 #include "linux/x11/Pixel.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace x11 {
@@ -16,7 +17,7 @@ void requestPlainWindow(
 {
     // A background pixel is what makes the server itself paint the window as it comes up.
     constexpr std::uint32_t MASK = XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT;
-    const std::uint32_t values[] = {pixelOf(connection, color), 1U};
+    const std::array<std::uint32_t, 2> values{pixelOf(connection, color), 1U};
     xcb_create_window(
         connection.get(),
         XCB_COPY_FROM_PARENT,
@@ -30,7 +31,7 @@ void requestPlainWindow(
         XCB_WINDOW_CLASS_INPUT_OUTPUT,
         XCB_COPY_FROM_PARENT,
         MASK,
-        values
+        values.data()
     );
     constexpr std::string_view NAME = "Tarvel";
     xcb_change_property(

@@ -3,6 +3,7 @@
 #include "platform/Fatal.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include <poll.h>
@@ -39,9 +40,11 @@ void WakeUp::waitWith(const Connection& connection, std::optional<Clock::time_po
             std::max<std::int64_t>(std::chrono::nanoseconds(*until - Clock::now()).count(), 0);
         left = {nanoseconds / SECOND, nanoseconds % SECOND};
     }
-    pollfd sources[] = {
-        {xcb_get_file_descriptor(connection.get()), POLLIN, 0}, {descriptor, POLLIN, 0}};
-    ppoll(sources, std::size(sources), until.has_value() ? &left : nullptr, nullptr);
+    std::array<pollfd, 2> sources{{
+        {xcb_get_file_descriptor(connection.get()), POLLIN, 0},
+        {descriptor, POLLIN, 0},
+    }};
+    ppoll(sources.data(), sources.size(), until.has_value() ? &left : nullptr, nullptr);
     clear();
 }
 

@@ -1,6 +1,7 @@
 #include "linux/x11/WindowInspector.h"
 
 #include <algorithm>
+#include <array>
 
 #include <xcb/res.h>
 
@@ -107,8 +108,9 @@ pid_t WindowInspector::processByServer(xcb_window_t window) const
 bool WindowInspector::hasUserType(xcb_window_t window) const
 {
     const Atoms& atoms = desktop.atoms();
-    const xcb_atom_t shownToUsers[] = {atoms.typeNormal, atoms.typeDialog, atoms.typeUtility};
-    const xcb_atom_t others[] = {
+    const std::array<xcb_atom_t, 3> shownToUsers{
+        atoms.typeNormal, atoms.typeDialog, atoms.typeUtility};
+    const std::array<xcb_atom_t, 11> others{
         atoms.typeToolbar,
         atoms.typeMenu,
         atoms.typeDropdownMenu,
@@ -122,11 +124,10 @@ bool WindowInspector::hasUserType(xcb_window_t window) const
         atoms.typeDesktop};
     // The first one that is known counts; the list may begin with a desktop's own inventions.
     for (const xcb_atom_t type : identifiers(window, atoms.windowType, XCB_ATOM_ATOM)) {
-        if (std::find(std::begin(shownToUsers), std::end(shownToUsers), type) !=
-            std::end(shownToUsers)) {
+        if (std::find(shownToUsers.begin(), shownToUsers.end(), type) != shownToUsers.end()) {
             return true;
         }
-        if (std::find(std::begin(others), std::end(others), type) != std::end(others)) {
+        if (std::find(others.begin(), others.end(), type) != others.end()) {
             return false;
         }
     }

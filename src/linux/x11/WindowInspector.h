@@ -28,12 +28,12 @@ public:
 
     /// A property that is a list of windows or other identifiers.
     std::vector<std::uint32_t>
-    identifiers(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const;
+    identifiers(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
 
 private:
     pid_t processByServer(xcb_window_t window) const;
     bool hasUserType(xcb_window_t window) const;
-    std::string text(xcb_window_t window, xcb_atom_t property) const;
+    std::string text(xcb_window_t window, xcb_atom_t name) const;
 
     const X11Desktop& desktop;
 };

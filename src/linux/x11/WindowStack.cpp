@@ -1,6 +1,7 @@
 #include "linux/x11/WindowStack.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
 
 namespace x11 {
@@ -28,24 +29,20 @@ bool WindowStack::contains(xcb_window_t window) const
 
 void WindowStack::raise() const
 {
-    xcb_window_t sibling = XCB_NONE;
-    for (auto entry = windows.rbegin(); entry != windows.rend(); ++entry) {
-        if (sibling == XCB_NONE) {
-            const std::uint32_t values[] = {XCB_STACK_MODE_ABOVE};
+    constexpr std::uint32_t ABOVE = XCB_STACK_MODE_ABOVE;
+    xcb_window_t lowest = XCB_NONE;
+    std::for_each(windows.rbegin(), windows.rend(), [&](const Entry& entry) {
+        if (lowest == XCB_NONE) {
             xcb_configure_window(
-                connection.get(), entry->window, XCB_CONFIG_WINDOW_STACK_MODE, values
+                connection.get(), entry.window, XCB_CONFIG_WINDOW_STACK_MODE, &ABOVE
             );
         } else {
-            const std::uint32_t values[] = {sibling, XCB_STACK_MODE_BELOW};
-            xcb_configure_window(
-                connection.get(),
-                entry->window,
-                XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
-                values
-            );
+            const std::array<std::uint32_t, 2> below{lowest, XCB_STACK_MODE_BELOW};
+            constexpr unsigned PLACE = XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE;
+            xcb_configure_window(connection.get(), entry.window, PLACE, below.data());
         }
-        sibling = entry->window;
-    }
+        lowest = entry.window;
+    });
     connection.flush();
 }
 

@@ -3,6 +3,7 @@
 #include "linux/x11/Xkb.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include <sys/socket.h>
@@ -105,7 +106,7 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
         return true;
     case XCB_PROPERTY_NOTIFY: {
         const xcb_atom_t atom = as<xcb_property_notify_event_t>(event).atom;
-        const xcb_atom_t wanted[] = {
+        const std::array<xcb_atom_t, 7> wanted{
             XCB_ATOM_WM_CLASS,
             names.activeWindow,
             names.clientList,
@@ -113,7 +114,7 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
             names.windowType,
             names.serverTime,
             names.xkbRulesNames};
-        return std::find(std::begin(wanted), std::end(wanted), atom) != std::end(wanted);
+        return std::find(wanted.begin(), wanted.end(), atom) != wanted.end();
     }
     default:
         return display->extensions().xkb && typeOf(event) == display->extensions().xkbEvent;

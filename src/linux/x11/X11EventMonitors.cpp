@@ -2,6 +2,7 @@
 
 #include "linux/x11/Xkb.h"
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -82,12 +83,13 @@ void X11EventMonitors::send(std::uint8_t modifiers)
 
 std::uint64_t X11EventMonitors::flagsOf(std::uint8_t modifiers) const
 {
-    const std::pair<std::uint8_t, std::uint64_t> meanings[] = {
-        {XCB_MOD_MASK_LOCK, platform::MODIFIER_FLAG_CAPS_LOCK},
-        {XCB_MOD_MASK_SHIFT, platform::MODIFIER_FLAG_SHIFT},
-        {XCB_MOD_MASK_CONTROL, platform::MODIFIER_FLAG_CONTROL},
-        {bits.alt, platform::MODIFIER_FLAG_OPTION},
-        {bits.super, platform::MODIFIER_FLAG_COMMAND},
+    using Meaning = std::pair<std::uint8_t, std::uint64_t>;
+    const std::array meanings{
+        Meaning{XCB_MOD_MASK_LOCK, platform::MODIFIER_FLAG_CAPS_LOCK},
+        Meaning{XCB_MOD_MASK_SHIFT, platform::MODIFIER_FLAG_SHIFT},
+        Meaning{XCB_MOD_MASK_CONTROL, platform::MODIFIER_FLAG_CONTROL},
+        Meaning{bits.alt, platform::MODIFIER_FLAG_OPTION},
+        Meaning{bits.super, platform::MODIFIER_FLAG_COMMAND},
     };
     std::uint64_t flags = 0;
     for (const auto& [bit, flag] : meanings) {

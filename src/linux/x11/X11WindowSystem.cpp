@@ -1,6 +1,7 @@
 #include "linux/x11/X11WindowSystem.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include <unistd.h>
@@ -29,7 +30,7 @@ X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform:
         }
     };
     constexpr std::uint32_t MASK = XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
-    const std::uint32_t values[] = {1, XCB_EVENT_MASK_PROPERTY_CHANGE};
+    const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_PROPERTY_CHANGE};
     xcb_create_window(
         desktop.connection().get(),
         XCB_COPY_FROM_PARENT,
@@ -43,7 +44,7 @@ X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform:
         XCB_WINDOW_CLASS_INPUT_ONLY,
         XCB_COPY_FROM_PARENT,
         MASK,
-        values
+        values.data()
     );
     desktop.connection().flush();
 }
@@ -187,8 +188,8 @@ void X11WindowSystem::activate(xcb_window_t window, xcb_timestamp_t time) const
 {
     const Connection& connection = desktop.connection();
     if (!clients.managed()) {
-        const std::uint32_t above[] = {XCB_STACK_MODE_ABOVE};
-        xcb_configure_window(connection.get(), window, XCB_CONFIG_WINDOW_STACK_MODE, above);
+        const std::array<std::uint32_t, 1> above{XCB_STACK_MODE_ABOVE};
+        xcb_configure_window(connection.get(), window, XCB_CONFIG_WINDOW_STACK_MODE, above.data());
         xcb_set_input_focus(connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
         connection.flush();
         return;
