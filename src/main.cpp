@@ -164,6 +164,7 @@ private:
         catalogue.onChanged = [this] { processes.watchExecutables(programs.executables()); };
         catalogue.start();
         workspace.start([this] { delegate.applicationDidFinishLaunching(); });
+        locking::PasswordWindowController::prepare(); // while the workspace looks around
     }
 
     /// Going on without the password would mean going on without protection. The helper is told, so

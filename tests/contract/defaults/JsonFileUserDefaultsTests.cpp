@@ -4,6 +4,7 @@
 #include <QJsonDocument>
 
 #include <csignal>
+#include <optional>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -50,6 +51,20 @@ bool synchronizeOnFullDisk(platform::UserDefaults& defaults, rlim_t room)
 bool isOnly(const DefaultsFolder& place, const QByteArray& bytes)
 {
     return place.bytes() == bytes && place.entries() == QStringList("defaults.json");
+}
+
+/// The first number of bytes below `size` with room for which a failed save is not reported or
+/// changes the file.
+std::optional<rlim_t>
+firstRoomThatHarms(platform::UserDefaults& defaults, const DefaultsFolder& place, rlim_t size)
+{
+    const QByteArray before = place.bytes();
+    for (rlim_t room = 0; room < size; ++room) {
+        if (synchronizeOnFullDisk(defaults, room) || !isOnly(place, before)) {
+            return room;
+        }
+    }
+    return std::nullopt;
 }
 
 unsigned modeOf(const QString& path)
@@ -170,16 +185,13 @@ TEST(JsonFileUserDefaults, WhatCouldNotBeSavedIsSavedOnceTheObstacleIsGone)
 TEST(JsonFileUserDefaults, AFullDiskLeavesTheFileAsItWasAtEveryByte)
 {
     DefaultsFolder place;
-    const QByteArray before = R"({"cbaal": "old"})";
-    place.put(before);
+    place.put(R"({"cbaal": "old"})");
     qt::JsonFileUserDefaults defaults = place.open();
     defaults.setValue("cbaal", "new");
     const auto size =
         static_cast<rlim_t>(QJsonDocument(QJsonObject{{"cbaal", "new"}}).toJson().size());
-    for (rlim_t room = 0; room < size; ++room) {
-        const bool saved = synchronizeOnFullDisk(defaults, room);
-        EXPECT_TRUE(!saved && isOnly(place, before)) << "room for " << room << " bytes";
-    }
+
+    EXPECT_EQ(firstRoomThatHarms(defaults, place, size), std::nullopt);
     EXPECT_EQ(defaults.value("cbaal"), DefaultsValue("new"));
     EXPECT_FALSE(place.log.diagnostics.empty());
     EXPECT_TRUE(defaults.synchronize());

@@ -21,7 +21,7 @@ class LockWindowTest : public testing::Test
 protected:
     LockWindowTest() { makeController(); }
 
-    ~LockWindowTest() override
+    void TearDown() override
     {
         controller.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -5,6 +5,7 @@
 #include <QStyleHints>
 
 #include <cmath>
+#include <cstdlib>
 
 namespace {
 
@@ -77,6 +78,9 @@ protected:
             }
             if (where.top() < above) {
                 return std::string(name) + " overlaps the one above";
+            }
+            if (std::abs(where.center().x() - window().rect().center().x()) > 1) {
+                return std::string(name) + " is not centred";
             }
             above = where.bottom();
         }
@@ -163,7 +167,6 @@ TEST_F(PasswordWindowLook, EverythingFitsOnEveryScreen)
         fake.dispatchQueues.runAll();
         QCoreApplication::processEvents();
         EXPECT_EQ(misplaced(), "") << size.width() << "x" << size.height();
-        EXPECT_NEAR(place("passwordFieldOutlet").center().x(), size.width() / 2, 1);
     }
 }
 
@@ -211,9 +214,9 @@ TEST_F(PasswordWindowLook, ALongNameWrapsOnceAndIsShortenedBeforeIsLocked)
     ASSERT_EQ(lines.size(), 2);
     EXPECT_TRUE(lines[1].contains(QChar(0x2026)));
     EXPECT_TRUE(lines[1].endsWith(" is locked"));
-    for (const QString& line : lines) {
-        EXPECT_LE(label.fontMetrics().horizontalAdvance(line), label.width());
-    }
+    const QFontMetrics metrics = label.fontMetrics();
+    EXPECT_LE(metrics.horizontalAdvance(lines[0]), label.width());
+    EXPECT_LE(metrics.horizontalAdvance(lines[1]), label.width());
     EXPECT_EQ(label.text(), QString::fromStdString(message));
 }
 
@@ -266,7 +269,6 @@ TEST_F(PasswordWindowLook, WithoutAnIconThereIsAPadlock)
     for (const platform::IconHandle& icon :
          {platform::IconHandle(), platform::IconHandle(foreign)}) {
         show("Calculator is locked", icon);
-        EXPECT_EQ(outlet<QLabel>("appIconOutlet").pixmap().size(), QSize(128, 128));
         const QPoint body = place("appIconOutlet").center() + QPoint(-20, 20);
         EXPECT_EQ(picture().pixelColor(body), QColor(226, 229, 235));
     }

@@ -116,9 +116,8 @@ TEST_F(SecureTextField, InputMethodsAreToldNothingOfTheText)
           Qt::ImTextAfterCursor}) {
         QInputMethodQueryEvent asked(query);
         QCoreApplication::sendEvent(&field(), &asked);
-        EXPECT_TRUE(asked.value(query).toString().isEmpty()) << query;
         const QVariant answer = QInputMethod::queryFocusObject(query, QVariant());
-        EXPECT_TRUE(answer.toString().isEmpty()) << query;
+        EXPECT_EQ(asked.value(query).toString() + answer.toString(), "") << query;
     }
     EXPECT_TRUE(QInputMethod::queryFocusObject(Qt::ImCursorPosition, QVariant()).isValid());
 }
