@@ -1,9 +1,10 @@
 #include "locking/window/PasswordWindowController.h"
 
 #include "app/BackgroundRunner.h"
-#include "app/Constants.h"
 #include "locking/CoveringWindow.h"
 #include "locking/window/BorderlessKeyWindow.h"
+#include "locking/window/KeyboardHint.h"
+#include "locking/window/ThisAgent.h"
 #include "platform/Application.h"
 #include "platform/Fatal.h"
 #include "platform/KeyboardStatus.h"
@@ -14,7 +15,6 @@
 #include "ui_PasswordWindow.h"
 
 #include <utility>
-#include <variant>
 
 namespace locking {
 
@@ -26,19 +26,6 @@ constexpr unsigned LOCK_PRESENTATION =
     platform::PRESENTATION_DISABLE_PROCESS_SWITCHING |
     platform::PRESENTATION_DISABLE_HIDE_APPLICATION;
 static_assert(LOCK_PRESENTATION == 0x16D);
-
-bool concernsThisAgent(const platform::WorkspaceNotification& notification)
-{
-    if (!notification.userInfo.has_value()) {
-        return false;
-    }
-    const auto entry = notification.userInfo->find(platform::WORKSPACE_APPLICATION_KEY);
-    if (entry == notification.userInfo->end()) {
-        return false;
-    }
-    const auto* application = std::get_if<platform::RunningApplication>(&entry->second);
-    return application != nullptr && application->bundleIdentifier == app::Constants::BUNDLE_ID();
-}
 
 } // namespace
 
@@ -154,16 +141,7 @@ void PasswordWindowController::showState()
 
 void PasswordWindowController::showKeyboardStatus()
 {
-    platform::KeyboardStatus& keyboard = platform::current().keyboardStatus;
-    const bool capsLockOn = keyboard.capsLockOn();
-    const QString layout = QString::fromStdString(keyboard.layoutName());
-    outlets->capsLockLabel->setVisible(capsLockOn);
-    outlets->keyboardLayoutLabel->setText(
-        layout.isEmpty() ? QString() : BorderlessKeyWindow::tr("Keyboard: %1").arg(layout)
-    );
-    outlets->passwordFieldOutlet->setAccessibleDescription(
-        capsLockOn ? outlets->capsLockLabel->text() : QString()
-    );
+    showKeyboardHint(*outlets, platform::current().keyboardStatus);
 }
 
 void PasswordWindowController::showServiceWindow(
