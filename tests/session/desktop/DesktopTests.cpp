@@ -1,4 +1,5 @@
 #include "desktop/Desktop.h"
+#include "desktop/Framebuffer.h"
 #include "desktop/KeyringItems.h"
 #include "desktop/Pixels.h"
 #include "desktop/Wait.h"
@@ -134,4 +135,19 @@ TEST(Desktop, PicturesAreSavedAsPng)
     desktop::capture(desk.connection(), WHOLE).savePng(file);
 
     EXPECT_EQ(desktop::readFile(file).substr(1, 3), "PNG");
+}
+
+TEST(Desktop, TheFramebufferShowsWhatPicturesShow)
+{
+    desktop::Desktop::Parts parts = serverOnly();
+    parts.framebuffer = true;
+    desktop::Desktop desk(parts);
+    const desktop::Framebuffer framebuffer(desk.framebufferFile());
+    EXPECT_EQ(framebuffer.row(60)[1400] & 0xFFFFFF, 0U);
+
+    showFilledWindow(desk.connection(), {1400, 50, 30, 20});
+
+    EXPECT_EQ(framebuffer.row(60)[1400] & 0xFFFFFF, desktop::LOCK_COLOUR);
+    EXPECT_EQ(framebuffer.row(69)[1429] & 0xFFFFFF, desktop::LOCK_COLOUR);
+    EXPECT_EQ(framebuffer.row(70)[1430] & 0xFFFFFF, 0U);
 }

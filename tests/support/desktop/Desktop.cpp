@@ -31,6 +31,17 @@ void passOn(Environment& environment)
     }
 }
 
+/// What lets the bus start the keyring's own prompt.
+std::filesystem::path prompterIn(const TemporaryFolder& files)
+{
+    std::filesystem::path services = files.subfolder("services");
+    writeFile(
+        services / "prompter.service",
+        "[D-BUS Service]\nName=org.gnome.keyring.SystemPrompter\nExec=/usr/libexec/gcr-prompter\n"
+    );
+    return services;
+}
+
 } // namespace
 
 Environment privateEnvironment(const TemporaryFolder& folder)
@@ -55,26 +66,37 @@ Environment privateEnvironment(const TemporaryFolder& folder)
 
 Desktop::Desktop(const Parts& parts)
     : environment(privateEnvironment(files)),
-      xServer(std::make_unique<PrivateXServer>(parts.screens, environment)),
+      xServer(std::make_unique<PrivateXServer>(
+          parts.screens,
+          environment,
+          parts.framebuffer ? files.subfolder("framebuffer") : std::filesystem::path()
+      )),
       hands(xServer->connection()),
       list(xServer->connection())
 {
     environment["DISPLAY"] = xServer->displayName();
     if (parts.bus) {
-        sessionBus = std::make_unique<PrivateBus>(files.subfolder("bus"), environment);
+        sessionBus = std::make_unique<PrivateBus>(
+            files.subfolder("bus"), environment, parts.keyringPrompts ? prompterIn(files) : ""
+        );
         environment["DBUS_SESSION_BUS_ADDRESS"] = sessionBus->address();
     }
     if (parts.bus && parts.keyring) {
         secretService = std::make_unique<PrivateKeyring>(*sessionBus, environment);
     }
     if (parts.windowManager) {
-        manager = std::make_unique<WindowManager>(xServer->connection(), environment);
+        startWindowManager();
     }
 }
 
 Desktop::~Desktop()
 {
     endProcessesOf(files.path());
+}
+
+void Desktop::startWindowManager()
+{
+    manager = std::make_unique<WindowManager>(xServer->connection(), environment);
 }
 
 ChildProcess Desktop::start(const std::vector<std::string>& arguments)

@@ -32,7 +32,9 @@ public:
         std::vector<Rectangle> screens = PrivateXServer::twoScreens();
         bool windowManager = true;
         bool bus = true;
-        bool keyring = true; // only with a bus
+        bool keyring = true;         // only with a bus
+        bool framebuffer = false;    // the pixels are in `framebufferFile`
+        bool keyringPrompts = false; // a closed keyring can ask the user for its password
     };
 
     /// Throws `Failure` when a part does not come up.
@@ -54,6 +56,11 @@ public:
 
     [[nodiscard]] std::filesystem::path home() const { return files.path() / "home"; }
 
+    [[nodiscard]] std::filesystem::path framebufferFile() const
+    {
+        return files.path() / "framebuffer/Xvfb_screen0";
+    }
+
     PrivateXServer& server() { return *xServer; }
 
     XConnection& connection() { return xServer->connection(); }
@@ -65,6 +72,9 @@ public:
     Input& input() { return hands; }
 
     WindowList& windows() { return list; }
+
+    /// For a desktop that was opened without one.
+    void startWindowManager();
 
     void stopBus() { sessionBus.reset(); }
 

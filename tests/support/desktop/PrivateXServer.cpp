@@ -72,6 +72,18 @@ std::string displayNumberFrom(int descriptor)
     return number;
 }
 
+std::vector<std::string> commandFor(int report, const std::filesystem::path& framebufferFolder)
+{
+    const std::string largest = std::to_string(PrivateXServer::LARGEST_WIDTH) + "x" +
+                                std::to_string(PrivateXServer::LARGEST_HEIGHT) + "x24";
+    std::vector<std::string> command = {"Xvfb", "-displayfd", std::to_string(report)};
+    command.insert(command.end(), {"-screen", "0", largest, "-nolisten", "tcp", "-noreset"});
+    if (!framebufferFolder.empty()) {
+        command.insert(command.end(), {"-fbdir", framebufferFolder.string()});
+    }
+    return command;
+}
+
 } // namespace
 
 std::vector<Rectangle> PrivateXServer::twoScreens()
@@ -80,23 +92,14 @@ std::vector<Rectangle> PrivateXServer::twoScreens()
 }
 
 PrivateXServer::PrivateXServer(
-    const std::vector<Rectangle>& screens, const Environment& environment
+    const std::vector<Rectangle>& screens,
+    const Environment& environment,
+    const std::filesystem::path& framebufferFolder
 )
 {
     Pipe report;
-    const std::string largest =
-        std::to_string(LARGEST_WIDTH) + "x" + std::to_string(LARGEST_HEIGHT) + "x24";
     server = std::make_unique<ChildProcess>(ChildProcess::Command{
-        .arguments =
-            {"Xvfb",
-             "-displayfd",
-             std::to_string(report.writing()),
-             "-screen",
-             "0",
-             largest,
-             "-nolisten",
-             "tcp",
-             "-noreset"},
+        .arguments = commandFor(report.writing(), framebufferFolder),
         .environment = environment,
         .inheritedDescriptors = {report.writing()},
     });

@@ -6,6 +6,7 @@
 #include "desktop/Rectangle.h"
 #include "desktop/XConnection.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,10 +20,12 @@ public:
     /// main one.
     static std::vector<Rectangle> twoScreens();
 
-    /// Returns when clients can connect; throws `Failure` when the server does not come up.
+    /// Returns when clients can connect; throws `Failure` when the server does not come up. Where a
+    /// folder is given, the server keeps its pixels there in a file (see `Framebuffer`).
     explicit PrivateXServer(
         const std::vector<Rectangle>& screens = twoScreens(),
-        const Environment& environment = {{"PATH", "/usr/bin:/bin"}}
+        const Environment& environment = {{"PATH", "/usr/bin:/bin"}},
+        const std::filesystem::path& framebufferFolder = {}
     );
 
     [[nodiscard]] const std::string& displayName() const { return name; }

@@ -1,0 +1,89 @@
+#include "latency/Screens.h"
+
+#include "agent/Cover.h"
+#include "desktop/Pixels.h"
+
+namespace latency {
+
+using desktop::LOCK_COLOUR;
+using desktop::Pixel;
+
+namespace {
+
+constexpr Pixel COLOUR_BITS = 0xFFFFFF;
+
+bool holds(desktop::Rectangle area, int x, int y)
+{
+    return x >= area.x && x < area.x + area.width && y >= area.y && y < area.y + area.height;
+}
+
+} // namespace
+
+Screens::Screens(desktop::Desktop& desk)
+    : framebuffer(desk.framebufferFile()),
+      whole(desk.windows().placeOf(desk.connection().root())),
+      second(desk.server().screens().at(1)),
+      controls(agent::controlsOf(desk.server().screens().front()))
+{
+}
+
+void Screens::remember()
+{
+    before.clear();
+    for (int y = 0; y < whole.height; y += ROW_DISTANCE) {
+        const volatile Pixel* row = framebuffer.row(y);
+        before.insert(before.end(), row, row + whole.width);
+    }
+}
+
+bool Screens::areCovered() const
+{
+    for (int y = 0; y < whole.height; y += ROW_DISTANCE) {
+        if (!rowIsCovered(y)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Screens::rowIsCovered(int y) const
+{
+    const volatile Pixel* row = framebuffer.row(y);
+    for (int x = 0; x < whole.width; ++x) {
+        if ((row[x] & COLOUR_BITS) != LOCK_COLOUR && !holds(controls, x, y)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Screens::showSomethingElse() const
+{
+    const Pixel* old = before.data();
+    for (int y = 0; y < whole.height; y += ROW_DISTANCE, old += whole.width) {
+        const volatile Pixel* row = framebuffer.row(y);
+        for (int x = second.x; x < second.x + second.width; ++x) {
+            const Pixel seen = row[x];
+            if (seen != old[x] && (seen & COLOUR_BITS) != LOCK_COLOUR) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool Screens::areAsBefore() const
+{
+    const Pixel* old = before.data();
+    for (int y = 0; y < whole.height; y += ROW_DISTANCE, old += whole.width) {
+        const volatile Pixel* row = framebuffer.row(y);
+        for (int x = 0; x < whole.width; ++x) {
+            if (row[x] != old[x]) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace latency

@@ -1,0 +1,58 @@
+#include "session/agent/AgentTest.h"
+
+#include "desktop/Pixels.h"
+#include "desktop/TemporaryFolder.h"
+
+#include <iostream>
+
+namespace agent {
+
+void AgentTest::TearDown()
+{
+    if (HasFailure() && session) {
+        std::cerr << session->report();
+    }
+}
+
+void AgentTest::open(const desktop::Desktop::Parts& parts)
+{
+    session = std::make_unique<AgentSession>(parts);
+}
+
+void AgentTest::watch(const std::vector<std::string>& applications)
+{
+    open();
+    watchHere(applications);
+}
+
+void AgentTest::watchHere(const std::vector<std::string>& applications)
+{
+    session->protect(applications);
+    ASSERT_TRUE(session->startAndWait());
+}
+
+void AgentTest::addEntry(const std::string& identifier, const std::string& text) const
+{
+    const auto folder = session->desk.home() / ".local/share/applications";
+    desktop::writeFile(folder / (identifier + ".desktop"), text);
+}
+
+bool AgentTest::getsFocus(const desktop::ChildProcess& process) const
+{
+    return desktop::waitUntil(
+        [&] { return session->desk.windows().activeProcess() == process.id(); }, PATIENCE
+    );
+}
+
+bool AgentTest::coverStaysFor(std::chrono::milliseconds duration) const
+{
+    return desktop::holdsFor([this] { return isCovered(session->desk); }, duration);
+}
+
+bool AgentTest::opensWithThePassword() const
+{
+    session->enter(PASSWORD);
+    return session->waitForEndOfCover();
+}
+
+} // namespace agent

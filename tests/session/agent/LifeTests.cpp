@@ -1,0 +1,103 @@
+// How the agent comes, stays, goes and comes back.
+
+#include "desktop/TemporaryFolder.h"
+#include "session/agent/AgentTest.h"
+
+#include <csignal>
+
+#include <sys/wait.h>
+
+namespace agent {
+
+class Life : public AgentTest
+{
+protected:
+    void SetUp() override { watch({TERMINAL}); }
+
+    /// The one agent that is not `old`, once its lock is on the screens.
+    bool isFollowedWithItsLock(pid_t old) const
+    {
+        return desktop::waitUntil(
+            [&] {
+                const auto agents = session->agents();
+                return agents.size() == 1 && agents.front() != old && isCovered(session->desk) &&
+                       showsControls(session->desk);
+            },
+            PATIENCE
+        );
+    }
+};
+
+TEST_F(Life, ASecondStartHandsOverAndEndsWithZero)
+{
+    const pid_t first = session->process().id();
+    desktop::ChildProcess second = session->desk.start({AgentSession::agentPath(), "-psn_0_2"});
+
+    EXPECT_EQ(second.waitForExitStatus(PATIENCE), 0);
+    EXPECT_EQ(session->agents(), std::vector<pid_t>{first});
+}
+
+TEST_F(Life, ASignalEndsTheAgentAsItEndsAnyProgram)
+{
+    session->process().signal(SIGTERM);
+
+    const auto status = session->process().waitForEnd(PATIENCE);
+    ASSERT_TRUE(status.has_value());
+    EXPECT_TRUE(WIFSIGNALED(*status) && WTERMSIG(*status) == SIGTERM);
+}
+
+TEST_F(Life, AnAgentThatIsKilledWhileItLocksComesBackWithItsLock)
+{
+    const Recorder xterm(session->desk);
+    ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+    const pid_t killed = session->process().id();
+
+    session->process().signal(SIGKILL);
+
+    EXPECT_TRUE(session->process().waitForEnd(PATIENCE).has_value());
+    EXPECT_TRUE(isFollowedWithItsLock(killed));
+    EXPECT_TRUE(session->waitForLine("Monitoring services started", 2));
+    EXPECT_TRUE(opensWithThePassword());
+}
+
+TEST_F(Life, AHelperThatIsKilledIsStartedAgain)
+{
+    ASSERT_TRUE(desktop::waitUntil([this] { return session->helpers().size() == 1; }, PATIENCE));
+    const pid_t killed = session->helpers().front();
+
+    kill(killed, SIGKILL);
+
+    EXPECT_TRUE(session->waitForLine("Helper Terminated"));
+    const bool isBack = desktop::waitUntil(
+        [&] {
+            const auto helpers = session->helpers();
+            return helpers.size() == 1 && helpers.front() != killed;
+        },
+        PATIENCE
+    );
+    EXPECT_TRUE(isBack);
+}
+
+TEST_F(Life, StandardOutputCarriesTheLogLinesAlone)
+{
+    {
+        const Recorder xterm(session->desk);
+        ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+        ASSERT_TRUE(opensWithThePassword());
+    }
+    ASSERT_TRUE(session->waitForLine("Terminated: XTerm"));
+
+    const std::vector<std::string> expected = {
+        "Monitoring services started",
+        "Will start: XTerm",
+        "Did start: XTerm",
+        "Terminated: XTerm",
+    };
+    std::vector<std::string> lines = session->lines();
+    std::erase_if(lines, [](const std::string& line) {
+        return line.find("OlvoHelper") != std::string::npos;
+    });
+    EXPECT_EQ(lines, expected);
+}
+
+} // namespace agent

@@ -1,0 +1,115 @@
+#include "desktop/KeyringItems.h"
+#include "desktop/TemporaryFolder.h"
+#include "desktop/Typist.h"
+#include "session/agent/AgentTest.h"
+
+#include <csignal>
+
+#include <sys/wait.h>
+
+namespace agent {
+
+class Lock : public AgentTest
+{
+};
+
+TEST_F(Lock, CoversEveryScreenUntilTheRightPasswordIsEntered)
+{
+    watch({TERMINAL});
+    Recorder xterm(session->desk);
+
+    ASSERT_TRUE(session->waitForCover());
+    session->enter("wrong");
+    EXPECT_TRUE(coverStaysFor(500ms));
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_TRUE(getsFocus(xterm.process()));
+}
+
+TEST_F(Lock, LeavesOtherApplicationsAlone)
+{
+    watch({"org.xfce.mousepad"});
+    Recorder xterm(session->desk);
+
+    ASSERT_TRUE(session->waitForLine("Did start: XTerm"));
+    EXPECT_TRUE(getsFocus(xterm.process()));
+    EXPECT_TRUE(isUncovered(session->desk));
+}
+
+TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStart)
+{
+    watch({TERMINAL});
+    desktop::Typist typist(session->desk.server().displayName(), 'x');
+    ASSERT_TRUE(desktop::waitUntil([&] { return typist.count() > 0; }, PATIENCE));
+
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(session->waitForLine("Did start: XTerm") && xterm.waitUntilItListens());
+    const std::size_t before = typist.count();
+    ASSERT_TRUE(desktop::waitUntil([&] { return typist.count() > before + 50; }, PATIENCE));
+    typist.stop();
+
+    EXPECT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
+    session->desk.input().type("after");
+    EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
+}
+
+TEST_F(Lock, GivesAnEditorNoneOfTheKeysTypedFromItsStart)
+{
+    watch({"org.xfce.mousepad"});
+    const auto file = session->desk.home() / "letter.txt";
+    desktop::writeFile(file, "Dear reader\n");
+    desktop::Typist typist(session->desk.server().displayName(), 'x');
+
+    desktop::ChildProcess mousepad = session->desk.start({"mousepad", file});
+    ASSERT_TRUE(session->waitForLine("Did start: Mousepad"));
+    const std::size_t before = typist.count();
+    ASSERT_TRUE(desktop::waitUntil([&] { return typist.count() > before + 50; }, PATIENCE));
+    typist.stop();
+    ASSERT_TRUE(opensWithThePassword() && getsFocus(mousepad));
+    session->desk.input().type("!");
+    session->desk.input().press('s', {desktop::KEY_CONTROL});
+
+    desktop::waitUntil([&] { return desktop::readFile(file) != "Dear reader\n"; }, PATIENCE);
+    EXPECT_EQ(desktop::readFile(file), "!Dear reader\n");
+}
+
+TEST_F(Lock, CoversACalculator)
+{
+    watch({"org.gnome.Calculator"});
+    desktop::ChildProcess calculator = session->desk.start({"gnome-calculator"});
+
+    ASSERT_TRUE(session->waitForCover());
+    ASSERT_TRUE(session->waitForLine("Did start: Calculator"));
+    EXPECT_TRUE(coverStaysFor(500ms));
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_TRUE(getsFocus(calculator));
+}
+
+TEST_F(Lock, IsLiftedWhenTheApplicationEnds)
+{
+    watch({TERMINAL});
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(session->waitForCover());
+
+    xterm.process().signal(SIGKILL);
+
+    EXPECT_TRUE(session->waitForLine("Terminated: XTerm"));
+    EXPECT_TRUE(session->waitForEndOfCover());
+}
+
+TEST_F(Lock, ReachesNobodyByTheShortcutsOfTheWindowManager)
+{
+    watch({TERMINAL});
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+
+    session->desk.input().press(desktop::KEY_F4, {desktop::KEY_ALT});
+    session->desk.input().press(desktop::KEY_TAB, {desktop::KEY_ALT});
+    session->desk.input().press(desktop::KEY_ESCAPE, {desktop::KEY_CONTROL, desktop::KEY_ALT});
+    session->desk.input().click(1900, 300, 3);
+
+    EXPECT_TRUE(coverStaysFor(500ms));
+    EXPECT_TRUE(xterm.process().isRunning());
+    EXPECT_TRUE(opensWithThePassword());
+}
+
+} // namespace agent
