@@ -59,31 +59,28 @@ bool Screens::rowIsCovered(int y) const
 
 bool Screens::showSomethingElse() const
 {
+    return anyPixelOf(second, [](Pixel seen, Pixel old) {
+        return seen != old && (seen & COLOUR_BITS) != LOCK_COLOUR;
+    });
+}
+
+bool Screens::areAsBefore() const
+{
+    return !anyPixelOf(whole, [](Pixel seen, Pixel old) { return seen != old; });
+}
+
+template <typename Test> bool Screens::anyPixelOf(desktop::Rectangle area, Test test) const
+{
     const Pixel* old = before.data();
     for (int y = 0; y < whole.height; y += ROW_DISTANCE, old += whole.width) {
         const volatile Pixel* row = framebuffer.row(y);
-        for (int x = second.x; x < second.x + second.width; ++x) {
-            const Pixel seen = row[x];
-            if (seen != old[x] && (seen & COLOUR_BITS) != LOCK_COLOUR) {
+        for (int x = area.x; x < area.x + area.width; ++x) {
+            if (test(row[x], old[x])) {
                 return true;
             }
         }
     }
     return false;
-}
-
-bool Screens::areAsBefore() const
-{
-    const Pixel* old = before.data();
-    for (int y = 0; y < whole.height; y += ROW_DISTANCE, old += whole.width) {
-        const volatile Pixel* row = framebuffer.row(y);
-        for (int x = 0; x < whole.width; ++x) {
-            if (row[x] != old[x]) {
-                return false;
-            }
-        }
-    }
-    return true;
 }
 
 } // namespace latency

@@ -31,6 +31,10 @@ private:
 
     [[nodiscard]] bool rowIsCovered(int y) const;
 
+    /// `test` is given what is seen and what was remembered.
+    template <typename Test>
+    [[nodiscard]] bool anyPixelOf(desktop::Rectangle area, Test test) const;
+
     desktop::Framebuffer framebuffer;
     desktop::Rectangle whole;
     desktop::Rectangle second;

@@ -85,10 +85,7 @@ std::string Tour::startAgent()
 std::string Tour::startApplication()
 {
     desktop::Typist typist(session->desk.server().displayName(), EARLY_KEY);
-    require(
-        desktop::waitUntil([&] { return typist.count() > 0; }, agent::PATIENCE),
-        "no key could be typed"
-    );
+    require(typist.waitForMore(1), "no key could be typed");
     const auto start = Clock::now();
     application = std::make_unique<agent::Recorder>(session->desk);
     const bool covered = desktop::waitUntil(

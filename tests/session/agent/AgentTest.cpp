@@ -49,6 +49,11 @@ bool AgentTest::coverStaysFor(std::chrono::milliseconds duration) const
     return desktop::holdsFor([this] { return isCovered(session->desk); }, duration);
 }
 
+bool AgentTest::locks() const
+{
+    return session->waitForCover() && session->waitForLine("Did start: XTerm");
+}
+
 bool AgentTest::opensWithThePassword() const
 {
     session->enter(PASSWORD);

@@ -39,6 +39,9 @@ protected:
     /// Whether the cover stays on all screens for this long.
     bool coverStaysFor(std::chrono::milliseconds duration) const;
 
+    /// Whether a terminal that was started is covered, with its window behind the cover.
+    bool locks() const;
+
     /// Whether the right password lifts the cover.
     bool opensWithThePassword() const;
 

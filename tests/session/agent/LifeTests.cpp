@@ -49,7 +49,7 @@ TEST_F(Life, ASignalEndsTheAgentAsItEndsAnyProgram)
 TEST_F(Life, AnAgentThatIsKilledWhileItLocksComesBackWithItsLock)
 {
     const Recorder xterm(session->desk);
-    ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+    ASSERT_TRUE(locks());
     const pid_t killed = session->process().id();
 
     session->process().signal(SIGKILL);
@@ -82,8 +82,7 @@ TEST_F(Life, StandardOutputCarriesTheLogLinesAlone)
 {
     {
         const Recorder xterm(session->desk);
-        ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
-        ASSERT_TRUE(opensWithThePassword());
+        ASSERT_TRUE(locks() && opensWithThePassword());
     }
     ASSERT_TRUE(session->waitForLine("Terminated: XTerm"));
 

@@ -39,15 +39,13 @@ TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStart)
 {
     watch({TERMINAL});
     desktop::Typist typist(session->desk.server().displayName(), 'x');
-    ASSERT_TRUE(desktop::waitUntil([&] { return typist.count() > 0; }, PATIENCE));
+    ASSERT_TRUE(typist.waitForMore(1));
 
     Recorder xterm(session->desk);
-    ASSERT_TRUE(session->waitForLine("Did start: XTerm") && xterm.waitUntilItListens());
-    const std::size_t before = typist.count();
-    ASSERT_TRUE(desktop::waitUntil([&] { return typist.count() > before + 50; }, PATIENCE));
+    ASSERT_TRUE(locks() && xterm.waitUntilItListens() && typist.waitForMore(50));
     typist.stop();
 
-    EXPECT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
+    ASSERT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
     session->desk.input().type("after");
     EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
 }
@@ -58,11 +56,8 @@ TEST_F(Lock, GivesAnEditorNoneOfTheKeysTypedFromItsStart)
     const auto file = session->desk.home() / "letter.txt";
     desktop::writeFile(file, "Dear reader\n");
     desktop::Typist typist(session->desk.server().displayName(), 'x');
-
     desktop::ChildProcess mousepad = session->desk.start({"mousepad", file});
-    ASSERT_TRUE(session->waitForLine("Did start: Mousepad"));
-    const std::size_t before = typist.count();
-    ASSERT_TRUE(desktop::waitUntil([&] { return typist.count() > before + 50; }, PATIENCE));
+    ASSERT_TRUE(session->waitForLine("Did start: Mousepad") && typist.waitForMore(50));
     typist.stop();
     ASSERT_TRUE(opensWithThePassword() && getsFocus(mousepad));
     session->desk.input().type("!");
@@ -100,7 +95,7 @@ TEST_F(Lock, ReachesNobodyByTheShortcutsOfTheWindowManager)
 {
     watch({TERMINAL});
     Recorder xterm(session->desk);
-    ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+    ASSERT_TRUE(locks());
 
     session->desk.input().press(desktop::KEY_F4, {desktop::KEY_ALT});
     session->desk.input().press(desktop::KEY_TAB, {desktop::KEY_ALT});

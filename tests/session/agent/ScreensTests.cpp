@@ -11,7 +11,7 @@ protected:
     {
         watch({TERMINAL});
         xterm = std::make_unique<Recorder>(session->desk);
-        ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+        ASSERT_TRUE(locks());
     }
 
     void TearDown() override

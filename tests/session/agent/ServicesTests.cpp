@@ -32,8 +32,7 @@ protected:
     bool isLockedAndOpened() const
     {
         const Recorder xterm(session->desk);
-        return session->waitForCover() && session->waitForLine("Did start: XTerm") &&
-               opensWithThePassword();
+        return locks() && opensWithThePassword();
     }
 
     /// A keyring that is there but closed, and that asks for its password.
@@ -112,7 +111,7 @@ TEST_F(Services, ABusThatLeavesDuringALockLeavesTheLock)
 {
     watch({TERMINAL});
     const Recorder xterm(session->desk);
-    ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm"));
+    ASSERT_TRUE(locks());
 
     session->desk.stopKeyring();
     session->desk.stopBus();

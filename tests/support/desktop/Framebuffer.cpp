@@ -18,14 +18,11 @@ namespace {
 
 /// Places in the header of the X window dump format, a list of 32-bit numbers, most significant
 /// byte first.
-enum HeaderField
-{
-    HEADER_SIZE = 0,
-    BITS_PER_PIXEL = 11,
-    BYTES_PER_LINE = 12,
-    COLOUR_COUNT = 19,
-    FIELD_COUNT = 25,
-};
+constexpr std::size_t HEADER_SIZE = 0;
+constexpr std::size_t BITS_PER_PIXEL = 11;
+constexpr std::size_t BYTES_PER_LINE = 12;
+constexpr std::size_t COLOUR_COUNT = 19;
+constexpr std::size_t FIELD_COUNT = 25;
 
 constexpr std::size_t COLOUR_SIZE = 12;
 

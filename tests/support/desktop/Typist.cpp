@@ -1,6 +1,7 @@
 #include "desktop/Typist.h"
 
 #include "desktop/Input.h"
+#include "desktop/Wait.h"
 #include "desktop/XConnection.h"
 
 #include <chrono>
@@ -15,6 +16,12 @@ Typist::Typist(const std::string& displayName, char character)
 Typist::~Typist()
 {
     stop();
+}
+
+bool Typist::waitForMore(std::size_t keys) const
+{
+    const std::size_t wanted = typed + keys;
+    return waitUntil([this, wanted] { return typed >= wanted; }, std::chrono::seconds(20));
 }
 
 void Typist::stop()

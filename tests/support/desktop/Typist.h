@@ -22,6 +22,9 @@ public:
     /// How often the character has been typed so far.
     [[nodiscard]] std::size_t count() const { return typed; }
 
+    /// False when so many more have not been typed within reasonable time.
+    [[nodiscard]] bool waitForMore(std::size_t keys) const;
+
     /// Returns when the last key is up again.
     void stop();
 
