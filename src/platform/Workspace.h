@@ -80,8 +80,7 @@ public:
 
     /// True when a running application of that identifier counts as `wanted`: it is the same
     /// identifier, or that of a role which it plays.
-    virtual bool
-    answersTo(const std::string& bundleIdentifier, const std::string& wanted) = 0;
+    virtual bool answersTo(const std::string& bundleIdentifier, const std::string& wanted) = 0;
 
     /// Path of the installed application's bundle, or nothing when it is not installed.
     virtual std::optional<std::string> absolutePathForAppBundle(const std::string& bundleIdentifier

@@ -14,6 +14,9 @@
 #include "toolkit/ScreenGeometry.h"
 #include "ui_PasswordWindow.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include <utility>
 
 namespace locking {
@@ -73,6 +76,33 @@ void PasswordWindowController::windowDidLoad()
     observeAndMonitor();
     styleWindow();
     showState();
+    followMainScreen();
+}
+
+void PasswordWindowController::followMainScreen()
+{
+    const auto follow = [this, alive = std::weak_ptr(lifetime)] {
+        if (!alive.expired()) {
+            runOnMainQueue([this] { placeOnMainScreen(); });
+        }
+    };
+    QWidget* window = loadedWindow.get();
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window, follow);
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        QObject::connect(screen, &QScreen::geometryChanged, window, follow);
+    }
+}
+
+/// A screen that only changes its size or its place needs no new lock.
+void PasswordWindowController::placeOnMainScreen()
+{
+    const std::optional<platform::Screen> mainScreen = platform::current().screens.mainScreen();
+    if (mainScreen.has_value()) {
+        loadedWindow->setGeometry(toolkit::toolkitGeometry(mainScreen->frame));
+        style.emplace(loadedWindow->size());
+        style->apply(*outlets);
+        showState();
+    }
 }
 
 void PasswordWindowController::observeAndMonitor()

@@ -62,6 +62,8 @@ private:
     void windowDidLoad();
     void observeAndMonitor();
     void styleWindow();
+    void followMainScreen();
+    void placeOnMainScreen();
     void showState();
     void showKeyboardStatus();
     void bringToFront();

@@ -9,7 +9,13 @@ namespace agent {
 Recorder::Recorder(desktop::Desktop& desk, const std::string& name)
     : file(desk.home() / (name + ".keys")),
       xterm(desk.start(
-          {"xterm", "-e", "sh", "-c", "stty raw -echo; exec tee '" + file.string() + "'"}
+          {"xterm",
+           "-bg",
+           "#FFF8E7",
+           "-e",
+           "sh",
+           "-c",
+           "stty raw -echo; exec tee '" + file.string() + "'"}
       ))
 {
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/Desktop.h"
+#include "desktop/Pixels.h"
 
 #include <filesystem>
 #include <string>
@@ -11,6 +12,9 @@ namespace agent {
 class Recorder
 {
 public:
+    /// The terminal's ground, a colour that nothing else has.
+    static constexpr desktop::Pixel PAPER = 0xFFF8E7;
+
     /// Starts xterm; `name` tells several apart.
     explicit Recorder(desktop::Desktop& desk, const std::string& name = "recorder");
 
