@@ -20,6 +20,8 @@ CLEAN = {
     "locking/window/Window.cpp": '#include "locking/Lock.h"\n#include "ui_Window.h"\n#include <QWidget>\n',
     "ui/Popover.cpp": '#include "app/Hub.h"\n#include <QtWidgets/QWidget>\n',
     "linux/x11/Guard.cpp": '#include "linux/workspace/Seam.h"\n#include <xcb/xcb.h>\n',
+    "linux/qt/Icons.cpp": '#include "toolkit/Icon.h"\n',
+    "toolkit/Icon.h": '#include "platform/Text.h"\n#include <QIcon>\n',
     "linux/workspace/Seam.h": '#include "platform/Text.h"\n',
     "main.cpp": '#include "linux/x11/Guard.h"\n#include "ui/Popover.h"\n',
 }
@@ -74,6 +76,11 @@ class Includes(unittest.TestCase):
 
     def test_ports_know_nothing_above_them(self):
         self.assert_refused("platform/Text.h", '#include "app/Constants.h"')
+
+    def test_what_adapters_and_windows_share_knows_neither(self):
+        self.assert_refused("toolkit/Icon.h", '#include "linux/x11/Guard.h"')
+        self.assert_refused("toolkit/Icon.h", '#include "locking/Lock.h"')
+        self.assert_refused("locking/Lock.cpp", '#include "toolkit/Icon.h"')
 
     def test_what_draws_may_not_include_adapters_or_the_system(self):
         self.assert_refused("ui/Popover.cpp", '#include "linux/x11/Guard.h"')
