@@ -35,13 +35,24 @@ protected:
     fakes::FakeLockWindows lockWindows{platform.calls};
     storage::ConfigurationAndPreferencesService settings;
     app::AppDelegate delegate{
-        [this] { return std::make_unique<FakeInterfaceHub>(platform.calls); },
-        [this] {
+        hubFactory(), [this] {
             platform.calls.emplace_back("central create");
             return std::make_unique<locking::ApplicationsLockerCentralService>(
                 lockWindows.factory(), settings
             );
         }};
+
+    app::AppDelegate::InterfaceHubFactory hubFactory()
+    {
+        return [this] { return std::make_unique<FakeInterfaceHub>(platform.calls); };
+    }
+
+    static std::unique_ptr<app::InterfaceHub> noHub() { return nullptr; }
+
+    static std::unique_ptr<locking::ApplicationsLockerCentralService> noCentralService()
+    {
+        return nullptr;
+    }
 
     void startWith(const std::vector<std::string>& arguments)
     {
@@ -154,25 +165,26 @@ TEST_F(AppDelegateTest, EveryRequestToQuitIsRefused)
     startWith({"/opt/Tarvel.app/Tarvel"});
     const Calls before = platform.calls;
 
-    for (int request = 0; request < 3; ++request) {
-        EXPECT_EQ(static_cast<int>(delegate.applicationShouldTerminate()), 0);
-        EXPECT_FALSE(delegate.applicationShouldTerminateAfterLastWindowClosed());
-    }
+    EXPECT_EQ(static_cast<int>(delegate.applicationShouldTerminate()), 0);
+    EXPECT_EQ(static_cast<int>(delegate.applicationShouldTerminate()), 0);
     EXPECT_EQ(platform.calls, before);
+}
+
+TEST_F(AppDelegateTest, TheEndOfTheLastWindowIsNotTheEndOfTheAgent)
+{
+    EXPECT_FALSE(delegate.applicationShouldTerminateAfterLastWindowClosed());
 }
 
 TEST_F(AppDelegateTest, AMissingHubStopsTheProcess)
 {
-    app::AppDelegate broken{[] { return nullptr; }, [] { return nullptr; }};
+    app::AppDelegate broken{noHub, noCentralService};
 
     EXPECT_DEATH(broken.applicationDidFinishLaunching(), "fatal: there is no interface hub");
 }
 
 TEST_F(AppDelegateTest, AMissingLockingServiceStopsTheProcess)
 {
-    app::AppDelegate broken{
-        [this] { return std::make_unique<FakeInterfaceHub>(platform.calls); },
-        [] { return nullptr; }};
+    app::AppDelegate broken{hubFactory(), noCentralService};
 
     EXPECT_DEATH(
         broken.applicationDidFinishLaunching(), "fatal: there is no central locking service"

@@ -23,6 +23,7 @@ protected:
     fakes::FakePlatform platform;
     applications::ApplicationsMonitorService service;
     std::vector<std::string> events;
+    std::vector<ApplicationEntityPtr> started;
     platform::RunningApplication regular = fakes::runningApplication(100, "org.a", "Alpha");
     platform::RunningApplication accessory = fakes::runningAccessory(200, "org.b", "Beta");
     platform::RunningApplication helper =
@@ -33,9 +34,11 @@ protected:
         helper.activationPolicy = platform::ActivationPolicy::Prohibited;
         service.onApplicationWillStart = [this](const ApplicationEntityPtr& application) {
             events.push_back("will start " + application->name);
+            started.push_back(application);
         };
         service.onApplicationDidStart = [this](const ApplicationEntityPtr& application) {
             events.push_back("did start " + application->name);
+            started.push_back(application);
         };
         service.onApplicationTerminated = [this](const ApplicationEntityPtr& application) {
             events.push_back("terminated " + application->name);
@@ -161,18 +164,14 @@ TEST_F(ApplicationsMonitorServiceTest, AnAccessoryIsReportedByTheChangeBackToBac
 
 TEST_F(ApplicationsMonitorServiceTest, BothStartCallbacksGetTheSameRecord)
 {
-    ApplicationEntityPtr will;
-    ApplicationEntityPtr did;
-    service.onApplicationWillStart = [&will](const auto& application) { will = application; };
-    service.onApplicationDidStart = [&did](const auto& application) { did = application; };
     service.startService();
 
     insert({accessory});
 
-    ASSERT_NE(will, nullptr);
-    EXPECT_EQ(will, did);
-    EXPECT_EQ(will->bundleIdentifier, "org.b");
-    EXPECT_EQ(will->icon, accessory.icon);
+    ASSERT_EQ(started.size(), 2U);
+    EXPECT_EQ(started[0], started[1]);
+    EXPECT_EQ(started[0]->bundleIdentifier, "org.b");
+    EXPECT_EQ(started[0]->icon, accessory.icon);
 }
 
 TEST_F(ApplicationsMonitorServiceTest, OfTwoInsertedAccessoriesOnlyTheFirstIsReported)

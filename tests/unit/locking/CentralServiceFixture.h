@@ -8,6 +8,7 @@
 #include "fakes/Secrets.h"
 #include "locking/ApplicationsLockerCentralService.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
@@ -57,6 +58,16 @@ protected:
 
     /// The settings change without a change that matters.
     void touchSettings() { settings.setStartAtLogin(false); }
+
+    static std::unique_ptr<locking::LockWindow> noLockWindow() { return nullptr; }
+
+    /// What happens when the text is typed into the lock.
+    fakes::Calls callsOfTyping(const std::string& text)
+    {
+        platform.calls.clear();
+        lockWindows.type(text);
+        return platform.calls;
+    }
 
     [[nodiscard]] std::optional<std::string> mark() const
     {

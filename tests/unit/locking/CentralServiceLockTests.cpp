@@ -111,7 +111,7 @@ TEST_F(CentralService, AProtectedApplicationThatHasStartedWithoutALockStopsThePr
 
 TEST_F(CentralService, AFactoryWithoutALockWindowStopsTheProcess)
 {
-    service.emplace([] { return nullptr; }, settings);
+    service.emplace(noLockWindow, settings);
     service->start();
 
     EXPECT_DEATH(platform.workspace.startLaunching(alpha), "passwordWindowController is empty");

@@ -285,13 +285,8 @@ TEST_F(SettingsTest, AHandlerThatChangesASettingCausesANestedRound)
 TEST_F(SettingsTest, AHandlerRegisteredDuringARoundHearsTheNextOne)
 {
     int count = 0;
-    bool registered = false;
-    settings.addOnConfigurationChangeEvent([&] {
-        if (!registered) {
-            registered = true;
-            settings.addOnConfigurationChangeEvent([&count] { ++count; });
-        }
-    });
+    const auto late = [&count] { ++count; };
+    settings.addOnConfigurationChangeEvent([&] { settings.addOnConfigurationChangeEvent(late); });
 
     settings.setStartAtLogin(true);
     EXPECT_EQ(count, 0);

@@ -7,7 +7,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 class KeyValueKeychainStorageTest : public testing::Test
