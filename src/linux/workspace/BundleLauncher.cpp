@@ -1,5 +1,7 @@
 #include "linux/workspace/BundleLauncher.h"
 
+#include "linux/proc/ProcFilesystem.h"
+
 #include <csignal>
 #include <cstring>
 #include <filesystem>
@@ -121,8 +123,25 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
         report(executable + " cannot be started: " + std::strerror(error));
         return Outcome::Failed;
     }
+    tellStarted(child, executable);
     reap(child);
     return Outcome::Started;
+}
+
+void BundleLauncher::tellStarted(pid_t child, const std::string& executable) const
+{
+    const std::optional<proc::ProcessStatus> status = proc::ProcFilesystem().status(child);
+    if (!onStarted || !status) {
+        return;
+    }
+    proc::ProcessFacts facts;
+    facts.pid = child;
+    facts.parent = getpid();
+    facts.user = getuid();
+    facts.startTime = status->startTime;
+    facts.executable = executable;
+    facts.arguments = {executable};
+    onStarted(facts);
 }
 
 bool BundleLauncher::mayStart(const std::string& bundlePath)

@@ -1,6 +1,7 @@
 // Starts the program of a bundle of this program's own layout. Main thread.
 #pragma once
 
+#include "linux/proc/ProcessFacts.h"
 #include "linux/proc/Report.h"
 #include "platform/Workspace.h"
 
@@ -31,6 +32,10 @@ public:
         proc::Report report, std::function<Clock::time_point()> now = Clock::now
     );
 
+    /// The started program, before anybody waits for it: one that ends at once may be gone by the
+    /// time the kernel's own report of it is looked at.
+    std::function<void(const proc::ProcessFacts& facts)> onStarted;
+
     /// The file that a bundle executes: "<bundle>/<name of the bundle without .app>".
     static std::string executableOf(const std::string& bundlePath);
 
@@ -39,6 +44,7 @@ public:
     Outcome launch(const std::string& bundlePath, const platform::LaunchConfiguration& added);
 
 private:
+    void tellStarted(pid_t child, const std::string& executable) const;
     bool mayStart(const std::string& bundlePath);
 
     proc::Report report;

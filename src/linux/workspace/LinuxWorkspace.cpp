@@ -27,6 +27,7 @@ platform::ActivationPolicy policyOf(const Instance& instance)
 LinuxWorkspace::LinuxWorkspace(Parts parts) : parts(std::move(parts)), launcher(this->parts.report)
 {
     wireTracker();
+    wireLauncher();
     wireProcesses();
     wireWindows();
 }
@@ -62,6 +63,18 @@ void LinuxWorkspace::wireTracker()
         observers.notifyRemoved(application);
         if (application.activationPolicy == platform::ActivationPolicy::Regular) {
             notifyApplication(WorkspaceNotificationName::DidTerminateApplication, application);
+        }
+    };
+}
+
+void LinuxWorkspace::wireLauncher()
+{
+    launcher.onStarted = [this](const proc::ProcessFacts& facts) {
+        KnownApplicationPtr application = parts.applications.ofProcess(facts);
+        if (application != nullptr) {
+            post([this, facts, application = std::move(application)] {
+                tracker.processStarted(facts, application, {});
+            });
         }
     };
 }

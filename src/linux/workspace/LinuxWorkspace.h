@@ -90,6 +90,7 @@ private:
     };
 
     void wireTracker();
+    void wireLauncher();
     void wireProcesses();
     void wireWindows();
     void post(platform::Block block);

@@ -63,7 +63,7 @@ public:
             "share/applications/org.Foo.desktop",
             "[Desktop Entry]\nType=Application\nName=Foo\nExec=" + program + "\n"
         );
-        folder.copyProgram("/bin/sh", std::string(HELPER_BUNDLE) + "/OlvoHelper");
+        folder.copyProgram("/bin/true", std::string(HELPER_BUNDLE) + "/OlvoHelper");
         xdg::XdgEnvironment environment;
         environment.dataFolders = {folder.path("share")};
         catalogue = std::make_unique<xdg::ApplicationCatalogue>(
@@ -291,17 +291,10 @@ TYPED_TEST(WorkspaceContract, InstalledApplicationHasABundle)
 
 namespace {
 
-/// A shell stands in for the helper.
+/// The helper is a program that ends at once, before anybody can look at it.
 class HelperTest : public testing::Test
 {
 protected:
-    void endHelpers()
-    {
-        for (const RunningApplication& helper : system.workspace().runningApplications(HELPER)) {
-            ::kill(helper.processIdentifier, SIGKILL);
-        }
-    }
-
     RealSystem system;
 };
 
@@ -315,8 +308,6 @@ TEST_F(HelperTest, LaunchedHelperIsListedAndItsEndIsSeen)
         system.helperBundle(), platform::LAUNCH_DEFAULT, {{"StartFromMaster", "1"}}
     ));
 
-    ASSERT_TRUE(system.waitUntil([&] { return !observer.events.empty(); }));
-    endHelpers();
     ASSERT_TRUE(system.waitUntil([&] { return observer.events.size() >= 2; }));
     EXPECT_EQ(
         observer.events,
