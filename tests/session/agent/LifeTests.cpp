@@ -62,7 +62,8 @@ TEST_F(Life, AnAgentThatIsKilledWhileItLocksComesBackWithItsLock)
 
 TEST_F(Life, AHelperThatIsKilledIsStartedAgain)
 {
-    ASSERT_TRUE(desktop::waitUntil([this] { return session->helpers().size() == 1; }, PATIENCE));
+    ASSERT_TRUE(session->waitForLine("Did start: OlvoHelper"));
+    ASSERT_EQ(session->helpers().size(), 1U);
     const pid_t killed = session->helpers().front();
 
     kill(killed, SIGKILL);
