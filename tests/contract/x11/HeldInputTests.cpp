@@ -1,0 +1,116 @@
+// How the capture comes when others hold the input, or take it away.
+#include "CaptureFixture.h"
+#include "HoldingClient.h"
+#include "MasterDevices.h"
+
+#include <chrono>
+#include <iostream>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+class HeldInput : public Capture
+{
+};
+
+TEST_F(HeldInput, ComesAsSoonAsAnotherHolderLetsGo)
+{
+    HoldingClient holder(display);
+    lock();
+    ASSERT_TRUE(world.mainLoop.runUntil([this] { return world.allCovered(); }));
+    EXPECT_FALSE(world.guard.captured());
+    holder.letGo();
+    EXPECT_TRUE(world.capturedSoon());
+}
+
+TEST_F(HeldInput, AnOpenMenuThatHoldsTheKeyboardIsClosedByEscape)
+{
+    HoldingClient menu(display);
+    lock();
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_TRUE(world.mainLoop.runUntil([&] {
+        menu.turn();
+        return world.guard.captured();
+    }));
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    std::cout << "captured " << taken.count() << " s after the lock came over a menu\n";
+    EXPECT_FALSE(menu.holds());
+    EXPECT_EQ(1, menu.keysSeen());
+}
+
+TEST_F(HeldInput, TheEscapeIsNotTakenForAKeyOfTheUser)
+{
+    HoldingClient menu(display);
+    lock();
+    ToolkitWindow window(display, FRAME);
+    const auto adopted = adopt(window);
+    ASSERT_TRUE(world.mainLoop.runUntil([&] {
+        menu.turn();
+        return world.guard.captured();
+    }));
+    input.type("z");
+    ASSERT_TRUE(typedSoon(window, "z"));
+    EXPECT_EQ('z', static_cast<int>(window.typedText().back()));
+    const xcb_keycode_t first = window.events().front().detail;
+    for (const xcb_key_press_event_t& event : window.events()) {
+        EXPECT_EQ(first, event.detail);
+    }
+}
+
+TEST_F(HeldInput, AMissingCaptureIsReportedOnceAndItsComingToo)
+{
+    {
+        HoldingClient holder(display);
+        lock();
+        ASSERT_TRUE(world.mainLoop.runUntil([this] { return world.reports.count() >= 1; }));
+        holder.letGo();
+    }
+    ASSERT_TRUE(world.mainLoop.runUntil([this] { return world.reports.count() >= 2; }));
+    EXPECT_THAT(
+        world.reports.all(),
+        testing::ElementsAre(
+            "the keyboard is held by another program and not captured yet; trying on",
+            "keyboard and pointer are captured now"
+        )
+    );
+}
+
+TEST_F(HeldInput, MasterDevicesThatAreAddedDuringALockAreHeldToo)
+{
+    lock();
+    ASSERT_TRUE(world.capturedSoon());
+    desktop::XConnection other(display);
+    SecondMasters masters(other);
+    ASSERT_EQ(2U, masters.keyboards().size());
+    for (const xcb_input_device_id_t keyboard : masters.keyboards()) {
+        EXPECT_TRUE(world.mainLoop.runUntil([&] {
+            return masters.grabStatus(keyboard) == XCB_GRAB_STATUS_ALREADY_GRABBED;
+        }));
+    }
+    EXPECT_TRUE(world.guard.captured());
+}
+
+TEST_F(HeldInput, IsTakenAgainWhenTheServerBreaksIt)
+{
+    // The server's own way to break every grab, as an administrator can allow it.
+    auto keyboard = world.session.start({"setxkbmap", "-option", "grab:break_actions"});
+    ASSERT_EQ(0, keyboard.waitForExitStatus(std::chrono::seconds(10)));
+    lock();
+    ASSERT_TRUE(world.capturedSoon());
+    desktop::XConnection other(display);
+    SecondMasters masters(other);
+    constexpr std::uint32_t KEYPAD_DIVIDE = 0xffaf;
+    input.press(KEYPAD_DIVIDE, {desktop::KEY_CONTROL, desktop::KEY_ALT});
+    for (const xcb_input_device_id_t device : masters.keyboards()) {
+        EXPECT_TRUE(world.mainLoop.runUntil([&] {
+            return masters.grabStatus(device) == XCB_GRAB_STATUS_ALREADY_GRABBED;
+        }));
+    }
+    ToolkitWindow window(display, FRAME);
+    const auto adopted = adopt(window);
+    input.type("again");
+    EXPECT_TRUE(typedSoon(window, "again"));
+}
+
+} // namespace
