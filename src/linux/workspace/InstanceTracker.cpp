@@ -42,6 +42,11 @@ void InstanceTracker::processStarted(
 )
 {
     settle();
+    // Two sources may tell of one start, and the second one only after the end.
+    const auto process = std::pair(facts.pid, facts.startTime);
+    if (std::find(ended.begin(), ended.end(), process) != ended.end()) {
+        return;
+    }
     if (!joins(facts, application, ancestors)) {
         const InstancePtr instance = add(facts, application);
         instance->announced = true;
@@ -127,8 +132,18 @@ void InstanceTracker::processEnded(pid_t pid, std::uint64_t startTime)
     const std::vector<InstancePtr> instances = list;
     for (const InstancePtr& instance : instances) {
         if (contains(*instance, pid, startTime)) {
+            remember(pid, startTime);
             leave(instance, pid);
         }
+    }
+}
+
+void InstanceTracker::remember(pid_t pid, std::uint64_t startTime)
+{
+    constexpr std::size_t MOST_REMEMBERED = 64;
+    ended.emplace_back(pid, startTime);
+    if (ended.size() > MOST_REMEMBERED) {
+        ended.pop_front();
     }
 }
 

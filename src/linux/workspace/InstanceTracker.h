@@ -12,8 +12,10 @@
 
 #include "linux/workspace/Instance.h"
 
+#include <deque>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace workspace {
@@ -83,12 +85,14 @@ private:
     );
     InstancePtr add(const proc::ProcessFacts& facts, const KnownApplicationPtr& application);
     void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime);
+    void remember(pid_t pid, std::uint64_t startTime);
     void leave(const InstancePtr& instance, pid_t pid);
     bool isTakenOver(Instance& instance);
     void finish(const InstancePtr& instance);
     bool livesElsewhere(const Instance& instance) const;
 
     std::vector<InstancePtr> list;
+    std::deque<std::pair<pid_t, std::uint64_t>> ended; // the latest ones
     std::uint64_t latest = 0;
 };
 

@@ -70,6 +70,16 @@ TEST_F(InstanceTracker, ProcessThatDiesBeforeItsWindowHasEnded)
     EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad"));
 }
 
+TEST_F(InstanceTracker, StartThatIsToldAgainAfterTheEndIsNone)
+{
+    start(10, "mousepad");
+    end(10);
+    start(10, "mousepad");
+
+    EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad"));
+    EXPECT_THAT(tracker.instances(), IsEmpty());
+}
+
 TEST_F(InstanceTracker, SecondStartThatHandsOverIsAStartAndNoEnd)
 {
     start(10, "mousepad");
