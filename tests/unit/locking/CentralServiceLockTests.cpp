@@ -273,6 +273,18 @@ TEST_F(CentralService, AnAdministrativeApplicationIsLockedThoughNeverChosen)
     EXPECT_TRUE(lockWindows.isLocked());
 }
 
+TEST_F(CentralService, AnApplicationThatPlaysAnAdministrativeRoleIsLockedUnderItsOwnIdentifier)
+{
+    fakes::installApplication(platform, "com.apple.Terminal", "Terminal");
+    platform.workspace.roles["org.example.Term"] = "com.apple.Terminal";
+    begin();
+
+    platform.workspace.startLaunching(fakes::runningApplication(400, "org.example.Term", "Term"));
+
+    EXPECT_EQ(platform.calls.back(), "lock 1 showServiceWindow Term is locked");
+    EXPECT_EQ(mark(), "org.example.Term");
+}
+
 TEST_F(CentralService, WithTheOptionOffAnAdministrativeApplicationIsLockedOnlyWhenChosen)
 {
     fakes::installApplication(platform, "com.apple.Terminal", "Terminal");
