@@ -126,7 +126,7 @@ public:
     }
 
     /// The program was started a second time.
-    void activate()
+    void activate() const
     {
         if (delegate.presetersMainHub != nullptr) {
             delegate.presetersMainHub->showPopover();
@@ -229,7 +229,7 @@ int main(int argc, char** argv)
 {
     process::StreamLog log;
     process::UnixProcessInfo processInfo(argc, argv);
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 
     session::SessionInstance instance(session::AGENT);
     instance.onProblem = Reporter{&log};

@@ -62,14 +62,17 @@ X11Desktop::Subscription X11Desktop::subscribe(Listener listener)
 void X11Desktop::run()
 {
     const std::weak_ptr<bool> desktopIsAlive = alive;
+    const auto deliverLater = [&](std::shared_ptr<Batch> batch) {
+        queues.asyncMain([this, desktopIsAlive, batch = std::move(batch)] {
+            if (!desktopIsAlive.expired()) {
+                deliver(*batch);
+            }
+        });
+    };
     while (!display->broken()) {
         auto batch = std::make_shared<Batch>(waitForEvents());
         if (!batch->empty()) {
-            queues.asyncMain([this, desktopIsAlive, batch = std::move(batch)] {
-                if (!desktopIsAlive.expired()) {
-                    deliver(*batch);
-                }
-            });
+            deliverLater(std::move(batch));
         }
     }
     if (!stopping) {
@@ -125,11 +128,14 @@ void X11Desktop::deliver(const Batch& batch)
 {
     listeners.remove_if([](const auto& listener) { return listener.expired(); });
     const auto current = listeners; // a listener may subscribe another one
+    const auto tell = [](const std::weak_ptr<const Listener>& entry, const Event& event) {
+        if (const Subscription listener = entry.lock()) {
+            (*listener)(*event);
+        }
+    };
     for (const Event& event : batch) {
         for (const auto& entry : current) {
-            if (const Subscription listener = entry.lock()) {
-                (*listener)(*event);
-            }
+            tell(entry, event);
         }
     }
 }

@@ -81,9 +81,10 @@ void PasswordWindowController::windowDidLoad()
 
 void PasswordWindowController::followMainScreen()
 {
-    const auto follow = [this, alive = std::weak_ptr(lifetime)] {
+    const auto place = [this] { placeOnMainScreen(); };
+    const auto follow = [this, place, alive = std::weak_ptr(lifetime)] {
         if (!alive.expired()) {
-            runOnMainQueue([this] { placeOnMainScreen(); });
+            runOnMainQueue(place);
         }
     };
     QWidget* window = loadedWindow.get();

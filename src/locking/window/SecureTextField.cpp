@@ -165,7 +165,7 @@ bool SecureTextField::focusNextPrevChild(bool next)
     return true; // there is nowhere else to go
 }
 
-void SecureTextField::endEditing(TextMovement movement)
+void SecureTextField::endEditing(TextMovement movement) const
 {
     const std::function<void(TextMovement)> listener = onEndEditing;
     if (listener) {

@@ -51,7 +51,7 @@ private:
     void useOwnColors();
     void restartBlinking();
     void paintCaret();
-    void endEditing(TextMovement movement);
+    void endEditing(TextMovement movement) const;
 
     double cornerRadius = 0.0;
     int caretWidth = 1;
