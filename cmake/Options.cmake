@@ -19,10 +19,10 @@ if(HARDENING)
     target_compile_options(tarvel_options INTERFACE
         -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS
         -fstack-protector-strong -fstack-clash-protection -fcf-protection)
-    target_link_options(tarvel_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+    # -fPIC at the link is for link-time optimisation: Qt's own data must not be copied into the
+    # program, as code for a mere -fPIE would do; the two copies differ, and signals crash.
+    target_link_options(tarvel_options INTERFACE -pie -fPIC -Wl,-z,relro,-z,now,-z,noexecstack)
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-    include(CheckPIESupported)
-    check_pie_supported(LANGUAGES CXX)
 endif()
 
 if(COVERAGE)

@@ -1,6 +1,7 @@
 #include "agent/AgentSession.h"
 
 #include "agent/Cover.h"
+#include "desktop/Failure.h"
 #include "desktop/KeyringItems.h"
 #include "desktop/SessionProcesses.h"
 #include "desktop/Wait.h"
@@ -10,15 +11,31 @@
 
 namespace agent {
 
+namespace {
+
+/// The bundle of the build tree that this program belongs to: beside it or above.
+std::filesystem::path bundle()
+{
+    std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    while (!std::filesystem::exists(folder / "Tarvel.app")) {
+        if (folder == folder.root_path()) {
+            throw desktop::Failure("there is no Tarvel.app beside this program");
+        }
+        folder = folder.parent_path();
+    }
+    return folder / "Tarvel.app";
+}
+
+} // namespace
+
 std::filesystem::path AgentSession::agentPath()
 {
-    return std::filesystem::path(TARVEL_BUNDLE) / "Tarvel";
+    return bundle() / "Tarvel";
 }
 
 std::filesystem::path AgentSession::helperPath()
 {
-    return std::filesystem::path(TARVEL_BUNDLE) /
-           "Contents/Library/LoginItems/OlvoHelper.app/OlvoHelper";
+    return bundle() / "Contents/Library/LoginItems/OlvoHelper.app/OlvoHelper";
 }
 
 void AgentSession::protect(const std::vector<std::string>& applications)

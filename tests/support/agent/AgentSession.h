@@ -1,5 +1,5 @@
-// A private desktop with the agent of this build tree on it. The agent, its helper and whatever
-// they start end with the object.
+// A private desktop with the agent that stands beside this program, or above it, on it. The agent,
+// its helper and whatever they start end with the object.
 #pragma once
 
 #include "desktop/Desktop.h"
