@@ -62,22 +62,26 @@ X11Desktop::Subscription X11Desktop::subscribe(Listener listener)
 void X11Desktop::run()
 {
     const std::weak_ptr<bool> desktopIsAlive = alive;
-    const auto deliverLater = [&](std::shared_ptr<Batch> batch) {
-        queues.asyncMain([this, desktopIsAlive, batch = std::move(batch)] {
-            if (!desktopIsAlive.expired()) {
-                deliver(*batch);
-            }
-        });
-    };
     while (!display->broken()) {
         auto batch = std::make_shared<Batch>(waitForEvents());
         if (!batch->empty()) {
-            deliverLater(std::move(batch));
+            deliverLater(std::move(batch), desktopIsAlive);
         }
     }
     if (!stopping) {
         report("the connection to the X display is lost");
     }
+}
+
+void X11Desktop::deliverLater(
+    std::shared_ptr<Batch> batch, const std::weak_ptr<bool>& desktopIsAlive
+)
+{
+    queues.asyncMain([this, desktopIsAlive, batch = std::move(batch)] {
+        if (!desktopIsAlive.expired()) {
+            deliver(*batch);
+        }
+    });
 }
 
 X11Desktop::Batch X11Desktop::waitForEvents() const

@@ -49,6 +49,7 @@ private:
     Batch waitForEvents() const;
     void takeIfOfInterest(Event event, Batch& batch) const;
     bool isOfInterest(const xcb_generic_event_t& event) const;
+    void deliverLater(std::shared_ptr<Batch> batch, const std::weak_ptr<bool>& desktopIsAlive);
     void deliver(const Batch& batch);
 
     std::unique_ptr<Connection> display;
