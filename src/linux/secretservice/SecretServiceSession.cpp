@@ -1,6 +1,6 @@
 #include "linux/secretservice/SecretServiceSession.h"
 
-#include <algorithm>
+#include <memory>
 
 namespace secretservice {
 
@@ -11,6 +11,15 @@ constexpr auto BUS_PATH = "/org/freedesktop/DBus";
 constexpr auto SERVICE_NAME = "org.freedesktop.secrets";
 /// As long as the library itself waits.
 constexpr int CALL_TIMEOUT_MS = 25'000;
+
+struct EndSource
+{
+    void operator()(GSource* source) const
+    {
+        g_source_destroy(source);
+        g_source_unref(source);
+    }
+};
 
 } // namespace
 
@@ -25,21 +34,34 @@ void SecretServiceSession::enterThread()
         context = g_main_context_new();
         g_main_context_push_thread_default(context);
     }
+    dispatchAll();
+}
+
+void SecretServiceSession::dispatchAll()
+{
     while (g_main_context_iteration(context, FALSE) == TRUE) {
     }
 }
 
 void SecretServiceSession::leave()
 {
-    service.reset();
-    bus.reset();
+    disconnect();
     if (context != nullptr) {
-        while (g_main_context_iteration(context, FALSE) == TRUE) {
-        }
         g_main_context_pop_thread_default(context);
         g_main_context_unref(context);
         context = nullptr;
     }
+}
+
+void SecretServiceSession::disconnect()
+{
+    stopWatching();
+    opened.reset();
+    if (context != nullptr) {
+        // What was on its way holds the connection until it is handled.
+        dispatchAll();
+    }
+    bus.reset();
 }
 
 void SecretServiceSession::cancel() noexcept
@@ -51,10 +73,7 @@ bool SecretServiceSession::connect(std::string& reason)
 {
     enterThread();
     if (bus && g_dbus_connection_is_closed(bus.get()) == TRUE) {
-        service.reset();
-        bus.reset();
-        // The library and GLib keep the dead connection alive until its last signals are handled.
-        enterThread();
+        disconnect();
     }
     if (!bus) {
         Error error;
@@ -66,7 +85,7 @@ bool SecretServiceSession::connect(std::string& reason)
         g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
     }
     if (g_dbus_connection_is_closed(bus.get()) == TRUE) {
-        bus.reset();
+        disconnect();
         reason = "cannot be reached: the session bus is gone";
         return false;
     }
@@ -121,37 +140,78 @@ SecretService* SecretServiceSession::open(std::string& reason)
     if (!connect(reason)) {
         return nullptr;
     }
-    if (service && !serviceOwner.empty() && currentOwner() == serviceOwner) {
-        return service.get();
+    if (opened && !isGone && currentOwner() == openedOwner) {
+        return opened.get();
     }
-    service.reset();
-    Error error;
-    service.reset(secret_service_open_sync(
-        SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_OPEN_SESSION, cancellable(), error.out()
-    ));
-    if (!service) {
-        reason = error.message();
+    stopWatching();
+    opened.reset();
+    isGone = false;
+    const AsyncCall call;
+    secret_service_open(
+        SECRET_TYPE_SERVICE,
+        nullptr,
+        SECRET_SERVICE_OPEN_SESSION,
+        cancellable(),
+        AsyncCall::finished,
+        call.data()
+    );
+    GAsyncResult* result = wait(call, reason);
+    if (result == nullptr) {
         return nullptr;
     }
-    serviceOwner = currentOwner();
-    return service.get();
+    Error error;
+    opened.reset(secret_service_open_finish(result, error.out()));
+    openedOwner = currentOwner();
+    if (!opened || openedOwner.empty()) {
+        reason = error.message();
+        opened.reset();
+        return nullptr;
+    }
+    watchService();
+    return opened.get();
 }
 
-SecretServiceSession::Collection SecretServiceSession::defaultCollection(std::string& reason)
+void SecretServiceSession::watchService()
 {
-    Error error;
-    const ObjectPtr<SecretCollection> collection(secret_collection_for_alias_sync(
-        service.get(), SECRET_COLLECTION_DEFAULT, SECRET_COLLECTION_NONE, cancellable(), error.out()
-    ));
-    if (error.isSet()) {
-        reason = error.message();
-        return Collection::Unknown;
+    watch = g_bus_watch_name_on_connection(
+        bus.get(), SERVICE_NAME, G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, vanished, this, nullptr
+    );
+}
+
+void SecretServiceSession::stopWatching()
+{
+    if (watch != 0) {
+        g_bus_unwatch_name(watch);
+        watch = 0;
     }
-    if (!collection) {
-        return Collection::Absent;
+}
+
+void SecretServiceSession::vanished(GDBusConnection* /*bus*/, const gchar* /*name*/, gpointer self)
+{
+    static_cast<SecretServiceSession*>(self)->isGone = true;
+}
+
+gboolean SecretServiceSession::interrupted(GCancellable* /*cancellable*/, gpointer flag)
+{
+    *static_cast<bool*>(flag) = true;
+    return G_SOURCE_REMOVE;
+}
+
+GAsyncResult* SecretServiceSession::wait(const AsyncCall& call, std::string& reason)
+{
+    bool isInterrupted = false;
+    const std::unique_ptr<GSource, EndSource> interruption(g_cancellable_source_new(cancellable()));
+    g_source_set_callback(interruption.get(), G_SOURCE_FUNC(interrupted), &isInterrupted, nullptr);
+    g_source_attach(interruption.get(), context);
+    while (call.result() == nullptr && !isGone && !isInterrupted) {
+        g_main_context_iteration(context, TRUE);
     }
-    return secret_collection_get_locked(collection.get()) == TRUE ? Collection::Locked
-                                                                  : Collection::Unlocked;
+    if (isGone || isInterrupted) {
+        // A service that went away has given no answer, whatever the library makes of it.
+        reason = "went away while it was asked";
+        return nullptr;
+    }
+    return call.result();
 }
 
 } // namespace secretservice

@@ -2,8 +2,11 @@
 // back. Belongs to the one worker thread that calls it, which must call `leave` before it ends;
 // only `cancel` may come from elsewhere. The library insists on the process's shared connection to
 // the session bus, which would end the process together with the bus: that is switched off here.
+// Its blocking calls are not used: they leave objects on contexts that nobody runs, which then keep
+// a dead connection for ever.
 #pragma once
 
+#include "linux/secretservice/AsyncCall.h"
 #include "linux/secretservice/Glib.h"
 
 #include <string>
@@ -15,14 +18,6 @@ namespace secretservice {
 class SecretServiceSession
 {
 public:
-    enum class Collection
-    {
-        Absent,
-        Locked,
-        Unlocked,
-        Unknown
-    };
-
     SecretServiceSession();
     ~SecretServiceSession();
     SecretServiceSession(const SecretServiceSession&) = delete;
@@ -37,11 +32,12 @@ public:
     /// the next call.
     SecretService* open(std::string& reason);
 
-    /// The bus's own name for the service of the last `open`.
-    [[nodiscard]] const std::string& owner() const { return serviceOwner; }
+    /// The service of the last `open`.
+    [[nodiscard]] SecretService* service() const { return opened.get(); }
 
-    /// State of the collection that new items go to. `open` must have given a service.
-    Collection defaultCollection(std::string& reason);
+    /// Waits for the answer of the service, however long its prompt is up. Nothing, with the
+    /// reason, when the service goes away or the session is cancelled meanwhile.
+    GAsyncResult* wait(const AsyncCall& call, std::string& reason);
 
     [[nodiscard]] GCancellable* cancellable() const { return cancellation.get(); }
 
@@ -52,16 +48,25 @@ public:
     void leave();
 
 private:
+    static void vanished(GDBusConnection* bus, const gchar* name, gpointer self);
+    static gboolean interrupted(GCancellable* cancellable, gpointer flag);
+
     bool connect(std::string& reason);
+    void disconnect();
+    void watchService();
+    void stopWatching();
     std::string currentOwner();
     VariantPtr callBus(const char* method, GVariant* arguments, Error& error);
     void enterThread();
+    void dispatchAll();
 
     ObjectPtr<GCancellable> cancellation;
     GMainContext* context = nullptr;
     ObjectPtr<GDBusConnection> bus;
-    ObjectPtr<SecretService> service;
-    std::string serviceOwner;
+    ObjectPtr<SecretService> opened;
+    std::string openedOwner; // the bus's own name for the opened service
+    guint watch = 0;
+    bool isGone = false; // the opened service is
 };
 
 } // namespace secretservice

@@ -1,6 +1,8 @@
 #include "linux/secretservice/SecretServiceStore.h"
 
 #include "linux/secretservice/GenericPasswordSchema.h"
+#include "linux/secretservice/KeyringUnlock.h"
+#include "linux/secretservice/SecretServiceCalls.h"
 
 #include <memory>
 #include <span>
@@ -10,15 +12,9 @@ namespace secretservice {
 
 namespace {
 
-using Collection = SecretServiceSession::Collection;
 using ValuePtr = std::unique_ptr<SecretValue, Release<secret_value_unref>>;
 
 constexpr auto LOCKED = "is locked";
-
-SecretSearchFlags flags(int combined)
-{
-    return static_cast<SecretSearchFlags>(combined);
-}
 
 SecretItem* itemOf(GList* node)
 {
@@ -68,14 +64,14 @@ ItemRead SecretServiceStore::nothingFound()
 {
     using State = ItemRead::State;
     std::string reason;
-    switch (session.defaultCollection(reason)) {
-    case Collection::Unlocked:
+    switch (defaultCollectionState(session, reason)) {
+    case CollectionState::Unlocked:
         return {.state = State::Missing};
-    case Collection::Absent:
+    case CollectionState::Absent:
         return {.state = State::Unproven};
-    case Collection::Locked:
+    case CollectionState::Locked:
         return {.state = State::Failed, .reason = LOCKED};
-    case Collection::Unknown:
+    case CollectionState::Unknown:
         break;
     }
     return {.state = State::Failed, .reason = reason};
@@ -84,28 +80,19 @@ ItemRead SecretServiceStore::nothingFound()
 ItemRead SecretServiceStore::read(const std::string& account)
 {
     ItemRead result;
-    SecretService* service = session.open(result.reason);
-    if (service == nullptr) {
+    if (session.open(result.reason) == nullptr) {
         return result;
     }
     const AttributesPtr attributes = accountAttributes(account);
-    Error error;
-    const ObjectListPtr found(secret_service_search_sync(
-        service,
-        &genericPasswordSchema(),
-        attributes.get(),
-        SECRET_SEARCH_LOAD_SECRETS,
-        session.cancellable(),
-        error.out()
-    ));
-    if (error.isSet()) {
-        result.reason = error.message();
+    const auto found =
+        searchItems(session, attributes.get(), SECRET_SEARCH_LOAD_SECRETS, result.reason);
+    if (!found.has_value()) {
         return result;
     }
-    if (!found) {
+    if (!*found) {
         return nothingFound();
     }
-    if (takeSecret(itemOf(found.get()), result.data)) {
+    if (takeSecret(itemOf(found->get()), result.data)) {
         result.state = ItemRead::State::Found;
     } else {
         result.reason = LOCKED;
@@ -116,28 +103,21 @@ ItemRead SecretServiceStore::read(const std::string& account)
 Failure SecretServiceStore::readAll(Items& items)
 {
     std::string reason;
-    SecretService* service = session.open(reason);
-    if (service == nullptr) {
+    if (session.open(reason) == nullptr) {
         return reason;
     }
     const AttributesPtr attributes = anyAttributes();
-    Error error;
-    const ObjectListPtr found(secret_service_search_sync(
-        service,
-        &genericPasswordSchema(),
-        attributes.get(),
-        flags(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS),
-        session.cancellable(),
-        error.out()
-    ));
-    if (error.isSet()) {
-        return error.message();
+    const auto flags =
+        static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
+    const auto found = searchItems(session, attributes.get(), flags, reason);
+    if (!found.has_value()) {
+        return reason;
     }
-    if (session.defaultCollection(reason) == Collection::Locked) {
+    if (defaultCollectionState(session, reason) == CollectionState::Locked) {
         return LOCKED;
     }
     Items all;
-    for (GList* node = found.get(); node != nullptr; node = node->next) {
+    for (GList* node = found->get(); node != nullptr; node = node->next) {
         SecretBytes data;
         if (!takeSecret(itemOf(node), data)) {
             return LOCKED;
@@ -148,19 +128,37 @@ Failure SecretServiceStore::readAll(Items& items)
     return std::nullopt;
 }
 
+Failure SecretServiceStore::prepareWrite(Prompting prompting)
+{
+    std::string reason;
+    if (prompting == Prompting::Forbidden) {
+        return session.open(reason) == nullptr ? Failure(reason) : Failure();
+    }
+    const Report nobody = [](const std::string& /*line*/) {};
+    switch (unlockKeyring(session, false, nobody, reason)) {
+    case Unlocking::Open:
+        return std::nullopt;
+    case Unlocking::StaysLocked:
+        return LOCKED;
+    case Unlocking::Failed:
+        break;
+    }
+    return reason;
+}
+
 Failure
 SecretServiceStore::put(const std::string& account, const SecretBytes& data, Prompting prompting)
 {
-    std::string reason;
-    SecretService* service = session.open(reason);
-    if (service == nullptr) {
-        return reason;
+    if (Failure failure = prepareWrite(prompting)) {
+        return failure;
     }
-    // A locked collection is unlocked, and a missing one made, by the service's own prompt.
-    const bool ready = prompting == Prompting::Allowed ||
-                       session.defaultCollection(reason) == Collection::Unlocked;
+    std::string reason;
+    const CollectionState collection = defaultCollectionState(session, reason);
+    // A missing collection is made, through the service's prompt.
+    const bool ready = collection == CollectionState::Unlocked ||
+                       (collection == CollectionState::Absent && prompting == Prompting::Allowed);
     if (!ready) {
-        return LOCKED;
+        return collection == CollectionState::Unknown ? reason : LOCKED;
     }
     if (Failure failure = marker.set()) {
         return failure;
@@ -171,19 +169,7 @@ SecretServiceStore::put(const std::string& account, const SecretBytes& data, Pro
         static_cast<gssize>(bytes.size()),
         "text/plain"
     ));
-    const AttributesPtr attributes = accountAttributes(account);
-    Error error;
-    const gboolean stored = secret_service_store_sync(
-        service,
-        &genericPasswordSchema(),
-        attributes.get(),
-        SECRET_COLLECTION_DEFAULT,
-        account.c_str(),
-        value.get(),
-        session.cancellable(),
-        error.out()
-    );
-    return stored == TRUE ? Failure() : Failure(error.message());
+    return storeItem(session, account, value.get(), reason) ? Failure() : Failure(reason);
 }
 
 Failure SecretServiceStore::erase(const std::string& account, Prompting prompting)
@@ -200,33 +186,23 @@ Failure SecretServiceStore::eraseAll(Prompting prompting)
 
 Failure SecretServiceStore::eraseMatches(GHashTable* attributes, Prompting prompting)
 {
+    if (Failure failure = prepareWrite(prompting)) {
+        return failure;
+    }
     std::string reason;
-    SecretService* service = session.open(reason);
-    if (service == nullptr) {
+    const auto found = searchItems(session, attributes, SECRET_SEARCH_ALL, reason);
+    if (!found.has_value()) {
         return reason;
     }
-    const int unlock = prompting == Prompting::Allowed ? SECRET_SEARCH_UNLOCK : 0;
-    Error error;
-    const ObjectListPtr found(secret_service_search_sync(
-        service,
-        &genericPasswordSchema(),
-        attributes,
-        flags(SECRET_SEARCH_ALL | unlock),
-        session.cancellable(),
-        error.out()
-    ));
-    if (error.isSet()) {
-        return error.message();
-    }
-    for (GList* node = found.get(); node != nullptr; node = node->next) {
+    for (GList* node = found->get(); node != nullptr; node = node->next) {
         if (secret_item_get_locked(itemOf(node)) == TRUE) {
             return LOCKED;
         }
-        if (secret_item_delete_sync(itemOf(node), session.cancellable(), error.out()) != TRUE) {
-            return error.message();
+        if (!deleteItem(session, itemOf(node), reason)) {
+            return reason;
         }
     }
-    if (session.defaultCollection(reason) == Collection::Locked) {
+    if (defaultCollectionState(session, reason) == CollectionState::Locked) {
         return LOCKED;
     }
     return std::nullopt;

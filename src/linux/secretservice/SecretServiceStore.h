@@ -28,6 +28,7 @@ public:
 
 private:
     ItemRead nothingFound();
+    Failure prepareWrite(Prompting prompting);
     Failure eraseMatches(GHashTable* attributes, Prompting prompting);
 
     SecretServiceSession session;

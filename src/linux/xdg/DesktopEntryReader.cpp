@@ -140,14 +140,16 @@ DesktopEntryReader::DesktopEntryReader(
 
 std::vector<DesktopEntry> DesktopEntryReader::entries() const
 {
-    std::map<std::string, DesktopEntry> found;
-    for (const std::string& folder : environment.dataFolders) {
-        for (const File& file : filesIn(folder + "/applications")) {
-            std::optional<DesktopEntry> entry = found.contains(file.id) ? std::nullopt : read(file);
-            if (entry) {
-                found.emplace(file.id, std::move(*entry));
-            }
+    std::map<std::string, DesktopEntry> found; // the first folder that has an entry counts
+    const auto add = [&](const File& file) {
+        std::optional<DesktopEntry> entry = found.contains(file.id) ? std::nullopt : read(file);
+        if (entry) {
+            found.emplace(file.id, std::move(*entry));
         }
+    };
+    for (const std::string& folder : environment.dataFolders) {
+        const auto files = filesIn(folder + "/applications");
+        std::for_each(files.begin(), files.end(), add);
     }
     std::vector<DesktopEntry> result;
     for (auto& [id, entry] : found) {

@@ -1,0 +1,126 @@
+#include "KeyringSession.h"
+
+#include "desktop/Failure.h"
+#include "desktop/KeyringItems.h"
+#include "desktop/Wait.h"
+
+#include <utility>
+
+#include <stdlib.h>
+
+KeyringSession::KeyringSession()
+{
+    startBus();
+    // Before any thread is there that might read it.
+    setenv("DBUS_SESSION_BUS_ADDRESS", privateBus->address().c_str(), 1);
+    environment["DBUS_SESSION_BUS_ADDRESS"] = privateBus->address();
+}
+
+void KeyringSession::startBus()
+{
+    privateBus = std::make_unique<desktop::PrivateBus>(home.subfolder("bus"), environment);
+}
+
+void KeyringSession::stopBus()
+{
+    keyring.reset();
+    privateBus.reset();
+}
+
+void KeyringSession::startKeyring()
+{
+    keyring = std::make_unique<desktop::PrivateKeyring>(*privateBus, environment);
+}
+
+void KeyringSession::startLockedKeyring()
+{
+    keyring = std::make_unique<desktop::PrivateKeyring>(
+        *privateBus, environment, desktop::PrivateKeyring::Locked{}
+    );
+}
+
+void KeyringSession::stopKeyring()
+{
+    keyring.reset();
+    const bool gone = desktop::waitUntil(
+        [this] { return !privateBus->hasOwner("org.freedesktop.secrets"); },
+        std::chrono::seconds(20)
+    );
+    if (!gone) {
+        throw desktop::Failure("the keyring does not go");
+    }
+}
+
+secretservice::KeychainPlaces KeyringSession::places() const
+{
+    return {
+        .busAddress = privateBus ? privateBus->address() : std::string(),
+        .folder = home.path() / "data"};
+}
+
+std::unique_ptr<platform::KeychainItems> KeyringSession::open(std::chrono::milliseconds patience)
+{
+    secretservice::KeychainGate gate(mainLoop, places(), report(), patience);
+    std::unique_ptr<platform::KeychainItems> opened;
+    bool answered = false;
+    gate.open(
+        [&](std::unique_ptr<platform::KeychainItems> items) {
+            opened = std::move(items);
+            answered = true;
+        },
+        [&](const std::string& reason) {
+            refused = reason;
+            answered = true;
+        }
+    );
+    mainLoop.runUntil([&answered] { return answered; }, std::chrono::seconds(100));
+    return opened;
+}
+
+std::optional<int> KeyringSession::run(const std::vector<std::string>& arguments)
+{
+    desktop::ChildProcess program({.arguments = arguments, .environment = environment});
+    return program.waitForExitStatus(std::chrono::seconds(60));
+}
+
+secretservice::Report KeyringSession::report()
+{
+    return [this](const std::string& line) {
+        const std::lock_guard lock(mutex);
+        reported.push_back(line);
+    };
+}
+
+std::vector<std::string> KeyringSession::lines()
+{
+    const std::lock_guard lock(mutex);
+    return reported;
+}
+
+std::optional<std::string> KeyringSession::storedItem() const
+{
+    try {
+        return desktop::lookUpItem(privateBus->address(), ACCOUNT);
+    } catch (const desktop::Failure&) {
+        return std::nullopt;
+    }
+}
+
+bool KeyringSession::waitForStoredItem(const std::optional<std::string>& expected) const
+{
+    return desktop::waitUntil([&] { return storedItem() == expected; }, std::chrono::seconds(60));
+}
+
+platform::Bytes bytes(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
+
+std::optional<std::string> textOf(platform::KeychainItems& items, const std::string& account)
+{
+    const platform::KeychainLookup lookup = items.copyMatching(account);
+    if (lookup.status != platform::KeychainStatus::NoError || !lookup.data.has_value()) {
+        return std::nullopt;
+    }
+    return std::string(lookup.data->begin(), lookup.data->end());
+}
