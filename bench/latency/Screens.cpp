@@ -3,6 +3,9 @@
 #include "agent/Cover.h"
 #include "desktop/Pixels.h"
 
+#include <functional>
+#include <numeric>
+
 namespace latency {
 
 using desktop::LOCK_COLOUR;
@@ -74,10 +77,11 @@ template <typename Test> bool Screens::anyPixelOf(desktop::Rectangle area, Test 
     const Pixel* old = before.data();
     for (int y = 0; y < whole.height; y += ROW_DISTANCE, old += whole.width) {
         const volatile Pixel* row = framebuffer.row(y);
-        for (int x = area.x; x < area.x + area.width; ++x) {
-            if (test(row[x], old[x])) {
-                return true;
-            }
+        const bool any = std::inner_product(
+            row + area.x, row + area.x + area.width, old + area.x, false, std::logical_or<>(), test
+        );
+        if (any) {
+            return true;
         }
     }
     return false;
