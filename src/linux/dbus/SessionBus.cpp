@@ -39,7 +39,7 @@ QDBusConnection SessionBus::connection()
 
 std::string sessionBusAddress()
 {
-    const std::string named = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS").toStdString();
+    std::string named = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS").toStdString();
     if (!named.empty()) {
         return named;
     }

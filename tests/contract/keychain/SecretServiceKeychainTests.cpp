@@ -15,9 +15,8 @@
 namespace {
 
 using platform::KeychainStatus;
-using testing::ElementsAre;
+using testing::Each;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr auto ACCOUNT = KeyringSession::ACCOUNT;
 
@@ -164,7 +163,8 @@ TEST_F(SecretServiceKeychainTest, KeyringWithoutAnyCollectionReadsEmptyAndWrites
     ASSERT_NE(items, nullptr) << session.refusal();
 
     EXPECT_EQ(textOf(*items, ACCOUNT), std::nullopt);
-    EXPECT_THAT(session.lines(), IsEmpty());
+    // On a busy machine an answer may be late, which is said; nothing else is.
+    EXPECT_THAT(session.lines(), Each(HasSubstr("answer")));
     // Nobody shows the prompt for the password of a new collection here.
     EXPECT_EQ(items->add(ACCOUNT, bytes("first")), KeychainStatus::NoError);
     EXPECT_EQ(textOf(*items, ACCOUNT), "first");
