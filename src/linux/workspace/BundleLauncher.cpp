@@ -3,8 +3,8 @@
 #include "linux/proc/ProcFilesystem.h"
 
 #include <csignal>
-#include <cstring>
 #include <filesystem>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -120,7 +120,7 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
         environmentPointers.data()
     );
     if (error != 0) {
-        report(executable + " cannot be started: " + std::strerror(error));
+        report(executable + " cannot be started: " + std::generic_category().message(error));
         return Outcome::Failed;
     }
     tellStarted(child, executable);

@@ -65,13 +65,13 @@ void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
 
 void InstanceTracker::settle()
 {
-    const std::vector<InstancePtr> instances = list;
-    for (const InstancePtr& instance : instances) {
-        const auto processes = instance->processes;
-        for (const auto& [pid, startTime] : processes) {
-            if (isAlive && !isAlive(pid, startTime)) {
-                processEnded(pid, startTime);
-            }
+    std::vector<std::pair<pid_t, std::uint64_t>> processes;
+    for (const InstancePtr& instance : list) {
+        processes.insert(processes.end(), instance->processes.begin(), instance->processes.end());
+    }
+    for (const auto& [pid, startTime] : processes) {
+        if (isAlive && !isAlive(pid, startTime)) {
+            processEnded(pid, startTime);
         }
     }
 }
@@ -121,7 +121,7 @@ InstanceTracker::add(const proc::ProcessFacts& facts, const KnownApplicationPtr&
     return instance;
 }
 
-void InstanceTracker::addProcess(Instance& instance, pid_t pid, std::uint64_t startTime)
+void InstanceTracker::addProcess(Instance& instance, pid_t pid, std::uint64_t startTime) const
 {
     instance.processes[pid] = startTime;
     call(onWatchWanted, pid, startTime);
@@ -199,7 +199,7 @@ bool InstanceTracker::livesElsewhere(const Instance& instance) const
     });
 }
 
-void InstanceTracker::windowShown(const InstancePtr& instance)
+void InstanceTracker::windowShown(const InstancePtr& instance) const
 {
     const bool first = !std::exchange(instance->windowShown, true);
     if (first && instance->announced) {

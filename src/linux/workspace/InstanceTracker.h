@@ -62,7 +62,7 @@ public:
 
     void processEnded(pid_t pid, std::uint64_t startTime);
 
-    void windowShown(const InstancePtr& instance);
+    void windowShown(const InstancePtr& instance) const;
 
     /// The latest instance that the process is known to be a part of; empty when there is none.
     InstancePtr instanceOf(pid_t pid) const;
@@ -84,7 +84,7 @@ private:
         const std::vector<pid_t>& ancestors
     );
     InstancePtr add(const proc::ProcessFacts& facts, const KnownApplicationPtr& application);
-    void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime);
+    void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime) const;
     void remember(pid_t pid, std::uint64_t startTime);
     void leave(const InstancePtr& instance, pid_t pid);
     bool isTakenOver(Instance& instance);

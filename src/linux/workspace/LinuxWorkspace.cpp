@@ -70,13 +70,17 @@ void LinuxWorkspace::wireTracker()
 void LinuxWorkspace::wireLauncher()
 {
     launcher.onStarted = [this](const proc::ProcessFacts& facts) {
-        KnownApplicationPtr application = parts.applications.ofProcess(facts);
-        if (application != nullptr) {
-            post([this, facts, application = std::move(application)] {
-                tracker.processStarted(facts, application, {});
-            });
-        }
+        startLater({facts, parts.applications.ofProcess(facts), {}});
     };
+}
+
+void LinuxWorkspace::startLater(Sighting sighting)
+{
+    if (sighting.application != nullptr) {
+        post([this, sighting = std::move(sighting)] {
+            tracker.processStarted(sighting.facts, sighting.application, sighting.ancestors);
+        });
+    }
 }
 
 /// The look-up of who a process is happens on the source's thread: most processes are nobody's, and
@@ -86,14 +90,11 @@ void LinuxWorkspace::wireProcesses()
     parts.processes.onExec = [this](const proc::ProcessFacts& facts) {
         KnownApplicationPtr application = parts.applications.ofProcess(facts);
         if (application != nullptr) {
-            post([this,
-                  facts,
-                  application = std::move(application),
-                  ancestors = parts.processes.ancestorsOf(facts.pid)] {
-                tracker.processStarted(facts, application, ancestors);
-            });
-        } else if (isWatched(facts.pid)) {
-            post([this, facts] { tracker.processBecame(facts); });
+            startLater({facts, std::move(application), parts.processes.ancestorsOf(facts.pid)});
+            return;
+        }
+        if (isWatched(facts.pid)) {
+            becomeLater(facts);
         }
     };
     parts.processes.onExit = [this](pid_t pid, std::uint64_t startTime) {
@@ -106,6 +107,11 @@ void LinuxWorkspace::wireProcesses()
     parts.processes.onSnapshot = [this](const std::vector<proc::ProcessFacts>& all) {
         post([this, sightings = sightingsOf(all)] { takeSnapshot(sightings); });
     };
+}
+
+void LinuxWorkspace::becomeLater(const proc::ProcessFacts& facts)
+{
+    post([this, facts] { tracker.processBecame(facts); });
 }
 
 void LinuxWorkspace::wireWindows()
@@ -121,11 +127,16 @@ void LinuxWorkspace::wireWindows()
 
 void LinuxWorkspace::post(platform::Block block)
 {
-    parts.queues.asyncMain([guard = alive, block = std::move(block)] {
+    parts.queues.asyncMain(unlessGone(std::move(block)));
+}
+
+platform::Block LinuxWorkspace::unlessGone(platform::Block block) const
+{
+    return [guard = alive, block = std::move(block)] {
         if (*guard) {
             block();
         }
-    });
+    };
 }
 
 std::vector<LinuxWorkspace::Sighting>
@@ -371,11 +382,10 @@ bool LinuxWorkspace::launchApplication(
     }
     const BundleLauncher::Outcome outcome = launcher.launch(path, configuration);
     if (outcome == BundleLauncher::Outcome::TooOften) {
-        parts.timers.scheduleTimer(RETRY_SECONDS, false, [=, this, guard = alive] {
-            if (*guard) {
-                launchApplication(path, options, configuration);
-            }
-        });
+        const platform::Block again = [=, this] {
+            launchApplication(path, options, configuration);
+        };
+        parts.timers.scheduleTimer(RETRY_SECONDS, false, unlessGone(again));
     }
     return outcome == BundleLauncher::Outcome::Started;
 }

@@ -93,7 +93,10 @@ private:
     void wireLauncher();
     void wireProcesses();
     void wireWindows();
+    void startLater(Sighting sighting);
+    void becomeLater(const proc::ProcessFacts& facts);
     void post(platform::Block block);
+    platform::Block unlessGone(platform::Block block) const;
     std::vector<Sighting> sightingsOf(const std::vector<proc::ProcessFacts>& all) const;
     void takeSnapshot(const std::vector<Sighting>& sightings);
     void windowShown(const WindowFacts& window);

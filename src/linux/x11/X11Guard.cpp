@@ -95,10 +95,7 @@ void X11Guard::run()
         if (display->broken()) {
             report("the connection to the X display is lost");
             isCaptured = false;
-            while (runCommands()) {
-                wakeUp.waitAlone();
-            }
-            return;
+            break;
         }
         const auto due = loop.work();
         publish();
@@ -108,6 +105,9 @@ void X11Guard::run()
         } else {
             wakeUp.waitWith(*display, due);
         }
+    }
+    while (runCommands()) { // without a display until this program ends
+        wakeUp.waitAlone();
     }
 }
 
