@@ -161,14 +161,14 @@ int FakeSecretService::answerProperties(sd_bus_message* message, const std::stri
     return sd_bus_reply_method_return(message, "a{sv}", 0);
 }
 
-int FakeSecretService::answerSearch(sd_bus_message* message)
+int FakeSecretService::answerSearch(sd_bus_message* message) const
 {
     // Like keyrings that show nothing of what they hold while they are locked.
     return locked ? sd_bus_reply_method_return(message, "aoao", 0, 0)
                   : sd_bus_reply_method_return(message, "aoao", 1, ITEM, 0);
 }
 
-int FakeSecretService::answerUnlock(sd_bus_message* message)
+int FakeSecretService::answerUnlock(sd_bus_message* message) const
 {
     return locked ? sd_bus_reply_method_return(message, "aoo", 0, PROMPT)
                   : sd_bus_reply_method_return(message, "aoo", 1, COLLECTION, "/");

@@ -42,8 +42,8 @@ private:
     int handle(sd_bus_message* message);
     int handleService(sd_bus_message* message, const std::string& member);
     int answerProperties(sd_bus_message* message, const std::string& path);
-    int answerSearch(sd_bus_message* message);
-    int answerUnlock(sd_bus_message* message);
+    int answerSearch(sd_bus_message* message) const;
+    int answerUnlock(sd_bus_message* message) const;
     int answerSecrets(sd_bus_message* message);
 
     desktop::BusConnection bus;

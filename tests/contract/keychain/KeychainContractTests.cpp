@@ -1,7 +1,8 @@
 // What every keychain does: the fake, the embedded one, and the one in a real keyring.
 #include "KeyringSession.h"
+#include "desktop/Failure.h"
 #include "fakes/FakeKeychainItems.h"
-#include "linux/secretservice/EmbeddedKeychain.h"
+#include "linux/secretservice/SecretServiceKeychain.h"
 
 #include <memory>
 #include <string>
@@ -56,7 +57,11 @@ private:
     static std::unique_ptr<platform::KeychainItems> openWithKeyring(KeyringSession& session)
     {
         session.startKeyring();
-        return session.open();
+        auto items = session.open();
+        if (dynamic_cast<secretservice::SecretServiceKeychain*>(items.get()) == nullptr) {
+            throw desktop::Failure("not in the keyring: " + session.refusal());
+        }
+        return items;
     }
 
     KeyringSession session;

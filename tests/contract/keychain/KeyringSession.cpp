@@ -6,13 +6,26 @@
 
 #include <utility>
 
-#include <stdlib.h>
+namespace {
+
+/// GLib keeps one connection to the session bus for a whole process, and one whose bus was stopped
+/// can outlive its users.
+void refuseASecondOne()
+{
+    static bool used = false;
+    if (std::exchange(used, true)) {
+        throw desktop::Failure("run each case in a process of its own, as ctest does");
+    }
+}
+
+} // namespace
 
 KeyringSession::KeyringSession()
 {
+    refuseASecondOne();
     startBus();
     // Before any thread is there that might read it.
-    setenv("DBUS_SESSION_BUS_ADDRESS", privateBus->address().c_str(), 1);
+    busVariable.emplace("DBUS_SESSION_BUS_ADDRESS", privateBus->address());
     environment["DBUS_SESSION_BUS_ADDRESS"] = privateBus->address();
 }
 

@@ -1,5 +1,5 @@
 // A session with a bus and, when asked for, a real keyring of its own, which the keychain under
-// test finds through this process's environment.
+// test finds through this process's environment. One in the life of a process.
 #pragma once
 
 #include "desktop/Desktop.h"
@@ -9,6 +9,7 @@
 #include "desktop/TemporaryFolder.h"
 #include "linux/secretservice/KeychainGate.h"
 #include "platform/KeychainItems.h"
+#include "processes/Environment.h"
 
 #include <chrono>
 #include <memory>
@@ -65,6 +66,7 @@ private:
     desktop::TemporaryFolder home;
     desktop::Environment environment = desktop::privateEnvironment(home);
     std::unique_ptr<desktop::PrivateBus> privateBus;
+    std::optional<processes::EnvironmentVariable> busVariable;
     std::unique_ptr<desktop::PrivateKeyring> keyring;
     desktop::MainLoop mainLoop;
     std::string refused;
