@@ -121,7 +121,12 @@ std::optional<std::string> KeyringSession::storedItem() const
 
 bool KeyringSession::waitForStoredItem(const std::optional<std::string>& expected) const
 {
-    return desktop::waitUntil([&] { return storedItem() == expected; }, std::chrono::seconds(60));
+    // Every look is a new client, and gnome-keyring 42 can crash over many new clients at a time.
+    return desktop::waitUntil(
+        [&] { return storedItem() == expected; },
+        std::chrono::seconds(60),
+        std::chrono::milliseconds(200)
+    );
 }
 
 platform::Bytes bytes(const std::string& text)
