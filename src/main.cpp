@@ -33,12 +33,16 @@
 #include "linux/xdg/XdgFileManager.h"
 #include "linux/xdg/XdgLoginItems.h"
 #include "locking/window/PasswordWindowController.h"
+#include "platform/NoStatusBar.h"
+#include "platform/NoUserNotifications.h"
 #include "platform/Platform.h"
 #include "storage/KeyConstants.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QSocketNotifier>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include <array>
 #include <csignal>
@@ -155,8 +159,10 @@ private:
             .loginItems = loginItems,
             .processInfo = processInfo,
             .screens = display.screens,
+            .statusBar = statusBar,
             .timers = timers,
             .userDefaults = userDefaults,
+            .userNotifications = userNotifications,
             .windows = display.windows,
             .workspace = workspace,
         });
@@ -208,10 +214,14 @@ private:
         .queues = queues,
         .timers = timers,
         .loadIcon = [this](const std::string& name) { return icons.load(name); },
+        .openUrl = [](const std::string& url
+                   ) { return QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
         .report = report,
     }};
     secretservice::KeychainGate keychainGate{
         queues, {busAddress, ownFolder(QStandardPaths::GenericDataLocation)}, report};
+    platform::NoStatusBar statusBar;
+    platform::NoUserNotifications userNotifications;
     std::unique_ptr<platform::KeychainItems> keychain;
     std::optional<platform::Platform> platform;
     app::AppDelegate delegate{

@@ -28,6 +28,11 @@ public:
 
     /// The bundle at `path`, or nothing when there is none that can be read.
     virtual std::optional<Bundle> open(const std::string& path) = 0;
+
+    /// Path of the resource `name` of that type ("Help", "html") in this program's own bundle, or
+    /// nothing when there is none.
+    virtual std::optional<std::string>
+    pathForResource(const std::string& name, const std::string& type) = 0;
 };
 
 } // namespace platform

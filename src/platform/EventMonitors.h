@@ -9,6 +9,8 @@
 
 namespace platform {
 
+inline constexpr std::uint64_t EVENT_MASK_LEFT_MOUSE_DOWN = 0x2;
+inline constexpr std::uint64_t EVENT_MASK_RIGHT_MOUSE_DOWN = 0x8;
 inline constexpr std::uint64_t EVENT_MASK_FLAGS_CHANGED = 0x1000;
 
 /// Bits of the modifier flags of an event.

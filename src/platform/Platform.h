@@ -16,8 +16,10 @@ class Log;
 class LoginItems;
 class ProcessInfo;
 class Screens;
+class StatusBar;
 class Timers;
 class UserDefaults;
+class UserNotifications;
 class Windows;
 class Workspace;
 
@@ -35,8 +37,10 @@ struct Platform
     LoginItems& loginItems;
     ProcessInfo& processInfo;
     Screens& screens;
+    StatusBar& statusBar;
     Timers& timers;
     UserDefaults& userDefaults;
+    UserNotifications& userNotifications;
     Windows& windows;
     Workspace& workspace;
 };

@@ -98,6 +98,10 @@ public:
         const std::string& path, unsigned options, const LaunchConfiguration& configuration
     ) = 0;
 
+    /// Has the desktop open the URL with the program that the user prefers for it, without waiting.
+    /// False when that could not be asked for.
+    virtual bool openUrl(const std::string& url) = 0;
+
     /// Registers `handler` for `observer`. Registering twice calls it twice.
     virtual void addObserver(
         const void* observer, WorkspaceNotificationName name, WorkspaceNotificationHandler handler

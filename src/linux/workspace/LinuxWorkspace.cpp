@@ -367,6 +367,11 @@ bool LinuxWorkspace::activate(const RunningApplication& application, unsigned /*
            );
 }
 
+bool LinuxWorkspace::openUrl(const std::string& url)
+{
+    return parts.openUrl && parts.openUrl(url);
+}
+
 bool LinuxWorkspace::launchApplication(
     const std::string& path, unsigned options, const platform::LaunchConfiguration& configuration
 )

@@ -36,6 +36,7 @@ public:
         platform::DispatchQueues& queues;
         platform::Timers& timers;
         LoadIcon loadIcon;
+        std::function<bool(const std::string& url)> openUrl;
         proc::Report report;
     };
 
@@ -60,6 +61,7 @@ public:
     ) override;
     platform::IconHandle iconForFile(const std::string& path) override;
     bool activate(const platform::RunningApplication& application, unsigned options) override;
+    bool openUrl(const std::string& url) override;
     bool launchApplication(
         const std::string& path,
         unsigned options,

@@ -73,4 +73,12 @@ std::optional<platform::Bundle> XdgBundles::open(const std::string& path)
     return bundle;
 }
 
+std::optional<std::string>
+XdgBundles::pathForResource(const std::string& name, const std::string& type)
+{
+    const fs::path path = fs::path(main.path) / "Resources" / (name + "." + type);
+    std::error_code error;
+    return fs::is_regular_file(path, error) ? std::optional(path.string()) : std::nullopt;
+}
+
 } // namespace xdg

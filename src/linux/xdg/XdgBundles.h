@@ -22,6 +22,9 @@ public:
 
     std::optional<platform::Bundle> open(const std::string& path) override;
 
+    std::optional<std::string>
+    pathForResource(const std::string& name, const std::string& type) override;
+
 private:
     const ApplicationCatalogue& catalogue;
     platform::Bundle main;

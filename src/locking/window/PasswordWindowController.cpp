@@ -21,6 +21,8 @@
 
 namespace locking {
 
+using toolkit::TextMovement;
+
 namespace {
 
 constexpr unsigned LOCK_PRESENTATION =
@@ -156,7 +158,7 @@ void PasswordWindowController::styleWindow()
     outlets->errorMessageLabelOutlet->clear();
     style.emplace(loadedWindow->size());
     style->apply(*outlets);
-    bounce = std::make_unique<BounceAnimation>(*outlets->centralViewOutlet);
+    bounce = std::make_unique<toolkit::BounceAnimation>(*outlets->centralViewOutlet);
 }
 
 void PasswordWindowController::showState()

@@ -5,12 +5,13 @@
 #pragma once
 
 #include "locking/LockWindow.h"
-#include "locking/window/BounceAnimation.h"
 #include "locking/window/PasswordWindowStyle.h"
 #include "locking/window/SecureTextField.h"
 #include "platform/EventMonitors.h"
 #include "platform/Windows.h"
 #include "platform/Workspace.h"
+#include "toolkit/BounceAnimation.h"
+#include "toolkit/TextMovement.h"
 
 #include <optional>
 
@@ -48,7 +49,7 @@ public:
     void windowGotFocus(const platform::WorkspaceNotification& notification);
     void localKeyboardKeyPressed(const platform::Event& event);
     void globalKeyboardKeyPressed(const platform::Event& event);
-    void controlTextDidEndEditing(TextMovement movement);
+    void controlTextDidEndEditing(toolkit::TextMovement movement);
 
     BorderlessKeyWindow& window() { return *loadedWindow; }
 
@@ -83,7 +84,7 @@ private:
 
     std::unique_ptr<Ui::PasswordWindow> outlets;
     std::unique_ptr<BorderlessKeyWindow, DeleteLater> loadedWindow;
-    std::unique_ptr<BounceAnimation> bounce;
+    std::unique_ptr<toolkit::BounceAnimation> bounce;
     std::unique_ptr<platform::PlainWindow> adoptedWindow;
     std::optional<PasswordWindowStyle> style;
     bool observing = false;

@@ -10,6 +10,8 @@
 
 namespace locking {
 
+using toolkit::TextMovement;
+
 namespace {
 
 constexpr double GROUND_OPACITY = 0.2;

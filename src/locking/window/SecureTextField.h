@@ -3,21 +3,14 @@
 // its window does: the captured keyboard types here, whoever the desktop says has the focus.
 #pragma once
 
+#include "toolkit/TextMovement.h"
+
 #include <QBasicTimer>
 #include <QLineEdit>
 
 #include <functional>
 
 namespace locking {
-
-/// How the editing of a text ended.
-enum class TextMovement
-{
-    Other = 0,
-    Return = 0x10,
-    Tab = 0x11,
-    Backtab = 0x12,
-};
 
 class SecureTextField : public QLineEdit
 {
@@ -26,7 +19,7 @@ class SecureTextField : public QLineEdit
 public:
     explicit SecureTextField(QWidget* parent = nullptr);
 
-    std::function<void(TextMovement)> onEndEditing;
+    std::function<void(toolkit::TextMovement)> onEndEditing;
 
     void setCornerRadius(double radius);
     void setCaretWidth(int width);
@@ -51,7 +44,7 @@ private:
     void useOwnColors();
     void restartBlinking();
     void paintCaret();
-    void endEditing(TextMovement movement) const;
+    void endEditing(toolkit::TextMovement movement) const;
 
     double cornerRadius = 0.0;
     int caretWidth = 1;

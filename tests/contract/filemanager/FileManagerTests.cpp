@@ -196,6 +196,16 @@ TEST_F(XdgBundlesTest, ProcessKnowsItsOwnBundle)
     EXPECT_EQ(main.identifier, "com.quorvent.Tarvel");
 }
 
+TEST_F(XdgBundlesTest, ResourcesAreFoundInTheOwnBundleAlone)
+{
+    folder.write("Tarvel.app/Resources/Help.html", "");
+    xdg::XdgBundles own(catalogue, folder.path("Tarvel.app/Tarvel"));
+
+    EXPECT_EQ(own.pathForResource("Help", "html"), folder.path("Tarvel.app/Resources/Help.html"));
+    EXPECT_FALSE(own.pathForResource("Help", "pdf").has_value());
+    EXPECT_FALSE(bundles.pathForResource("Help", "html").has_value());
+}
+
 TEST(XdgFileManager, PathsOfBundlesAreReadBack)
 {
     EXPECT_EQ(xdg::idOfBundlePath(xdg::bundlePath("org.Foo")), "org.Foo");

@@ -81,6 +81,7 @@ public:
             .queues = queue,
             .timers = timers,
             .loadIcon = [](const std::string&) { return platform::IconHandle(); },
+            .openUrl = {},
             .report = [](std::string_view) {},
         });
         bool ready = false;

@@ -18,12 +18,20 @@ public:
         return found == bundles.end() ? std::nullopt : std::optional(found->second);
     }
 
+    std::optional<std::string>
+    pathForResource(const std::string& name, const std::string& type) override
+    {
+        const auto found = resources.find(name + "." + type);
+        return found == resources.end() ? std::nullopt : std::optional(found->second);
+    }
+
     platform::Bundle main{
         "/opt/Tarvel.app",
         std::string("Tarvel"),
         std::string("Tarvel"),
         std::string("com.quorvent.Tarvel")};
     std::map<std::string, platform::Bundle> bundles;
+    std::map<std::string, std::string> resources; // "Help.html" and the like -> path
 };
 
 } // namespace fakes

@@ -38,9 +38,18 @@ public:
         global.erase(handle);
     }
 
-    void sendLocalFlagsChanged(std::uint64_t modifierFlags) const { send(local, modifierFlags); }
+    void sendLocalFlagsChanged(std::uint64_t modifierFlags) const
+    {
+        send(local, platform::EVENT_MASK_FLAGS_CHANGED, {modifierFlags});
+    }
 
-    void sendGlobalFlagsChanged(std::uint64_t modifierFlags) const { send(global, modifierFlags); }
+    void sendGlobalFlagsChanged(std::uint64_t modifierFlags) const
+    {
+        send(global, platform::EVENT_MASK_FLAGS_CHANGED, {modifierFlags});
+    }
+
+    /// A button was pressed in a window of another program; `mask` is that of the one event.
+    void sendGlobalMouseDown(std::uint64_t mask) const { send(global, mask, {}); }
 
     struct Monitor
     {
@@ -53,17 +62,19 @@ public:
 
 private:
     static void send(
-        const std::map<platform::EventMonitorHandle, Monitor>& monitors, std::uint64_t modifierFlags
+        const std::map<platform::EventMonitorHandle, Monitor>& monitors,
+        std::uint64_t mask,
+        const platform::Event& event
     )
     {
         std::vector<platform::EventHandler> handlers; // a handler may remove its monitor
         for (const auto& [handle, monitor] : monitors) {
-            if ((monitor.mask & platform::EVENT_MASK_FLAGS_CHANGED) != 0U) {
+            if ((monitor.mask & mask) != 0U) {
                 handlers.push_back(monitor.handler);
             }
         }
         for (const platform::EventHandler& handler : handlers) {
-            handler({modifierFlags});
+            handler(event);
         }
     }
 

@@ -15,8 +15,10 @@
 #include "fakes/FakeLoginItems.h"
 #include "fakes/FakeProcessInfo.h"
 #include "fakes/FakeScreens.h"
+#include "fakes/FakeStatusBar.h"
 #include "fakes/FakeTimers.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeUserNotifications.h"
 #include "fakes/FakeWindows.h"
 #include "fakes/FakeWorkspace.h"
 #include "platform/Platform.h"
@@ -48,8 +50,10 @@ public:
     FakeLoginItems loginItems{calls};
     FakeProcessInfo processInfo{calls};
     FakeScreens screens;
+    FakeStatusBar statusBar{calls};
     FakeTimers timers;
     FakeUserDefaults userDefaults{calls};
+    FakeUserNotifications userNotifications;
     FakeWindows windows{calls};
     FakeWorkspace workspace{calls};
 
@@ -67,8 +71,10 @@ private:
         .loginItems = loginItems,
         .processInfo = processInfo,
         .screens = screens,
+        .statusBar = statusBar,
         .timers = timers,
         .userDefaults = userDefaults,
+        .userNotifications = userNotifications,
         .windows = windows,
         .workspace = workspace,
     };

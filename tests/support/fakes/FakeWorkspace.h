@@ -83,6 +83,12 @@ public:
         return !failing;
     }
 
+    bool openUrl(const std::string& url) override
+    {
+        calls.push_back("workspace openUrl " + url);
+        return !failing;
+    }
+
     void addObserver(
         const void* observer,
         platform::WorkspaceNotificationName name,

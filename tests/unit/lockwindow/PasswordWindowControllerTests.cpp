@@ -152,7 +152,7 @@ TEST_F(PasswordWindowController, AnyOtherMovementDoesNothing)
     press(Qt::Key_Tab, "\t");
     press(Qt::Key_Backtab, QString(), Qt::ShiftModifier);
     field().clearFocus();
-    controller->controlTextDidEndEditing(locking::TextMovement::Other);
+    controller->controlTextDidEndEditing(toolkit::TextMovement::Other);
 
     EXPECT_TRUE(entered.empty());
     EXPECT_EQ(field().text(), "secret");

@@ -88,6 +88,7 @@ protected:
     fakes::FakeDispatchQueues queues;
     fakes::FakeTimers timers;
     std::vector<std::string> reports;
+    std::vector<std::string> opened;
     workspace::OwnPrograms programs{MAIN_BUNDLE, index};
     workspace::LinuxWorkspace desktop{workspace::LinuxWorkspace::Parts{
         .processes = processes,
@@ -96,6 +97,11 @@ protected:
         .queues = queues,
         .timers = timers,
         .loadIcon = [](const std::string& name) { return std::make_shared<fakes::FakeIcon>(name); },
+        .openUrl =
+            [this](const std::string& url) {
+                opened.push_back(url);
+                return true;
+            },
         .report = [this](std::string_view line) { reports.emplace_back(line); },
     }};
     std::vector<std::string> heard;
@@ -336,6 +342,12 @@ TEST_F(LinuxWorkspace, InstalledApplicationsAreFoundByIdentifier)
     const auto icon = desktop.iconForFile("/Applications/mousepad.app");
     EXPECT_EQ(dynamic_cast<const fakes::FakeIcon&>(*icon).source, "icon-mousepad");
     EXPECT_NE(desktop.iconForFile("/nowhere"), nullptr);
+}
+
+TEST_F(LinuxWorkspace, UrlsAreLeftToTheDesktop)
+{
+    EXPECT_TRUE(desktop.openUrl("mailto:somebody@quorvent.example"));
+    EXPECT_THAT(opened, ElementsAre("mailto:somebody@quorvent.example"));
 }
 
 TEST_F(LinuxWorkspace, ProgramThatRunsAlreadyIsNotStartedAgain)

@@ -7,7 +7,7 @@
 #include <QSequentialAnimationGroup>
 #include <QWidget>
 
-namespace locking {
+namespace toolkit {
 
 class BounceAnimation
 {
@@ -31,4 +31,4 @@ private:
     QSequentialAnimationGroup animation; // the view's child "position"
 };
 
-} // namespace locking
+} // namespace toolkit

@@ -1,9 +1,9 @@
-#include "locking/window/BounceAnimation.h"
+#include "toolkit/BounceAnimation.h"
 
 #include <QLayout>
 #include <QVariantAnimation>
 
-namespace locking {
+namespace toolkit {
 
 namespace {
 
@@ -62,4 +62,4 @@ void BounceAnimation::settle()
     layout->activate();
 }
 
-} // namespace locking
+} // namespace toolkit
