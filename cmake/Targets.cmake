@@ -18,6 +18,14 @@ function(tarvel_library name)
     target_link_libraries(tarvel_${name} PUBLIC ${arg_LINKS} PRIVATE tarvel_options)
 endfunction()
 
+# Makes such a library one of forms and objects of the toolkit.
+function(tarvel_interface name)
+    set_target_properties(tarvel_${name} PROPERTIES AUTOMOC ON AUTOUIC ON)
+    # generated code is not held to the rules for written code
+    target_include_directories(tarvel_${name} SYSTEM PRIVATE
+        "${CMAKE_CURRENT_BINARY_DIR}/tarvel_${name}_autogen/include")
+endfunction()
+
 # A test program; every case in it becomes a test of ctest with the given label.
 #   tarvel_test(<name> LABEL <unit|contract|session> SOURCES <file>... [LINKS <target>...]
 #               [PROPERTIES <property> <value>...])

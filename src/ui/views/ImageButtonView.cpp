@@ -1,0 +1,124 @@
+#include "ui/views/ImageButtonView.h"
+
+#include "ui/views/Images.h"
+#include "ui/views/Theme.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace ui {
+
+namespace {
+
+constexpr double FADED = 0.3;
+constexpr int FADE_MS = 200;
+constexpr int SIDE = 24;
+constexpr int PADDING = 4;
+
+} // namespace
+
+ImageButtonView::ImageButtonView(QWidget* parent) : QAbstractButton(parent)
+{
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    fade.setDuration(FADE_MS);
+    connect(&fade, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
+        alpha = value.toDouble();
+        update();
+    });
+    fadeEnd.setSingleShot(true);
+    fadeEnd.setInterval(FADE_MS);
+    connect(&fadeEnd, &QTimer::timeout, this, [this] { stopFadeAnimation(); });
+}
+
+void ImageButtonView::initiate(int wantedId, bool wantedAnimated)
+{
+    id = wantedId;
+    animated = wantedAnimated;
+    tracking = true;
+}
+
+void ImageButtonView::setImageName(const QString& wanted)
+{
+    setIcon(requiredImage(wanted));
+    name = wanted;
+}
+
+QSize ImageButtonView::sizeHint() const
+{
+    return {SIDE, SIDE};
+}
+
+void ImageButtonView::startFadeAnimation()
+{
+    fadeTo(FADED);
+    fadeEnd.start();
+}
+
+void ImageButtonView::stopFadeAnimation()
+{
+    fadeTo(1.0);
+}
+
+void ImageButtonView::fadeTo(double opacity)
+{
+    fade.stop();
+    fade.setStartValue(alpha);
+    fade.setEndValue(opacity);
+    fade.start();
+}
+
+void ImageButtonView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        click();
+    }
+}
+
+void ImageButtonView::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        click();
+        return;
+    default:
+        QAbstractButton::keyPressEvent(event);
+    }
+}
+
+void ImageButtonView::click()
+{
+    const std::function<void(int)> listener = onClick;
+    if (listener) {
+        listener(id);
+    }
+}
+
+void ImageButtonView::enterEvent(QEnterEvent* event)
+{
+    QAbstractButton::enterEvent(event);
+    if (!tracking) {
+        return;
+    }
+    if (animated) {
+        startFadeAnimation();
+    }
+    setCursor(Qt::ArrowCursor);
+}
+
+void ImageButtonView::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (hasFocus()) {
+        painter.setPen(Theme::FOCUS);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), PADDING, PADDING);
+    }
+    painter.setOpacity(isEnabled() ? alpha : FADED);
+    icon().paint(&painter, rect().adjusted(PADDING, PADDING, -PADDING, -PADDING));
+}
+
+} // namespace ui

@@ -1,0 +1,23 @@
+// A check box that looks like a switch.
+#pragma once
+
+#include <QCheckBox>
+
+namespace ui {
+
+class SwitchView : public QCheckBox
+{
+    Q_OBJECT
+
+public:
+    explicit SwitchView(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool hitButton(const QPoint& position) const override;
+};
+
+} // namespace ui

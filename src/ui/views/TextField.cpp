@@ -1,0 +1,68 @@
+#include "ui/views/TextField.h"
+
+#include <QFocusEvent>
+
+namespace ui {
+
+using toolkit::TextMovement;
+
+TextField::TextField(QWidget* parent) : QLineEdit(parent)
+{
+    connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        const std::function<void()> listener = onChange;
+        if (listener) {
+            listener();
+        }
+    });
+}
+
+std::string TextField::stringValue() const
+{
+    return text().toStdString();
+}
+
+void TextField::setStringValue(const std::string& value)
+{
+    setText(QString::fromStdString(value));
+}
+
+QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property) const
+{
+    if (echoMode() == QLineEdit::Normal) {
+        return QLineEdit::inputMethodQuery(property);
+    }
+    switch (property) {
+    case Qt::ImSurroundingText:
+    case Qt::ImCurrentSelection:
+    case Qt::ImTextBeforeCursor:
+    case Qt::ImTextAfterCursor:
+        return QString();
+    default:
+        return QLineEdit::inputMethodQuery(property);
+    }
+}
+
+void TextField::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() == Qt::MouseFocusReason || event->reason() == Qt::OtherFocusReason) {
+        endEditing(TextMovement::Other);
+    }
+}
+
+bool TextField::focusNextPrevChild(bool next)
+{
+    endEditing(next ? TextMovement::Tab : TextMovement::Backtab);
+    return QLineEdit::focusNextPrevChild(next);
+}
+
+void TextField::endEditing(TextMovement movement)
+{
+    const std::function<void(TextMovement)> listener = onEndEditing;
+    if (listener) {
+        listener(movement);
+    }
+}
+
+} // namespace ui

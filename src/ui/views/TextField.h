@@ -1,0 +1,40 @@
+// A line of text that says how its editing ended. Masked (echo mode "Password"), it gives nothing
+// of the text away to the clipboard, to input methods or to assistive tools.
+#pragma once
+
+#include "toolkit/TextMovement.h"
+
+#include <QLineEdit>
+
+#include <functional>
+#include <string>
+
+namespace ui {
+
+class TextField : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit TextField(QWidget* parent = nullptr);
+
+    std::string stringValue() const;
+    void setStringValue(const std::string& text);
+
+    /// The editing ended: by Return, by Tab or Backtab, or because the focus went elsewhere.
+    std::function<void(toolkit::TextMovement)> onEndEditing;
+
+    /// The user changed the text.
+    std::function<void()> onChange;
+
+    QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
+
+protected:
+    void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void endEditing(toolkit::TextMovement movement);
+};
+
+} // namespace ui
