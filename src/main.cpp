@@ -16,6 +16,9 @@
 #include "linux/secretservice/KeychainGate.h"
 #include "linux/session/Programs.h"
 #include "linux/session/SessionInstance.h"
+#include "linux/statusbar/DesktopStatusBar.h"
+#include "linux/statusnotifier/StatusNotifierArea.h"
+#include "linux/tray/TrayArea.h"
 #include "linux/workspace/KernelProcessSource.h"
 #include "linux/workspace/LinuxWorkspace.h"
 #include "linux/workspace/OwnPrograms.h"
@@ -33,7 +36,6 @@
 #include "linux/xdg/XdgFileManager.h"
 #include "linux/xdg/XdgLoginItems.h"
 #include "locking/window/PasswordWindowController.h"
-#include "platform/NoStatusBar.h"
 #include "platform/NoUserNotifications.h"
 #include "platform/Platform.h"
 #include "storage/KeyConstants.h"
@@ -60,6 +62,16 @@ std::filesystem::path ownFolder(QStandardPaths::StandardLocation location)
 {
     return std::filesystem::path(QStandardPaths::writableLocation(location).toStdString()) /
            IDENTIFIER;
+}
+
+/// What a desktop may offer, the better first.
+statusbar::DesktopStatusBar::Areas
+statusAreas(const std::string& busAddress, x11::X11Desktop& desktop)
+{
+    statusbar::DesktopStatusBar::Areas areas;
+    areas.push_back(std::make_unique<statusnotifier::StatusNotifierArea>(busAddress));
+    areas.push_back(std::make_unique<tray::TrayArea>(desktop));
+    return areas;
 }
 
 /// Where diagnostics of all adapters go. Any thread.
@@ -220,7 +232,7 @@ private:
     }};
     secretservice::KeychainGate keychainGate{
         queues, {busAddress, ownFolder(QStandardPaths::GenericDataLocation)}, report};
-    platform::NoStatusBar statusBar;
+    statusbar::DesktopStatusBar statusBar{statusAreas(busAddress, display.desktop), queues};
     platform::NoUserNotifications userNotifications;
     std::unique_ptr<platform::KeychainItems> keychain;
     std::optional<platform::Platform> platform;

@@ -19,6 +19,13 @@ struct Atoms
     xcb_atom_t serverTime = XCB_NONE;
     xcb_atom_t xkbRulesNames = XCB_NONE;
 
+    xcb_atom_t manager = XCB_NONE;
+    xcb_atom_t netWmName = XCB_NONE;
+    xcb_atom_t trayOpcode = XCB_NONE;
+    xcb_atom_t trayVisual = XCB_NONE;
+    xcb_atom_t utf8String = XCB_NONE;
+    xcb_atom_t xembedInfo = XCB_NONE;
+
     xcb_atom_t typeNormal = XCB_NONE;
     xcb_atom_t typeDialog = XCB_NONE;
     xcb_atom_t typeUtility = XCB_NONE;

@@ -37,7 +37,9 @@ X11Desktop::X11Desktop(
       names(*display)
 {
     display->selectEvents(
-        display->root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY
+        display->root(),
+        XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+            XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY
     );
     selectKeyboardEvents(*display);
     display->flush();
@@ -110,7 +112,18 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT:
     case XCB_MAPPING_NOTIFY:
+    case XCB_BUTTON_PRESS:
+    case XCB_EXPOSE:
+    case XCB_CLIENT_MESSAGE:
         return true;
+    case XCB_CONFIGURE_NOTIFY: {
+        const auto& configured = as<xcb_configure_notify_event_t>(event);
+        return configured.event == configured.window; // not all that move on the root
+    }
+    case XCB_REPARENT_NOTIFY: {
+        const auto& reparented = as<xcb_reparent_notify_event_t>(event);
+        return reparented.event == reparented.window;
+    }
     case XCB_PROPERTY_NOTIFY: {
         const xcb_atom_t atom = as<xcb_property_notify_event_t>(event).atom;
         const std::array<xcb_atom_t, 7> wanted{

@@ -1,0 +1,107 @@
+#include "linux/statusbar/DesktopStatusItem.h"
+
+#include <utility>
+
+namespace statusbar {
+
+DesktopStatusItem::DesktopStatusItem(DesktopStatusBar& bar) : bar(bar)
+{
+    bar.items.push_back(this);
+    later([this] {
+        ready = true;
+        settle();
+    });
+}
+
+DesktopStatusItem::~DesktopStatusItem()
+{
+    std::erase(bar.items, this);
+}
+
+bool DesktopStatusItem::isShown()
+{
+    return bar.presentArea() != nullptr;
+}
+
+std::optional<platform::Rect> DesktopStatusItem::frame()
+{
+    return showing != nullptr ? showing->frame() : std::nullopt;
+}
+
+void DesktopStatusItem::setNeedsDisplay()
+{
+    if (!std::exchange(needsDisplay, true)) {
+        later([this] { draw(); });
+    }
+}
+
+void DesktopStatusItem::setMenu(std::vector<platform::StatusMenuEntry> entries)
+{
+    this->entries = std::move(entries);
+    if (showing != nullptr) {
+        showing->menuChanged();
+    }
+}
+
+void DesktopStatusItem::settle()
+{
+    StatusArea* present = bar.presentArea();
+    if (!ready || present == area) {
+        return;
+    }
+    showing.reset(); // before it appears elsewhere
+    area = present;
+    if (area != nullptr) {
+        showing = area->show(*this);
+    }
+}
+
+platform::StatusItemLook DesktopStatusItem::look()
+{
+    const auto drawing = onDraw;
+    return drawing ? drawing() : platform::StatusItemLook{};
+}
+
+void DesktopStatusItem::activate()
+{
+    if (const auto activated = bar.onActivated) {
+        activated();
+    }
+    later([this] {
+        if (const auto handler = onMouseDown) {
+            handler();
+        }
+    });
+}
+
+void DesktopStatusItem::choose(std::size_t entry)
+{
+    if (entry >= entries.size()) {
+        return;
+    }
+    later([action = entries[entry].action] {
+        if (action) {
+            action();
+        }
+    });
+}
+
+void DesktopStatusItem::draw()
+{
+    needsDisplay = false;
+    if (showing != nullptr) {
+        showing->redraw();
+    }
+}
+
+void DesktopStatusItem::later(std::function<void()> action)
+{
+    const std::weak_ptr<bool> itemIsAlive = alive;
+    bar.queues.asyncMain([itemIsAlive, action = std::move(action)] {
+        if (!itemIsAlive.expired()) {
+            action();
+        }
+    });
+}
+
+} // namespace statusbar

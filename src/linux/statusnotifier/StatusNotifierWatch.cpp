@@ -1,0 +1,131 @@
+#include "linux/statusnotifier/StatusNotifierWatch.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+
+#include <utility>
+
+namespace statusnotifier {
+
+namespace {
+
+constexpr int LONGEST_WAIT = 50; // milliseconds
+
+QDBusMessage whetherThereIsAHost()
+{
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        WATCHER, WATCHER_PATH, "org.freedesktop.DBus.Properties", QStringLiteral("Get")
+    );
+    question << QString::fromLatin1(WATCHER) << QStringLiteral("IsStatusNotifierHostRegistered");
+    question.setAutoStartService(false);
+    return question;
+}
+
+} // namespace
+
+StatusNotifierWatch::StatusNotifierWatch(const std::string& busAddress) : bus(busAddress)
+{
+    // Signals are not tied to their sender's name: the toolkit would ask the bus who that is, and
+    // wait for it.
+    bus.onConnected = [this](QDBusConnection& connection) {
+        connection.connect(
+            QString(),
+            "/org/freedesktop/DBus",
+            "org.freedesktop.DBus",
+            "NameOwnerChanged",
+            {QString::fromLatin1(WATCHER)},
+            "sss",
+            this,
+            SLOT(watcherChanged(QString, QString, QString))
+        );
+        for (const char* signal :
+             {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
+            connection.connect(QString(), WATCHER_PATH, WATCHER, signal, this, SLOT(hostChanged()));
+        }
+        connection.connect(
+            QString(),
+            "/org/freedesktop/DBus/Local",
+            "org.freedesktop.DBus.Local",
+            "Disconnected",
+            this,
+            SLOT(busLost())
+        );
+    };
+    ask();
+}
+
+bool StatusNotifierWatch::hasHost()
+{
+    if (!std::exchange(settled, true)) {
+        const QDBusConnection connection = bus.connection();
+        take(connection.call(whetherThereIsAHost(), QDBus::Block, LONGEST_WAIT));
+    }
+    return host;
+}
+
+void StatusNotifierWatch::watcherChanged(
+    const QString& /*name*/, const QString& /*before*/, const QString& after
+)
+{
+    ++question; // what the former watcher may still answer counts no more
+    setHost(false);
+    if (!after.isEmpty()) {
+        ask();
+    }
+}
+
+void StatusNotifierWatch::hostChanged()
+{
+    ask();
+}
+
+void StatusNotifierWatch::busLost()
+{
+    ++question;
+    setHost(false);
+}
+
+void StatusNotifierWatch::ask()
+{
+    const QDBusConnection connection = bus.connection();
+    if (!connection.isConnected()) {
+        settled = true;
+        return;
+    }
+    auto* call = new QDBusPendingCallWatcher(connection.asyncCall(whetherThereIsAHost()), this);
+    connect(
+        call,
+        &QDBusPendingCallWatcher::finished,
+        this,
+        [this, number = ++question](QDBusPendingCallWatcher* finished) {
+            answered(finished, number);
+        }
+    );
+}
+
+void StatusNotifierWatch::answered(QDBusPendingCallWatcher* call, int number)
+{
+    call->deleteLater();
+    if (number == question) {
+        settled = true;
+        take(call->reply());
+    }
+}
+
+void StatusNotifierWatch::take(const QDBusMessage& reply)
+{
+    const bool answer = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty();
+    setHost(answer && reply.arguments().first().value<QDBusVariant>().variant().toBool());
+}
+
+void StatusNotifierWatch::setHost(bool present)
+{
+    if (std::exchange(host, present) == present) {
+        return;
+    }
+    if (const auto changed = onChanged) {
+        changed();
+    }
+}
+
+} // namespace statusnotifier

@@ -1,0 +1,69 @@
+#include "linux/tray/DockedItem.h"
+
+#include "linux/statusbar/ItemPicture.h"
+#include "toolkit/ScreenGeometry.h"
+
+#include <cstddef>
+#include <string>
+
+namespace tray {
+
+namespace {
+
+QString labelOf(const std::string& title)
+{
+    return QString::fromStdString(title).replace('&', "&&"); // a single one marks a letter
+}
+
+std::unique_ptr<QMenu> menuOf(statusbar::ItemSource& item)
+{
+    auto menu = std::make_unique<QMenu>();
+    for (std::size_t entry = 0; entry < item.menu().size(); ++entry) {
+        menu->addAction(labelOf(item.menu()[entry].title), [&item, entry] { item.choose(entry); });
+    }
+    return menu;
+}
+
+} // namespace
+
+DockedItem::DockedItem(x11::X11Desktop& desktop, xcb_window_t manager, statusbar::ItemSource& item)
+    : item(item),
+      window(desktop, manager)
+{
+    window.setTitle(QString::fromStdString(item.look().title));
+    window.onExposed = [this] { redraw(); };
+    window.onPressed = [this](std::uint8_t button, int rootX, int rootY) {
+        pressed(button, rootX, rootY);
+    };
+    window.onLetGo = [this] {
+        if (const auto letGo = onLetGo) {
+            letGo();
+        }
+    };
+}
+
+void DockedItem::redraw()
+{
+    const platform::StatusItemLook look = item.look();
+    window.setTitle(QString::fromStdString(look.title));
+    window.paint(statusbar::itemPicture(look, window.size()));
+}
+
+void DockedItem::pressed(std::uint8_t button, int rootX, int rootY)
+{
+    if (button == XCB_BUTTON_INDEX_1) {
+        item.activate();
+    } else if (button == XCB_BUTTON_INDEX_3 && !item.menu().empty()) {
+        showMenu(rootX, rootY);
+    }
+}
+
+void DockedItem::showMenu(int rootX, int rootY)
+{
+    if (menu == nullptr) {
+        menu = menuOf(item);
+    }
+    menu->popup(toolkit::toolkitGeometry({rootX, rootY, 1, 1}).topLeft());
+}
+
+} // namespace tray
