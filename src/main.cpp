@@ -4,6 +4,7 @@
 #include "app/Constants.h"
 #include "app/NoInterfaceHub.h"
 #include "linux/dbus/DBusDistributedNotifications.h"
+#include "linux/dbus/DBusUserNotifications.h"
 #include "linux/dbus/SettingsPortal.h"
 #include "linux/process/StreamLog.h"
 #include "linux/process/UnixProcessInfo.h"
@@ -36,7 +37,6 @@
 #include "linux/xdg/XdgFileManager.h"
 #include "linux/xdg/XdgLoginItems.h"
 #include "locking/window/PasswordWindowController.h"
-#include "platform/NoUserNotifications.h"
 #include "platform/Platform.h"
 #include "storage/KeyConstants.h"
 
@@ -97,7 +97,7 @@ public:
           desktop(std::move(forQuestions), queues, report),
           windowSystem(desktop, guard, timers),
           application(guard, queues, windowSystem),
-          eventMonitors(desktop, guard),
+          eventMonitors(desktop, guard, timers),
           keyboardStatus(desktop),
           screens(desktop),
           windows(guard, desktop, qt::syncWithX11)
@@ -128,6 +128,7 @@ public:
           display(std::move(forGuard), std::move(forQuestions), queues, timers, report)
     {
         log.diagnostic(x11::strength(display.desktop.connection().extensions()));
+        statusBar.onActivated = [this] { display.eventMonitors.statusItemActivated(); };
     }
 
     /// Opens the keychain, however long that takes, and then everything else.
@@ -233,7 +234,7 @@ private:
     secretservice::KeychainGate keychainGate{
         queues, {busAddress, ownFolder(QStandardPaths::GenericDataLocation)}, report};
     statusbar::DesktopStatusBar statusBar{statusAreas(busAddress, display.desktop), queues};
-    platform::NoUserNotifications userNotifications;
+    dbus::DBusUserNotifications userNotifications{busAddress, log};
     std::unique_ptr<platform::KeychainItems> keychain;
     std::optional<platform::Platform> platform;
     app::AppDelegate delegate{

@@ -115,6 +115,7 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
     case XCB_BUTTON_PRESS:
     case XCB_EXPOSE:
     case XCB_CLIENT_MESSAGE:
+    case XCB_GE_GENERIC:
         return true;
     case XCB_CONFIGURE_NOTIFY: {
         const auto& configured = as<xcb_configure_notify_event_t>(event);

@@ -2,6 +2,7 @@
 
 #include "linux/x11/Xkb.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 #include <vector>
@@ -10,13 +11,31 @@
 
 namespace x11 {
 
-X11EventMonitors::X11EventMonitors(X11Desktop& desktop, const X11Guard& guard)
+namespace {
+
+constexpr std::uint64_t PRESSES =
+    platform::EVENT_MASK_LEFT_MOUSE_DOWN | platform::EVENT_MASK_RIGHT_MOUSE_DOWN;
+
+} // namespace
+
+X11EventMonitors::X11EventMonitors(
+    X11Desktop& desktop, const X11Guard& guard, platform::Timers& timers
+)
     : desktop(desktop),
       guard(guard),
       inspector(desktop),
+      presses(desktop, guard, timers),
       bits(queryModifierBits(desktop.connection())),
       subscription(desktop.subscribe([this](const xcb_generic_event_t& event) { handle(event); }))
 {
+    presses.onPress = [this](const ForeignPresses::Press& press) {
+        send(
+            false,
+            press.right ? platform::EVENT_MASK_RIGHT_MOUSE_DOWN
+                        : platform::EVENT_MASK_LEFT_MOUSE_DOWN,
+            press.modifiers
+        );
+    };
 }
 
 platform::EventMonitorHandle
@@ -34,11 +53,13 @@ X11EventMonitors::addGlobalMonitor(std::uint64_t mask, platform::EventHandler ha
 void X11EventMonitors::removeMonitor(platform::EventMonitorHandle handle)
 {
     monitors.erase(handle);
+    watchPresses();
 }
 
 platform::EventMonitorHandle X11EventMonitors::add(Monitor monitor)
 {
     monitors[++latest] = std::move(monitor);
+    watchPresses();
     return latest;
 }
 
@@ -55,20 +76,23 @@ void X11EventMonitors::handle(const xcb_generic_event_t& event)
     const auto& state = as<xcb_xkb_state_notify_event_t>(event);
     if (state.xkbType != XCB_XKB_STATE_NOTIFY) {
         bits = queryModifierBits(desktop.connection()); // another keyboard, or another map of it
-    } else if ((state.changed & XCB_XKB_STATE_PART_MODIFIER_STATE) != 0) {
-        send(state.mods);
+    } else if ((state.changed & XCB_XKB_STATE_PART_MODIFIER_STATE) != 0 && !monitors.empty()) {
+        send(keysAreOurs(), platform::EVENT_MASK_FLAGS_CHANGED, state.mods);
     }
 }
 
-void X11EventMonitors::send(std::uint8_t modifiers)
+void X11EventMonitors::watchPresses()
 {
-    if (monitors.empty()) {
-        return;
-    }
-    const bool local = keysAreOurs();
+    presses.watch(std::any_of(monitors.begin(), monitors.end(), [](const auto& entry) {
+        return !entry.second.local && (entry.second.mask & PRESSES) != 0;
+    }));
+}
+
+void X11EventMonitors::send(bool local, std::uint64_t mask, std::uint8_t modifiers)
+{
     std::vector<platform::EventMonitorHandle> chosen;
     for (const auto& [handle, monitor] : monitors) {
-        if (monitor.local == local && (monitor.mask & platform::EVENT_MASK_FLAGS_CHANGED) != 0) {
+        if (monitor.local == local && (monitor.mask & mask) != 0) {
             chosen.push_back(handle);
         }
     }

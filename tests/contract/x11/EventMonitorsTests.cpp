@@ -10,7 +10,17 @@ namespace {
 
 using Flags = std::vector<std::uint64_t>;
 
-/// Modifier keys that reach this program, or another one.
+enum class Button
+{
+    Left,
+    Middle,
+    Right
+};
+
+constexpr std::uint64_t PRESSES =
+    platform::EVENT_MASK_LEFT_MOUSE_DOWN | platform::EVENT_MASK_RIGHT_MOUSE_DOWN;
+
+/// Modifier keys and mouse buttons that reach this program, or another one.
 class World
 {
 public:
@@ -25,6 +35,7 @@ public:
     virtual void keysAreOurs() = 0;
     virtual void pressOption() = 0;
     virtual void releaseOption() = 0;
+    virtual void clickElsewhere(Button button) = 0;
     virtual bool soon(const std::function<bool()>& condition) = 0;
 };
 
@@ -38,6 +49,16 @@ public:
     void pressOption() override { send(platform::MODIFIER_FLAG_OPTION); }
 
     void releaseOption() override { send(0); }
+
+    void clickElsewhere(Button button) override
+    {
+        if (button != Button::Middle) {
+            fake.sendGlobalMouseDown(
+                button == Button::Left ? platform::EVENT_MASK_LEFT_MOUSE_DOWN
+                                       : platform::EVENT_MASK_RIGHT_MOUSE_DOWN
+            );
+        }
+    }
 
     bool soon(const std::function<bool()>& condition) override { return condition(); }
 
@@ -70,6 +91,13 @@ public:
     void pressOption() override { world.session.input().hold(desktop::KEY_ALT); }
 
     void releaseOption() override { world.session.input().release(desktop::KEY_ALT); }
+
+    void clickElsewhere(Button button) override
+    {
+        world.session.input().click(
+            40, 40, static_cast<std::uint8_t>(static_cast<int>(button) + 1)
+        );
+    }
 
     bool soon(const std::function<bool()>& condition) override
     {
@@ -179,6 +207,41 @@ TYPED_TEST(EventMonitorsContract, OtherMasksAndUnknownHandlesAreIgnored)
     this->world.pressOption();
     ASSERT_TRUE(this->world.soon([&] { return this->global.size() == 1; }));
     EXPECT_EQ(0, calls);
+}
+
+TYPED_TEST(EventMonitorsContract, ButtonsPressedElsewhereGoToTheGlobalMonitorsThatAskForThem)
+{
+    int any = 0;
+    int right = 0;
+    int local = 0;
+    const auto count = [](int& counter) {
+        return [&counter](const platform::Event& /*event*/) { ++counter; };
+    };
+    auto& monitors = this->world.monitors();
+    monitors.addGlobalMonitor(PRESSES, count(any));
+    monitors.addGlobalMonitor(platform::EVENT_MASK_RIGHT_MOUSE_DOWN, count(right));
+    monitors.addLocalMonitor(PRESSES, count(local));
+    this->addGlobal();
+    for (const Button button : {Button::Left, Button::Middle, Button::Right}) {
+        this->world.clickElsewhere(button);
+    }
+    ASSERT_TRUE(this->world.soon([&] { return any >= 2 && right >= 1; }));
+    EXPECT_EQ(2, any);
+    EXPECT_EQ(1, right);
+    EXPECT_EQ(0, local);
+    EXPECT_EQ(Flags{}, this->global);
+}
+
+TYPED_TEST(EventMonitorsContract, ButtonsAreHeardAgainAfterNobodyListened)
+{
+    int calls = 0;
+    const auto handler = [&](const platform::Event& /*event*/) { ++calls; };
+    const auto first = this->world.monitors().addGlobalMonitor(PRESSES, handler);
+    this->world.monitors().removeMonitor(first);
+    this->world.monitors().addGlobalMonitor(PRESSES, handler);
+    this->world.clickElsewhere(Button::Left);
+    ASSERT_TRUE(this->world.soon([&] { return calls >= 1; }));
+    EXPECT_EQ(1, calls);
 }
 
 TEST(X11EventMonitors, EveryModifierHasItsFlag)

@@ -26,6 +26,17 @@ public:
         });
     }
 
+    /// Its window, which a window manager must manage; XCB_NONE when it does not come.
+    xcb_window_t windowSoon()
+    {
+        xcb_window_t window = XCB_NONE;
+        const bool isThere = world.mainLoop.runUntil([&] {
+            window = world.session.windows().ofClass("XTerm");
+            return window != XCB_NONE && world.session.windows().isViewable(window);
+        });
+        return isThere ? window : XCB_NONE;
+    }
+
     pid_t processIdentifier() const { return process.id(); }
 
     bool readsSoon(const std::string& text)

@@ -92,6 +92,6 @@ public:
     x11::X11Application application{guard, mainLoop, windowSystem};
     x11::X11Screens screens{display};
     x11::X11Windows windows{guard, display, nullptr};
-    x11::X11EventMonitors eventMonitors{display, guard};
+    x11::X11EventMonitors eventMonitors{display, guard, mainLoop};
     x11::X11KeyboardStatus keyboardStatus{display};
 };
