@@ -114,8 +114,11 @@ void ImageButtonView::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (hasFocus()) {
-        painter.setPen(Theme::FOCUS);
+        // Two rings, so that one of them stands out from any ground.
+        painter.setPen(Theme::TEXT);
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), PADDING, PADDING);
+        painter.setPen(Theme::ACCENT);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), PADDING, PADDING);
     }
     painter.setOpacity(isEnabled() ? alpha : FADED);
     icon().paint(&painter, rect().adjusted(PADDING, PADDING, -PADDING, -PADDING));

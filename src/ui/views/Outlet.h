@@ -27,10 +27,11 @@ public:
 private:
     Control& required() const
     {
-        if (control.isNull()) {
+        Control* const found = control.data();
+        if (found == nullptr) {
             platform::fatal("an outlet is not connected");
         }
-        return *control;
+        return *found;
     }
 
     QPointer<Control> control;

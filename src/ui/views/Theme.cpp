@@ -49,6 +49,7 @@ QString styleSheet(const QFont& font)
     constexpr int HANDLE_OPACITY = 90;
     constexpr int BUTTON_OPACITY = 30;
     constexpr int FIELD_OPACITY = 70;
+    constexpr int FOOTER_OPACITY = 40;
     const QColor light(255, 255, 255, BUTTON_OPACITY);
     const std::array words{
         // a word before those that it begins with
@@ -62,7 +63,9 @@ QString styleSheet(const QFont& font)
         std::pair{QStringLiteral("@disabled"), css(Theme::DISABLED)},
         std::pair{QStringLiteral("@field"), css(QColor(0, 0, 0, FIELD_OPACITY))},
         std::pair{QStringLiteral("@focus"), css(Theme::FOCUS)},
+        std::pair{QStringLiteral("@footer"), css(QColor(0, 0, 0, FOOTER_OPACITY))},
         std::pair{QStringLiteral("@handle"), css(QColor(255, 255, 255, HANDLE_OPACITY))},
+        std::pair{QStringLiteral("@header"), css(QColor(150, 150, 150))},
         std::pair{QStringLiteral("@heading"), type(font, HEADING_SCALE)},
         std::pair{QStringLiteral("@line"), css(Theme::LINE)},
         std::pair{QStringLiteral("@low"), css(Theme::GROUND_LOW)},

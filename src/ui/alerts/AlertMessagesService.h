@@ -1,0 +1,39 @@
+// Alerts as sheets on a window or, without one, for the whole program, and notifications of the
+// desktop. Alerts are shown later on the main queue, and nobody waits for them. Any thread may ask
+// for an alert; notifications are the main thread's.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+class AlertMessagesService
+{
+public:
+    /// Receives the response code: 1000 for the first button, 1001 for the second ...
+    using CompletionHandler = std::function<void(int response)>;
+
+    /// `type`: 0 warning, 1 informational, 2 critical. `window`: what the alert is a sheet of, or
+    /// nothing for an alert of the whole program.
+    void showAlert(const std::string& title, const std::string& message, int type, QWidget* window)
+        const;
+
+    /// The same with a button for each of `options`.
+    void showAlertWithOptions(
+        const std::string& title,
+        const std::string& message,
+        int type,
+        const std::vector<std::string>& options,
+        const CompletionHandler& completionHandler,
+        QWidget* window
+    ) const;
+
+    void showLocalNotification(const std::string& title, const std::string& message) const;
+};
+
+} // namespace ui

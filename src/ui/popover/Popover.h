@@ -1,0 +1,59 @@
+// The window that a popover's view is shown in: a frameless one at the status item or, where no
+// status area shows the item, an ordinary small window. It never closes by itself; it asks to be
+// closed when the user is done with it. Main thread only.
+#pragma once
+
+#include "platform/Geometry.h"
+#include "ui/views/ViewController.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+namespace ui {
+
+class Popover : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `contentViewController` must outlive this.
+    explicit Popover(ViewController& contentViewController);
+    ~Popover() override;
+    Popover(const Popover&) = delete;
+    Popover& operator=(const Popover&) = delete;
+    Popover(Popover&&) = delete;
+    Popover& operator=(Popover&&) = delete;
+
+    /// Shows the popover at the item, or at the pointer where its place is not known. One that is
+    /// shown already only comes forward.
+    void showAtItem(const std::optional<platform::Rect>& item);
+
+    /// Shows it as a window of its own.
+    void showAsWindow();
+
+    /// Takes it off the screen; does nothing where it is not shown.
+    void closePopover();
+
+    bool isShown() const { return shown; }
+
+    /// The user pressed Escape, closed the window, or went to another application.
+    std::function<void()> onCloseRequest;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void appear(Qt::WindowFlags flags, const std::optional<QRect>& anchor);
+    void comeForward();
+    bool isAtItem() const;
+    void requestClose();
+
+    ViewController& contentViewController;
+    bool shown = false;
+};
+
+} // namespace ui

@@ -1,0 +1,292 @@
+#include "ui/popover/PopoverViewController.h"
+
+#include "platform/Fatal.h"
+#include "toolkit/QtIcon.h"
+#include "ui/views/ElidedLabel.h"
+#include "ui_PopoverView.h"
+
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+void setLight(ImageView& light, bool available)
+{
+    light.setImageName(
+        available ? QStringLiteral("NSStatusAvailable")
+                  : QStringLiteral("NSStatusPartiallyAvailable")
+    );
+}
+
+/// Calls a copy: whoever is told may set another one.
+template <typename... Arguments>
+void report(
+    std::function<void(Arguments...)> listener, const std::type_identity_t<Arguments>&... arguments
+)
+{
+    if (listener) {
+        listener(arguments...);
+    }
+}
+
+} // namespace
+
+std::unique_ptr<QWidget> PopoverViewController::loadView()
+{
+    auto content = std::make_unique<QWidget>();
+    Ui::PopoverView form;
+    form.setupUi(content.get());
+    noItemViewOutlet = form.noItemViewOutlet;
+    applicationsTableViewOutlet = form.applicationsTableViewOutlet;
+    tableViewScrollViewOutlet = form.tableViewScrollViewOutlet;
+    tableHeaderViewOutlet = form.tableHeaderViewOutlet;
+    addApplicationButtonOutlet = form.addApplicationButtonOutlet;
+    menuButtonOutlet = form.menuButtonOutlet;
+    activateApplicationCheckboxOutlet = form.activateApplicationCheckboxOutlet;
+    startAtLoginCheckboxOutlet = form.startAtLoginCheckboxOutlet;
+    activateApplicationLightOutlet = form.activateApplicationLightOutlet;
+    startAtLoginLightOutlet = form.startAtLoginLightOutlet;
+    return content;
+}
+
+void PopoverViewController::initiateData(bool isActive, bool startsAtLogin, Entities applications)
+{
+    applicationIsActive = isActive;
+    startAtLogin = startsAtLogin;
+    lockedApplications = std::move(applications);
+}
+
+void PopoverViewController::refreshLockedApplicationsAndInterface(Entities applications)
+{
+    lockedApplications = std::move(applications);
+    if (noItemViewOutlet) {
+        showEmptyView();
+    }
+    if (applicationsTableViewOutlet) {
+        applicationsTableViewOutlet->reloadData();
+    }
+}
+
+void PopoverViewController::wrongPassword()
+{
+    if (requestPasswordViewController != nullptr) {
+        requestPasswordViewController->wrongPassword();
+    }
+}
+
+void PopoverViewController::viewDidLoad()
+{
+    setUpTable();
+    setUpButtons();
+    setUpSwitches();
+}
+
+void PopoverViewController::setUpTable()
+{
+    applicationsTableViewOutlet->numberOfRows = [this] {
+        return static_cast<int>(lockedApplications.size());
+    };
+    applicationsTableViewOutlet->titleOfRow = [this](int row) {
+        return QString::fromStdString(lockedApplications.at(static_cast<std::size_t>(row))->name);
+    };
+    applicationsTableViewOutlet->fillCell = [this](int row, MyCell& cell) { fillRow(row, cell); };
+    applicationsTableViewOutlet->onDelete = [this](int row) { removeRow(row); };
+    applicationsTableViewOutlet->reloadData();
+}
+
+void PopoverViewController::setUpButtons()
+{
+    addApplicationButtonOutlet->initiate(0, true);
+    addApplicationButtonOutlet->onClick = [this](int /*id*/) { report(onAddApplicationsRequest); };
+    menuButtonOutlet->initiate(0, true);
+    menuButtonOutlet->onClick = [this](int /*id*/) { menuButtonClick(); };
+}
+
+void PopoverViewController::setUpSwitches()
+{
+    activateApplicationCheckboxOutlet->setChecked(applicationIsActive);
+    startAtLoginCheckboxOutlet->setChecked(startAtLogin);
+    setLight(*activateApplicationLightOutlet, applicationIsActive);
+    setLight(*startAtLoginLightOutlet, startAtLogin);
+    QObject::connect(activateApplicationCheckboxOutlet.get(), &QCheckBox::clicked, &view(), [this] {
+        activateApplicationCheckboxClick();
+    });
+    QObject::connect(startAtLoginCheckboxOutlet.get(), &QCheckBox::clicked, &view(), [this] {
+        startApplicationAtLoginCheckboxClick();
+    });
+}
+
+void PopoverViewController::fillRow(int row, MyCell& cell)
+{
+    const applications::ApplicationEntity& entity =
+        *lockedApplications.at(static_cast<std::size_t>(row));
+    const QString name = QString::fromStdString(entity.name);
+    cell.control<ImageView>(MyCell::ICON_TAG).setImage(toolkit::QtIcon::of(entity.icon));
+    cell.control<ElidedLabel>(MyCell::NAME_TAG).setText(name);
+    auto& button = cell.control<ImageButtonView>(MyCell::BUTTON_TAG);
+    button.setImageName(QStringLiteral("RemoveApplication"));
+    button.setAccessibleName(QStringLiteral("Stop protecting %1").arg(name));
+    button.setToolTip(button.accessibleName().toHtmlEscaped());
+    button.initiate(row, true);
+    button.onClick = [this](int id) { removeRow(id); };
+}
+
+void PopoverViewController::removeRow(int row) const
+{
+    const auto index = static_cast<std::size_t>(row);
+    if (index < lockedApplications.size()) {
+        report(
+            onRemoveApplicationRequest,
+            applications::ApplicationEntityPtr(lockedApplications[index])
+        );
+    }
+}
+
+void PopoverViewController::viewWillAppear()
+{
+    showPage();
+}
+
+void PopoverViewController::viewDidDisappear()
+{
+    state = State::PasswordRequired;
+    // The page is hidden together with the popover, and what was typed does not outlive that.
+    if (requestPasswordViewController != nullptr) {
+        requestPasswordViewController->viewDidDisappear();
+    }
+}
+
+void PopoverViewController::showPage()
+{
+    switch (state) {
+    case State::NoPassword:
+        showNoPasswordPage();
+        return;
+    case State::PasswordRequired:
+        showPasswordPage();
+        return;
+    case State::Unlocked:
+        showContent();
+        return;
+    }
+    platform::fatal("the popover has no such state");
+}
+
+void PopoverViewController::hideAll()
+{
+    for (QWidget* subview : view().findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        subview->hide();
+    }
+    removePage(noPasswordViewController.get());
+    removePage(requestPasswordViewController.get());
+}
+
+void PopoverViewController::showNoPasswordPage()
+{
+    hideAll();
+    if (noPasswordViewController == nullptr) {
+        noPasswordViewController = std::make_unique<NoPasswordViewController>();
+        noPasswordViewController->onHelpRequest = onHelpRequest;
+        noPasswordViewController->onPasswordSetupRequest = onChangePreferencesRequest;
+    }
+    addPage(*noPasswordViewController);
+}
+
+void PopoverViewController::showPasswordPage()
+{
+    hideAll();
+    if (requestPasswordViewController == nullptr) {
+        requestPasswordViewController = std::make_unique<RequestPasswordViewController>();
+        requestPasswordViewController->onHelpRequest = onHelpRequest;
+        requestPasswordViewController->onPasswordEntered = onPasswordEntered;
+    }
+    addPage(*requestPasswordViewController);
+}
+
+void PopoverViewController::showContent()
+{
+    hideAll();
+    for (QWidget* subview : view().findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        subview->show();
+    }
+    showEmptyView();
+    if (lockedApplications.empty()) {
+        addApplicationButtonOutlet->setFocus();
+    } else {
+        applicationsTableViewOutlet->setFocus();
+    }
+}
+
+void PopoverViewController::addPage(ViewController& page)
+{
+    view().layout()->addWidget(&page.view());
+    page.view().show();
+    page.viewWillAppear();
+}
+
+void PopoverViewController::removePage(ViewController* page)
+{
+    if (page == nullptr || !page->isViewLoaded() || page->view().parentWidget() == nullptr) {
+        return;
+    }
+    view().layout()->removeWidget(&page->view());
+    page->view().setParent(nullptr);
+    page->viewDidDisappear();
+}
+
+void PopoverViewController::showEmptyView()
+{
+    noItemViewOutlet->setVisible(lockedApplications.empty());
+}
+
+void PopoverViewController::activateApplicationCheckboxClick()
+{
+    const bool on = activateApplicationCheckboxOutlet->isChecked();
+    setLight(*activateApplicationLightOutlet, on);
+    report(onIsActiveConfigurationChanged, on);
+}
+
+void PopoverViewController::startApplicationAtLoginCheckboxClick()
+{
+    const bool on = startAtLoginCheckboxOutlet->isChecked();
+    setLight(*startAtLoginLightOutlet, on);
+    report(onStartAtLoginConfigurationChanged, on);
+}
+
+void PopoverViewController::menuButtonClick()
+{
+    optionsMenu = std::make_unique<OptionsMenu>(
+        OptionsMenu::Actions{
+            .changePreferences = [this] { changePreferencesMenuButtonClick(); },
+            .lockAnotherApp = [this] { lockAnotherAppMenuButtonClick(); },
+            .help = [this] { helpMenuButtonClick(); },
+            .quitApplication = [this] { quitApplicationMenuButtonClick(); },
+        },
+        menuButtonOutlet.get()
+    );
+    const QWidget& button = *menuButtonOutlet;
+    optionsMenu->popup(button.mapToGlobal(QPoint(button.width() / 2, button.height() * 5 / 4)));
+}
+
+void PopoverViewController::changePreferencesMenuButtonClick()
+{
+    report(onChangePreferencesRequest);
+}
+
+void PopoverViewController::lockAnotherAppMenuButtonClick()
+{
+    report(onAddApplicationsRequest);
+}
+
+void PopoverViewController::helpMenuButtonClick()
+{
+    report(onHelpRequest);
+}
+
+void PopoverViewController::quitApplicationMenuButtonClick()
+{
+    report(onQuitRequest);
+}
+
+} // namespace ui

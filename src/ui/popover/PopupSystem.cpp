@@ -1,0 +1,101 @@
+#include "ui/popover/PopupSystem.h"
+
+#include "app/BackgroundRunner.h"
+#include "app/Constants.h"
+#include "platform/EventMonitors.h"
+#include "platform/Log.h"
+#include "platform/Platform.h"
+
+#include <utility>
+
+namespace ui {
+
+namespace {
+
+constexpr auto TITLE = "Tarvel";
+constexpr auto OPEN_TITLE = "Open Tarvel";
+
+} // namespace
+
+PopupSystem::PopupSystem(ViewController& viewController, std::string image, std::string imageWhite)
+    : viewController(viewController),
+      image(std::move(image)),
+      imageWhite(std::move(imageWhite)),
+      statusBar(platform::current().statusBar.statusItem(platform::STATUS_ITEM_VARIABLE_LENGTH)),
+      popover(viewController)
+{
+    statusBar->onDraw = [this] { return drawRect(); };
+    statusBar->onMouseDown = [this] { mouseDown(); };
+    statusBar->setMenu({{OPEN_TITLE, [this] { showPopover(); }}});
+    statusBar->setNeedsDisplay();
+    popover.onCloseRequest = [this] { hidePopover(); };
+    platform::current().eventMonitors.addGlobalMonitor(
+        platform::EVENT_MASK_LEFT_MOUSE_DOWN | platform::EVENT_MASK_RIGHT_MOUSE_DOWN,
+        [this, living = std::weak_ptr<bool>(alive)](const platform::Event& /*event*/) {
+            if (!living.expired()) {
+                hidePopover();
+            }
+        }
+    );
+}
+
+void PopupSystem::showPopover()
+{
+    const std::function<void()> listener = onWillShowPopover;
+    if (listener) {
+        listener();
+    }
+    if (!active) {
+        app::BackgroundRunner::runOnMainThread([this, living = std::weak_ptr<bool>(alive)] {
+            if (!living.expired()) {
+                present();
+            }
+        });
+    }
+    platform::current().log.line("Focus");
+    systemApplicationsService.focusOnApplication(app::Constants::BUNDLE_ID());
+}
+
+void PopupSystem::present()
+{
+    active = true;
+    statusBar->setNeedsDisplay();
+    if (statusBar->isShown()) {
+        popover.showAtItem(statusBar->frame());
+        return;
+    }
+    if (!absenceSaid) {
+        absenceSaid = true;
+        platform::current().log.diagnostic("this desktop shows no status area; Tarvel opens as a "
+                                           "window instead, and again when it "
+                                           "is started again");
+    }
+    popover.showAsWindow();
+}
+
+void PopupSystem::hidePopover()
+{
+    if (!active) {
+        return;
+    }
+    active = false;
+    statusBar->setNeedsDisplay();
+    popover.closePopover();
+}
+
+void PopupSystem::mouseDown()
+{
+    if (active) {
+        hidePopover();
+    } else {
+        showPopover();
+    }
+}
+
+platform::StatusItemLook PopupSystem::drawRect() const
+{
+    const bool white = active || systemConfigurationService.darkModeOn();
+    return {.image = white ? imageWhite : image, .highlighted = active, .title = TITLE};
+}
+
+} // namespace ui

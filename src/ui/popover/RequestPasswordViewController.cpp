@@ -1,0 +1,95 @@
+#include "ui/popover/RequestPasswordViewController.h"
+
+#include "app/BackgroundRunner.h"
+#include "ui_RequestPasswordView.h"
+
+#include <QAccessible>
+
+namespace ui {
+
+namespace {
+
+/// Upwards, in the view's pixels.
+constexpr int SHAKE = -20;
+
+} // namespace
+
+std::unique_ptr<QWidget> RequestPasswordViewController::loadView()
+{
+    auto page = std::make_unique<QWidget>();
+    Ui::RequestPasswordView form;
+    form.setupUi(page.get());
+    passwordTextFieldOutlet = form.passwordTextFieldOutlet;
+    centralViewOutlet = form.centralViewOutlet;
+    QObject::connect(form.passwordEnterButton, &QPushButton::clicked, page.get(), [this] {
+        passwordEnterButtonClick();
+    });
+    QObject::connect(form.helpButton, &QPushButton::clicked, page.get(), [this] {
+        helpButtonClick();
+    });
+    return page;
+}
+
+void RequestPasswordViewController::viewDidLoad()
+{
+    passwordTextFieldOutlet->onEndEditing = [this](toolkit::TextMovement movement) {
+        controlTextDidEndEditing(movement);
+    };
+    shake = std::make_unique<toolkit::BounceAnimation>(*centralViewOutlet);
+}
+
+void RequestPasswordViewController::viewWillAppear()
+{
+    if (passwordTextFieldOutlet) {
+        app::BackgroundRunner::runOnMainThread([field = passwordTextFieldOutlet] {
+            if (field) {
+                field->setFocus();
+            }
+        });
+    }
+}
+
+void RequestPasswordViewController::viewDidDisappear()
+{
+    passwordTextFieldOutlet->clear();
+    passwordTextFieldOutlet->setAccessibleDescription({});
+}
+
+void RequestPasswordViewController::passwordEnterButtonClick()
+{
+    submit();
+}
+
+void RequestPasswordViewController::helpButtonClick()
+{
+    const std::function<void()> listener = onHelpRequest;
+    if (listener) {
+        listener();
+    }
+}
+
+void RequestPasswordViewController::controlTextDidEndEditing(toolkit::TextMovement movement)
+{
+    if (movement == toolkit::TextMovement::Return) {
+        submit();
+    }
+}
+
+void RequestPasswordViewController::submit()
+{
+    const std::function<void(const std::string&)> listener = onPasswordEntered;
+    if (listener && passwordTextFieldOutlet) {
+        listener(passwordTextFieldOutlet->stringValue());
+    }
+}
+
+void RequestPasswordViewController::wrongPassword()
+{
+    shake->start(SHAKE);
+    // The shake says nothing to people who do not see it.
+    passwordTextFieldOutlet->setAccessibleDescription(QStringLiteral("Wrong password"));
+    QAccessibleEvent alert(passwordTextFieldOutlet.get(), QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+} // namespace ui

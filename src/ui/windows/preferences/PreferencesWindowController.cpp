@@ -1,0 +1,92 @@
+#include "ui/windows/preferences/PreferencesWindowController.h"
+
+#include "ui/alerts/AlertMessagesService.h"
+#include "ui_PreferencesWindow.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int CRITICAL = 2;
+
+} // namespace
+
+std::unique_ptr<PanelWindow> PreferencesWindowController::loadWindow()
+{
+    auto window = std::make_unique<PanelWindow>();
+    Ui::PreferencesWindow form;
+    form.setupUi(window.get());
+    lineViewOutlet = form.lineViewOutlet;
+    passwordTextFieldOutlet = form.passwordTextFieldOutlet;
+    confirmPasswordTextFieldOutlet = form.confirmPasswordTextFieldOutlet;
+    QObject::connect(form.confirmButton, &QPushButton::clicked, window.get(), [this] {
+        confirmButtonClick();
+    });
+    QObject::connect(form.cancelButton, &QPushButton::clicked, window.get(), [this] {
+        cancelButtonClick();
+    });
+    return window;
+}
+
+void PreferencesWindowController::windowDidLoad()
+{
+    confirmPasswordTextFieldOutlet->onEndEditing = [this](toolkit::TextMovement movement) {
+        controlTextDidEndEditing(movement);
+    };
+}
+
+void PreferencesWindowController::showServiceWindow()
+{
+    window().makeKeyAndOrderFront();
+}
+
+void PreferencesWindowController::closeServiceWindow()
+{
+    close();
+}
+
+void PreferencesWindowController::focus()
+{
+    PanelWindow& panel = window();
+    passwordTextFieldOutlet->clear();
+    confirmPasswordTextFieldOutlet->clear();
+    passwordTextFieldOutlet->setFocus();
+    panel.makeKeyAndOrderFront();
+}
+
+void PreferencesWindowController::confirmButtonClick()
+{
+    submit();
+}
+
+void PreferencesWindowController::cancelButtonClick()
+{
+    const std::function<void()> listener = onCancel;
+    if (listener) {
+        listener();
+    }
+}
+
+void PreferencesWindowController::controlTextDidEndEditing(toolkit::TextMovement movement)
+{
+    if (movement == toolkit::TextMovement::Return) {
+        submit();
+    }
+}
+
+void PreferencesWindowController::showErrorMessage(const std::string& text)
+{
+    AlertMessagesService().showAlert("There was an error..", text, CRITICAL, &window());
+}
+
+void PreferencesWindowController::submit()
+{
+    const std::string password = passwordTextFieldOutlet->stringValue();
+    const std::string confirmation = confirmPasswordTextFieldOutlet->stringValue();
+    const auto listener = onPasswordEntered;
+    if (listener) {
+        listener(password, confirmation);
+    }
+}
+
+} // namespace ui
