@@ -1,10 +1,13 @@
 // The desktop's view of applications on Linux: what processes do, as the process source tells, what
 // windows there are, as the window system tells, and what is installed, as the index tells, joined
-// into one list of running applications. Main thread; the process source's thread only looks up who
-// a process is.
+// into one list of running applications. Main thread. `InstanceFeed` brings the facts, the tracker
+// concludes, `Announcements` tells the observers; here are the port's own answers.
 #pragma once
 
+#include "linux/workspace/Announcements.h"
+#include "linux/workspace/ApplicationRecords.h"
 #include "linux/workspace/BundleLauncher.h"
+#include "linux/workspace/InstanceFeed.h"
 #include "linux/workspace/InstanceTracker.h"
 #include "linux/workspace/Observers.h"
 #include "linux/workspace/OwnPrograms.h"
@@ -15,8 +18,6 @@
 
 #include <functional>
 #include <memory>
-#include <mutex>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -25,9 +26,6 @@ namespace workspace {
 class LinuxWorkspace final : public platform::Workspace
 {
 public:
-    /// Any thread may call it; the icon for a theme name or an absolute path, never empty.
-    using LoadIcon = std::function<platform::IconHandle(const std::string& nameOrPath)>;
-
     struct Parts
     {
         ProcessSource& processes;
@@ -84,44 +82,15 @@ public:
     void removeKeyPathObserver(const void* observer, const std::string& keyPath) override;
 
 private:
-    struct Sighting
-    {
-        proc::ProcessFacts facts;
-        KnownApplicationPtr application;
-        std::vector<pid_t> ancestors;
-    };
-
-    void wireTracker();
-    void wireLauncher();
-    void wireProcesses();
-    void wireWindows();
-    void startLater(Sighting sighting);
-    void becomeLater(const proc::ProcessFacts& facts);
-    void post(platform::Block block);
     platform::Block unlessGone(platform::Block block) const;
-    std::vector<Sighting> sightingsOf(const std::vector<proc::ProcessFacts>& all) const;
-    void takeSnapshot(const std::vector<Sighting>& sightings);
-    void windowShown(const WindowFacts& window);
-    InstancePtr instanceOfWindow(const WindowFacts& window, const std::vector<pid_t>& ancestors);
-    void activeProcessChanged(pid_t process);
-    std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
-    void watch(pid_t pid, std::uint64_t startTime);
-    bool isWatched(pid_t pid);
-    platform::RunningApplication record(const Instance& instance) const;
-    void notifyLaunch(platform::WorkspaceNotificationName name, const Instance& instance);
-    void notifyApplication(
-        platform::WorkspaceNotificationName name, const platform::RunningApplication& application
-    );
 
     Parts parts;
     InstanceTracker tracker;
+    ApplicationRecords records;
     Observers observers;
+    Announcements announcements{records, observers};
+    InstanceFeed feed;
     BundleLauncher launcher;
-    std::function<void()> onReady;
-    bool listening = false; // what ran before is in the list; what comes now is news
-    std::optional<platform::RunningApplication> active;
-    std::mutex mutex;
-    std::set<pid_t> watched; // guarded by the mutex
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };
 

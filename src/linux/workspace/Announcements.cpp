@@ -1,0 +1,83 @@
+#include "linux/workspace/Announcements.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace workspace {
+
+namespace {
+
+using platform::RunningApplication;
+using platform::WorkspaceNotificationName;
+
+} // namespace
+
+Announcements::Announcements(const ApplicationRecords& records, Observers& observers)
+    : records(records),
+      observers(observers)
+{
+}
+
+void Announcements::started(const Instance& instance)
+{
+    observers.notifyInserted(records.of(instance));
+    notifyLaunch(WorkspaceNotificationName::WillLaunchApplication, instance);
+}
+
+void Announcements::windowShown(const Instance& instance)
+{
+    notifyLaunch(WorkspaceNotificationName::DidLaunchApplication, instance);
+}
+
+void Announcements::ended(const Instance& instance)
+{
+    const RunningApplication application = records.of(instance);
+    observers.notifyRemoved(application);
+    if (application.activationPolicy == platform::ActivationPolicy::Regular) {
+        notifyApplication(WorkspaceNotificationName::DidTerminateApplication, application);
+    }
+}
+
+void Announcements::activeChanged(const InstancePtr& instance)
+{
+    const std::optional<RunningApplication> next =
+        instance == nullptr ? std::nullopt : std::optional(records.of(*instance));
+    const std::int32_t before = active.has_value() ? active->processIdentifier : 0;
+    const std::int32_t after = next.has_value() ? next->processIdentifier : 0;
+    if (before == after) {
+        return;
+    }
+    const std::optional<RunningApplication> previous = std::exchange(active, next);
+    if (previous.has_value()) {
+        notifyApplication(WorkspaceNotificationName::DidDeactivateApplication, *previous);
+    }
+    if (next.has_value()) {
+        notifyApplication(WorkspaceNotificationName::DidActivateApplication, *next);
+    }
+}
+
+void Announcements::notifyLaunch(WorkspaceNotificationName name, const Instance& instance)
+{
+    const RunningApplication application = records.of(instance);
+    if (application.activationPolicy != platform::ActivationPolicy::Regular) {
+        return;
+    }
+    observers.notify(
+        {name,
+         platform::UserInfo{
+             {platform::APPLICATION_PROCESS_IDENTIFIER_KEY,
+              static_cast<std::int64_t>(application.processIdentifier)},
+             {platform::WORKSPACE_APPLICATION_KEY, application},
+         }}
+    );
+}
+
+void Announcements::notifyApplication(
+    WorkspaceNotificationName name, const RunningApplication& application
+)
+{
+    observers.notify({name, platform::UserInfo{{platform::WORKSPACE_APPLICATION_KEY, application}}}
+    );
+}
+
+} // namespace workspace
