@@ -36,8 +36,10 @@
 #include "linux/xdg/XdgBundles.h"
 #include "linux/xdg/XdgFileManager.h"
 #include "linux/xdg/XdgLoginItems.h"
+#include "locking/ProtectedIdentifiers.h"
 #include "locking/window/PasswordWindowController.h"
 #include "platform/Platform.h"
+#include "storage/ConfigurationAndPreferencesService.h"
 #include "storage/KeyConstants.h"
 
 #include <QApplication>
@@ -51,8 +53,10 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -180,10 +184,51 @@ private:
             .workspace = workspace,
         });
         platform::install(&*platform);
-        catalogue.onChanged = [this] { processes.watchExecutables(programs.executables()); };
+        catalogue.onChanged = [this] {
+            processes.watchExecutables(programs.executables());
+            queues.asyncMain([this] { applicationsChanged(); });
+        };
+        followProtection();
         catalogue.start();
         workspace.start([this] { delegate.applicationDidFinishLaunching(); });
         locking::PasswordWindowController::prepare(); // while the workspace looks around
+    }
+
+    /// Whoever is protected stays recognisable, whatever becomes of the entry in the catalogue.
+    void followProtection()
+    {
+        const auto tell = [this] {
+            if (auto identifiers = locking::protectedIdentifiers(settings())) {
+                catalogue.choose(std::move(*identifiers));
+            }
+        };
+        settings().addOnConfigurationChangeEvent(tell);
+        tell();
+        protectedAndInstalled = findProtected();
+    }
+
+    /// One that was chosen while it was not installed is protected from now on.
+    void applicationsChanged()
+    {
+        std::set<std::string> found = findProtected();
+        if (std::exchange(protectedAndInstalled, found) != found) {
+            settings().applicationsChanged();
+        }
+    }
+
+    std::set<std::string> findProtected()
+    {
+        std::set<std::string> result =
+            locking::protectedIdentifiers(settings()).value_or(protectedAndInstalled);
+        std::erase_if(result, [this](const std::string& identifier) {
+            return index.withIdentifier(identifier) == nullptr;
+        });
+        return result;
+    }
+
+    static storage::ConfigurationAndPreferencesService& settings()
+    {
+        return storage::ConfigurationAndPreferencesService::sharedInstance();
     }
 
     /// Going on without the password would mean going on without protection. The helper is told, so
@@ -210,7 +255,11 @@ private:
         log};
     Display display;
     xdg::XdgEnvironment environment = xdg::XdgEnvironment::fromProcess();
-    xdg::ApplicationCatalogue catalogue{environment, xdg::Roles::shipped(), report};
+    xdg::ApplicationCatalogue catalogue{
+        environment,
+        xdg::Roles::shipped(),
+        report,
+        (ownFolder(QStandardPaths::GenericDataLocation) / "recognition.conf").string()};
     xdg::XdgApplicationIndex index{catalogue};
     xdg::XdgBundles bundles{catalogue};
     xdg::XdgFileManager fileManager{catalogue};
@@ -237,6 +286,7 @@ private:
     dbus::DBusUserNotifications userNotifications{busAddress, log};
     std::unique_ptr<platform::KeychainItems> keychain;
     std::optional<platform::Platform> platform;
+    std::set<std::string> protectedAndInstalled;
     app::AppDelegate delegate{
         [] { return std::make_unique<app::NoInterfaceHub>(); },
         [] {

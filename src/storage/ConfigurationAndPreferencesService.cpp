@@ -71,6 +71,11 @@ void ConfigurationAndPreferencesService::addOnConfigurationChangeEvent(
     configurationChangeEventHandlers.push_back(std::move(handler));
 }
 
+void ConfigurationAndPreferencesService::applicationsChanged()
+{
+    notify();
+}
+
 std::vector<std::string> ConfigurationAndPreferencesService::getLockedApplicationsBundleIds()
 {
     return decodedList(keyValueStorage->getValue(KeyConstants::APPLICATIONS_KEY));

@@ -33,6 +33,9 @@ public:
     /// There is no way to take a handler back.
     void addOnConfigurationChangeEvent(ConfigurationChangeHandler handler);
 
+    /// What the settings stand for is another now, though they are not: all handlers are called.
+    void applicationsChanged();
+
     std::vector<std::string> getLockedApplicationsBundleIds();
 
     /// The protected applications that are installed, sorted by name.

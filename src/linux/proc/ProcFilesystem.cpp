@@ -45,15 +45,16 @@ std::optional<std::string> readAt(int folder, const char* name)
     return text;
 }
 
+/// Where a link leads. Empty for one that must not be read; nothing for one that leads nowhere.
 std::optional<std::string> linkAt(int folder, const char* name)
 {
-    std::string target(PATH_MAX, '\0');
+    std::array<char, PATH_MAX> target; // NOLINT(cppcoreguidelines-pro-type-member-init)
     const ssize_t size = ::readlinkat(folder, name, target.data(), target.size());
-    if (size <= 0) {
-        return std::nullopt;
+    if (size < 0 && (errno == EACCES || errno == EPERM)) {
+        return std::string();
     }
-    target.resize(static_cast<std::size_t>(size));
-    return target;
+    return size <= 0 ? std::nullopt
+                     : std::optional(std::string(target.data(), static_cast<std::size_t>(size)));
 }
 
 /// The path that an executable had before its file was removed or replaced.
@@ -74,41 +75,6 @@ template <typename Number> bool toNumber(std::string_view text, Number& number)
 
 } // namespace
 
-std::optional<ProcessStatus> parseStatus(const std::string& text)
-{
-    // The name in parentheses may itself hold anything, parentheses included.
-    const std::size_t name = text.rfind(')');
-    if (name == std::string::npos) {
-        return std::nullopt;
-    }
-    constexpr std::size_t FIELDS = 20; // up to the start time, which is the 22nd of the line
-    std::array<std::string_view, FIELDS> fields;
-    std::string_view rest = std::string_view(text).substr(name + 1);
-    for (std::string_view& field : fields) {
-        rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-        field = rest.substr(0, rest.find(' '));
-        rest.remove_prefix(field.size());
-    }
-    ProcessStatus status;
-    if (fields[0].size() != 1 || !toNumber(fields[1], status.parent) ||
-        !toNumber(fields[4], status.terminal) || !toNumber(fields[19], status.startTime)) {
-        return std::nullopt;
-    }
-    status.state = fields[0].front();
-    return status;
-}
-
-std::vector<std::string> splitAtNul(const std::string& text)
-{
-    std::vector<std::string> parts;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\0', begin), text.size());
-        parts.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return parts;
-}
-
 ProcFilesystem::ProcFilesystem(uid_t user, std::string root) : user(user), root(std::move(root)) {}
 
 std::string ProcFilesystem::folderOf(pid_t pid) const
@@ -116,27 +82,50 @@ std::string ProcFilesystem::folderOf(pid_t pid) const
     return root + "/" + std::to_string(pid);
 }
 
-std::optional<ProcessFacts> ProcFilesystem::facts(pid_t pid) const
+/// The folder of a process that keeps its memory to itself belongs to root, whoever runs it.
+bool ProcFilesystem::isOfUser(pid_t pid, uid_t owner) const
+{
+    return owner == user ||
+           (owner == 0 &&
+            isOwnedBy(
+                readAt(AT_FDCWD, (folderOf(pid) + "/status").c_str()).value_or(std::string()), user
+            ));
+}
+
+std::optional<ProcessFacts> ProcFilesystem::facts(pid_t pid, const Interest& interest) const
+{
+    return read(pid, interest, false);
+}
+
+std::optional<ProcessFacts> ProcFilesystem::settledFacts(pid_t pid) const
+{
+    return read(pid, {}, true);
+}
+
+std::optional<ProcessFacts>
+ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
 {
     // Everything is read below one open folder, which stays that process's even if its number is
     // given to another one meanwhile.
-    const FileDescriptor folder(::open(folderOf(pid).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor folder(::open(folderOf(pid).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
 
     struct stat owner
     {
     };
 
-    if (!folder.valid() || ::fstat(folder.get(), &owner) != 0 || owner.st_uid != user) {
+    if (!folder.valid() || ::fstat(folder.get(), &owner) != 0 || !isOfUser(pid, owner.st_uid)) {
         return std::nullopt;
     }
     std::optional<std::string> executable = linkAt(folder.get(), "exe");
-    const std::optional<std::string> stat = readAt(folder.get(), "stat");
-    const auto status = stat ? parseStatus(*stat) : std::nullopt;
-    if (!executable || !status) {
+    if (executable) {
+        executable = withoutDeletedMark(std::move(*executable));
+    }
+    if (!executable || (interest && !interest(pid, *executable))) {
         return std::nullopt;
     }
+    const auto status = parseStatus(readAt(folder.get(), "stat").value_or(std::string()));
     std::vector<std::string> arguments = splitAtNul(readAt(folder.get(), "cmdline").value_or(""));
-    if (arguments.empty() && linkAt(folder.get(), "exe")) {
+    if (!status || (arguments.empty() && !settled && linkAt(folder.get(), "exe"))) {
         return std::nullopt;
     }
     return ProcessFacts{
@@ -145,7 +134,7 @@ std::optional<ProcessFacts> ProcFilesystem::facts(pid_t pid) const
         .user = user,
         .terminal = status->terminal,
         .startTime = status->startTime,
-        .executable = withoutDeletedMark(std::move(*executable)),
+        .executable = std::move(*executable),
         .arguments = std::move(arguments),
         .workingDirectory = linkAt(folder.get(), "cwd").value_or(""),
     };
@@ -168,7 +157,7 @@ std::vector<std::string> ProcFilesystem::arguments(pid_t pid) const
     return splitAtNul(readAt(AT_FDCWD, (folderOf(pid) + "/cmdline").c_str()).value_or(""));
 }
 
-std::vector<pid_t> ProcFilesystem::processes() const
+std::vector<pid_t> ProcFilesystem::processes(Closed closed) const
 {
     std::vector<pid_t> result;
     const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(root.c_str()), ::closedir);
@@ -186,7 +175,7 @@ std::vector<pid_t> ProcFilesystem::processes() const
 
         if (toNumber(&entry->d_name[0], pid) &&
             ::fstatat(::dirfd(folder.get()), &entry->d_name[0], &owner, 0) == 0 &&
-            owner.st_uid == user) {
+            (owner.st_uid == user || (closed == Closed::Included && isOfUser(pid, owner.st_uid)))) {
             result.push_back(pid);
         }
     }
@@ -196,8 +185,8 @@ std::vector<pid_t> ProcFilesystem::processes() const
 std::vector<ProcessFacts> ProcFilesystem::allFacts() const
 {
     std::vector<ProcessFacts> result;
-    for (const pid_t pid : processes()) {
-        if (std::optional<ProcessFacts> known = facts(pid)) {
+    for (const pid_t pid : processes(Closed::Included)) {
+        if (std::optional<ProcessFacts> known = settledFacts(pid)) {
             result.push_back(std::move(*known));
         }
     }
@@ -218,22 +207,16 @@ std::vector<pid_t> ProcFilesystem::ancestors(pid_t pid) const
     return result;
 }
 
-std::optional<std::string> ProcFilesystem::launchClaim(pid_t pid) const
+ProcessEnvironment ProcFilesystem::environment(pid_t pid) const
 {
-    constexpr std::string_view FILE_NAME = "GIO_LAUNCHED_DESKTOP_FILE=";
-    constexpr std::string_view PROCESS = "GIO_LAUNCHED_DESKTOP_FILE_PID=";
     const auto text = readAt(AT_FDCWD, (folderOf(pid) + "/environ").c_str());
-    std::optional<std::string> claimed;
-    bool forThisProcess = false;
-    for (const std::string& entry : splitAtNul(text.value_or(""))) {
-        if (entry.starts_with(FILE_NAME)) {
-            claimed = entry.substr(FILE_NAME.size());
-        } else if (entry.starts_with(PROCESS)) {
-            // Children inherit the variable; only the process that it was written for counts.
-            forThisProcess = entry.substr(PROCESS.size()) == std::to_string(pid);
-        }
-    }
-    return forThisProcess ? claimed : std::nullopt;
+    return parseEnvironment(text.value_or(""), pid);
+}
+
+std::optional<std::string> ProcFilesystem::cgroupApplication(pid_t pid) const
+{
+    const auto text = readAt(AT_FDCWD, (folderOf(pid) + "/cgroup").c_str());
+    return applicationOfCgroup(text.value_or(""));
 }
 
 bool ProcFilesystem::alive(pid_t pid, std::uint64_t startTime) const

@@ -44,7 +44,7 @@ void ProcessEvents::wire()
     connector.onRefused = [this](const std::string& reason) { fallBack(reason); };
     connector.onLost = [this] { snapshot(); };
     connector.onExec = [this](pid_t pid) {
-        const std::optional<ProcessFacts> facts = processes.facts(pid);
+        const std::optional<ProcessFacts> facts = processes.facts(pid, isOfInterest);
         if (facts && onExec) {
             onExec(*facts);
         }

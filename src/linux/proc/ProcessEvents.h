@@ -52,6 +52,10 @@ public:
     /// A process of this user executes something. Set before `start`, as are the others.
     std::function<void(const ProcessFacts& facts)> onExec;
 
+    /// Asked on the events' thread about each exec before anything else of the process is read:
+    /// most are of no interest, and this keeps them cheap. Unset: all are.
+    ProcFilesystem::Interest isOfInterest;
+
     /// A watched process ended.
     std::function<void(pid_t pid, std::uint64_t startTime)> onExit;
 

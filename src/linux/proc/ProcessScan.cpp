@@ -19,7 +19,7 @@ std::vector<ProcessFacts> ProcessScan::prime()
 void ProcessScan::look()
 {
     std::map<pid_t, Known> before = std::exchange(known, {});
-    for (const pid_t pid : processes.processes()) {
+    for (const pid_t pid : processes.processes(ProcFilesystem::Closed::LeftOut)) {
         auto entry = before.extract(pid);
         if (!entry.empty() && unchanged(pid, entry.mapped())) {
             known.insert(std::move(entry));
@@ -34,6 +34,17 @@ void ProcessScan::look()
             onExec(*facts);
         }
     }
+    keepClosed(before);
+}
+
+/// One that closed itself since is not gone.
+void ProcessScan::keepClosed(std::map<pid_t, Known>& before)
+{
+    std::erase_if(before, [this](const auto& entry) {
+        const std::optional<ProcessStatus> status = processes.status(entry.first);
+        return !status || status->startTime != entry.second.startTime;
+    });
+    known.merge(before);
 }
 
 bool ProcessScan::unchanged(pid_t pid, const Known& known) const

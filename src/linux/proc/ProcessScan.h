@@ -30,6 +30,7 @@ private:
         std::vector<std::string> arguments;
     };
 
+    void keepClosed(std::map<pid_t, Known>& before);
     [[nodiscard]] bool unchanged(pid_t pid, const Known& known) const;
 
     const ProcFilesystem& processes;

@@ -19,7 +19,7 @@ struct KnownApplication
     std::string iconName;   // theme name or absolute path, may be empty
     std::string bundlePath; // where the ports for bundles and files show it
     std::string executable; // absolute path, empty where the entry names none
-    bool shown = true;      // the entry is meant to be shown
+    bool shown = true;      // the entry is meant to be shown, be it on another desktop
 };
 
 /// Empty for none.
@@ -43,6 +43,18 @@ public:
 
     /// The files that all applications execute.
     virtual std::set<std::string> executables() const = 0;
+
+    /// False where `ofProcess` answers nothing for any process that executes the file. Fast enough
+    /// to be asked for every exec of the machine.
+    virtual bool mayBeApplication(const std::string& executable) const = 0;
+
+    /// True when the two applications are executed from one file: a process of one may show the
+    /// windows of the other.
+    virtual bool shareProgram(const std::string& identifier, const std::string& other) const = 0;
+
+    /// Such a process turned out to be the application: it is to be known by what it executes from
+    /// now on, where that tells enough.
+    virtual void learn(const proc::ProcessFacts& facts, const std::string& identifier) = 0;
 };
 
 } // namespace workspace

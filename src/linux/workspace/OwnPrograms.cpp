@@ -36,7 +36,7 @@ KnownApplicationPtr helperOf(const platform::Bundle& bundle)
 
 } // namespace
 
-OwnPrograms::OwnPrograms(const platform::Bundle& mainBundle, const ApplicationIndex& others)
+OwnPrograms::OwnPrograms(const platform::Bundle& mainBundle, ApplicationIndex& others)
     : own(agentOf(mainBundle)),
       loginItem(helperOf(mainBundle)),
       others(others)
@@ -79,6 +79,22 @@ std::set<std::string> OwnPrograms::executables() const
     result.insert(own->executable);
     result.insert(loginItem->executable);
     return result;
+}
+
+bool OwnPrograms::mayBeApplication(const std::string& executable) const
+{
+    return executable == own->executable || executable == loginItem->executable ||
+           others.mayBeApplication(executable);
+}
+
+bool OwnPrograms::shareProgram(const std::string& identifier, const std::string& other) const
+{
+    return others.shareProgram(identifier, other);
+}
+
+void OwnPrograms::learn(const proc::ProcessFacts& facts, const std::string& identifier)
+{
+    others.learn(facts, identifier);
 }
 
 } // namespace workspace

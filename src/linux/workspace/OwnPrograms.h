@@ -11,13 +11,16 @@ class OwnPrograms final : public ApplicationIndex
 {
 public:
     /// `others` must outlive this.
-    OwnPrograms(const platform::Bundle& mainBundle, const ApplicationIndex& others);
+    OwnPrograms(const platform::Bundle& mainBundle, ApplicationIndex& others);
 
     KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override;
     KnownApplicationPtr ofWindow(const WindowFacts& facts) const override;
     KnownApplicationPtr withIdentifier(const std::string& identifier) const override;
     bool plays(const std::string& identifier, const std::string& role) const override;
     std::set<std::string> executables() const override;
+    bool mayBeApplication(const std::string& executable) const override;
+    bool shareProgram(const std::string& identifier, const std::string& other) const override;
+    void learn(const proc::ProcessFacts& facts, const std::string& identifier) override;
 
     /// The login-item helper.
     const KnownApplicationPtr& helper() const { return loginItem; }
@@ -25,7 +28,7 @@ public:
 private:
     KnownApplicationPtr own;
     KnownApplicationPtr loginItem;
-    const ApplicationIndex& others;
+    ApplicationIndex& others;
 };
 
 } // namespace workspace

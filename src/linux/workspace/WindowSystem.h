@@ -19,6 +19,7 @@ struct WindowFacts
     pid_t processIdentifier = 0; // 0 where the window system cannot tell
     std::string windowClass;     // class part of WM_CLASS, or the Wayland app id
     std::string instanceName;    // instance part of WM_CLASS
+    std::string applicationId;   // what the toolkit calls the application; mostly its entry's id
 };
 
 class WindowSystem : public platform::Port

@@ -15,15 +15,24 @@ constexpr int PAUSES_TO_WORK = 4;
 } // namespace
 
 ApplicationCatalogue::ApplicationCatalogue(
-    XdgEnvironment environment, const Roles& roles, proc::Report report
+    XdgEnvironment environment,
+    const Roles& roles,
+    proc::Report report,
+    const std::string& chosenFile
 )
     : environment(std::move(environment)),
-      roles(roles),
       report(std::move(report)),
-      catalogue(buildCatalogue(this->environment, roles)),
-      folders(thread)
+      builder(this->environment, roles),
+      file(chosenFile, this->report),
+      folders(thread),
+      keeping(!chosenFile.empty())
 {
-    folders.onChanged = [this] { planReload(); };
+    if (keeping) {
+        choice.kept = file.read();
+    }
+    catalogue = builder.build(choice);
+    folders.onChanged = [this](const FolderChanges& changes) { planReload(changes); };
+    builder.setBeforeReading([this](const std::string& folder) { watch(folder); });
 }
 
 ApplicationCatalogue::~ApplicationCatalogue()
@@ -33,7 +42,7 @@ ApplicationCatalogue::~ApplicationCatalogue()
 
 void ApplicationCatalogue::start()
 {
-    thread.post([this] { reload(); });
+    thread.post([this] { follow(); });
     thread.start();
 }
 
@@ -43,15 +52,63 @@ std::shared_ptr<const Catalogue> ApplicationCatalogue::current() const
     return catalogue;
 }
 
-void ApplicationCatalogue::reload()
+void ApplicationCatalogue::choose(std::set<std::string> identifiers)
 {
-    const auto begin = proc::PollThread::Clock::now();
-    planned = false;
-    // Watched before it is read, so that no change falls between the two.
-    if (!folders.setFolders(catalogueFolders(environment)) && !std::exchange(complained, true)) {
+    thread.post([this, identifiers = std::move(identifiers)] {
+        if (choice.identifiers != identifiers) {
+            choice.identifiers = identifiers;
+            rebuild();
+        }
+    });
+}
+
+void ApplicationCatalogue::learn(const std::string& id, const ExecutionKey& key)
+{
+    thread.post([this, id, key] {
+        const auto kept = choice.kept.find(id);
+        if (kept != choice.kept.end()) {
+            ChosenApplication more{.id = id};
+            more.keys = {key};
+            merge(kept->second, more);
+            rebuild();
+        }
+    });
+}
+
+void ApplicationCatalogue::follow()
+{
+    if (!folders.start() && !std::exchange(complained, true)) {
+        report("The folders of applications cannot be watched: changes count from the next start");
+    }
+    changed.everything = true;
+    reload();
+}
+
+void ApplicationCatalogue::watch(const std::string& folder)
+{
+    if (!folders.watch(folder) && !std::exchange(complained, true)) {
         report("Not every folder of applications can be watched: some changes are noticed late");
     }
-    std::shared_ptr<const Catalogue> read = buildCatalogue(environment, roles);
+}
+
+void ApplicationCatalogue::reload()
+{
+    planned = false;
+    for (const std::string& folder : environment.programFolders) {
+        watch(folder);
+    }
+    if (builder.forget(std::exchange(changed, {}))) {
+        rebuild();
+    }
+}
+
+void ApplicationCatalogue::rebuild()
+{
+    const auto begin = proc::PollThread::Clock::now();
+    std::shared_ptr<const Catalogue> read = builder.build(choice);
+    if (keeping) {
+        file.write(choice.kept);
+    }
     {
         const std::scoped_lock lock(mutex);
         catalogue = std::move(read);
@@ -64,10 +121,11 @@ void ApplicationCatalogue::reload()
     }
 }
 
-void ApplicationCatalogue::planReload()
+void ApplicationCatalogue::planReload(const FolderChanges& changes)
 {
+    changed.add(changes);
     if (!std::exchange(planned, true)) {
-        thread.postAfter(pause, [this] { reload(); });
+        thread.postAfter(std::max(pause, SHORTEST_PAUSE), [this] { reload(); });
     }
 }
 

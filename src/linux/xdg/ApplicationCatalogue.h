@@ -1,25 +1,34 @@
-// The catalogue of installed applications, kept up to date: a thread of its own reads everything
-// again, a little after something changed in a folder that it came from. Reading never waits for
-// that. Any thread may call.
+// The catalogue of installed applications, kept up to date: a thread of its own reads what changed,
+// a little after it did, and keeps what the chosen applications are known by. Reading never waits
+// for that. Any thread may call.
 #pragma once
 
 #include "linux/proc/PollThread.h"
 #include "linux/proc/Report.h"
 #include "linux/xdg/CatalogueBuilder.h"
+#include "linux/xdg/ChosenFile.h"
 #include "linux/xdg/FolderWatch.h"
 
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <set>
+#include <string>
 
 namespace xdg {
 
 class ApplicationCatalogue
 {
 public:
-    /// Reads at once. `report` is told when changes cannot be watched.
-    ApplicationCatalogue(XdgEnvironment environment, const Roles& roles, proc::Report report);
+    /// Reads at once. `report` is told when changes cannot be watched. `chosenFile` is where it is
+    /// kept what the chosen applications are known by; empty: nowhere.
+    ApplicationCatalogue(
+        XdgEnvironment environment,
+        const Roles& roles,
+        proc::Report report,
+        const std::string& chosenFile = {}
+    );
     ApplicationCatalogue(const ApplicationCatalogue&) = delete;
     ApplicationCatalogue& operator=(const ApplicationCatalogue&) = delete;
     ApplicationCatalogue(ApplicationCatalogue&&) = delete;
@@ -35,17 +44,31 @@ public:
     /// As it is now; it stays as it is while it is held. Never empty.
     [[nodiscard]] std::shared_ptr<const Catalogue> current() const;
 
+    /// These applications, and those that play these roles, stay recognisable from now on, whatever
+    /// becomes of their entries; all others no longer do.
+    void choose(std::set<std::string> identifiers);
+
+    /// The application is also executed so. Forgotten with the program where it is not chosen.
+    void learn(const std::string& id, const ExecutionKey& key);
+
 private:
+    void follow();
     void reload();
-    void planReload();
+    void rebuild();
+    void planReload(const FolderChanges& changes);
+    void watch(const std::string& folder);
 
     XdgEnvironment environment;
-    const Roles& roles;
     proc::Report report;
     mutable std::mutex mutex;
     std::shared_ptr<const Catalogue> catalogue; // guarded by the mutex
     proc::PollThread thread;
-    FolderWatch folders; // this and the rest belong to the thread
+    CatalogueBuilder builder; // this and the rest belong to the thread
+    ChosenFile file;
+    Choice choice;
+    FolderWatch folders;
+    FolderChanges changed; // since the last reading
+    bool keeping = false;
     bool planned = false;
     bool complained = false;
     std::chrono::milliseconds pause{0};

@@ -1,5 +1,6 @@
 #include "linux/xdg/Catalogue.h"
 
+#include "linux/xdg/Interpreters.h"
 #include "linux/xdg/ProgramResolver.h"
 #include "platform/Text.h"
 
@@ -10,12 +11,8 @@
 
 namespace xdg {
 
-Catalogue::Catalogue(
-    std::vector<InstalledApplication> applications,
-    const std::vector<std::string>& interpreters,
-    const Preference& preference
-)
-    : applications(std::move(applications))
+Catalogue::Catalogue(Parts parts, const Preference& preference)
+    : applications(std::move(parts.applications))
 {
     for (std::size_t index = 0; index < this->applications.size(); ++index) {
         byId[this->applications[index].entry.id] = index;
@@ -23,7 +20,8 @@ Catalogue::Catalogue(
             offerForRole(role, index, preference);
         }
     }
-    fillTables(interpreters);
+    identities.setSearchFolders(std::move(parts.searchFolders));
+    fillTables(parts.interpreters);
 }
 
 void Catalogue::offerForRole(
@@ -54,23 +52,45 @@ void Catalogue::fillTables(const std::vector<std::string>& interpreters)
     for (std::size_t preference = 0; preference < order.size(); ++preference) {
         const std::size_t index = order[preference];
         for (const ExecutionKey& key : applications[index].keys) {
-            identities.add(index, preference, key);
+            const InstalledApplication& application = applications[index];
+            identities.add(
+                index,
+                {.preference = preference,
+                 .chosen = application.chosen,
+                 .homemade = application.entry.homemade},
+                key
+            );
         }
-        fillWindowNames(index);
+    }
+    // A name that several bear is that of the chosen one.
+    std::stable_sort(order.begin(), order.end(), [this](std::size_t left, std::size_t right) {
+        return applications[left].chosen && !applications[right].chosen;
+    });
+    for (const WindowName part : {WindowName::Class, WindowName::Id, WindowName::LastPart}) {
+        for (const std::size_t index : order) {
+            fillWindowNames(index, part);
+        }
     }
 }
 
-void Catalogue::fillWindowNames(std::size_t index)
+void Catalogue::fillWindowNames(std::size_t index, WindowName part)
 {
-    const DesktopEntry& entry = applications[index].entry;
+    const InstalledApplication& application = applications[index];
+    const DesktopEntry& entry = application.entry;
     // What runs inside a terminal shows the terminal's windows.
     if (entry.terminal) {
         return;
     }
-    constexpr std::size_t SHORTEST_LAST_PART = 3;
-    const std::string lastPart = entry.id.substr(entry.id.rfind('.') + 1);
-    for (const std::string& name : {entry.startupWindowClass, entry.id, lastPart}) {
-        if (name.size() >= SHORTEST_LAST_PART) {
+    std::vector<std::string> names{entry.id};
+    if (part == WindowName::Class) {
+        names = application.windowClasses;
+        names.push_back(entry.startupWindowClass);
+    } else if (part == WindowName::LastPart) {
+        names = {entry.id.substr(entry.id.rfind('.') + 1)};
+    }
+    constexpr std::size_t SHORTEST = 3;
+    for (const std::string& name : names) {
+        if (name.size() >= SHORTEST) {
             byWindow.emplace(platform::text::lowercase(name), index);
         }
     }
@@ -89,37 +109,97 @@ const InstalledApplication* Catalogue::playing(const std::string& role) const
 }
 
 const InstalledApplication*
-Catalogue::ofProcess(const proc::ProcessFacts& facts, const Claim& claim) const
+Catalogue::ofProcess(const proc::ProcessFacts& facts, const Claims& claims) const
 {
+    const auto indices = [&](pid_t pid) {
+        std::vector<std::size_t> result;
+        for (const std::string& claim : claims(pid)) {
+            if (const std::optional<std::size_t> index = claimed(claim)) {
+                result.push_back(*index);
+            }
+        }
+        return result;
+    };
     const std::optional<std::size_t> index =
-        identities.find(facts, {.realPath = realPath, .claim = [&](pid_t pid) {
-                                    const std::optional<std::string> path = claim(pid);
-                                    return path ? claimed(*path) : std::nullopt;
-                                }});
+        identities.find(facts, {.realPath = realPath, .claims = indices});
     return index ? &applications[*index] : nullptr;
 }
 
-std::optional<std::size_t> Catalogue::claimed(const std::string& path) const
+bool Catalogue::mayBeExecutedBy(const std::string& executable) const
 {
+    return identities.mayFind(executable);
+}
+
+std::optional<std::size_t> Catalogue::claimed(const std::string& pathOrId) const
+{
+    if (!pathOrId.starts_with('/')) {
+        const auto found = byId.find(pathOrId);
+        return found == byId.end() ? std::nullopt : std::optional(found->second);
+    }
     const auto found =
         std::find_if(applications.begin(), applications.end(), [&](const auto& application) {
-            return application.entry.path == path;
+            return application.entry.path == pathOrId;
         });
     return found == applications.end()
                ? std::nullopt
                : std::optional(static_cast<std::size_t>(found - applications.begin()));
 }
 
-const InstalledApplication*
-Catalogue::ofWindow(const std::string& windowClass, const std::string& instanceName) const
+const InstalledApplication* Catalogue::ofWindow(const std::vector<std::string>& names) const
 {
-    for (const std::string& name : {windowClass, instanceName}) {
+    for (const std::string& name : names) {
         const auto found = byWindow.find(platform::text::lowercase(name));
         if (!name.empty() && found != byWindow.end()) {
             return &applications[found->second];
         }
     }
     return nullptr;
+}
+
+bool Catalogue::shareProgram(const std::string& id, const std::string& otherId) const
+{
+    const InstalledApplication* one = find(id);
+    const auto other = byId.find(otherId);
+    return one != nullptr && other != byId.end() &&
+           std::any_of(one->keys.begin(), one->keys.end(), [&](const ExecutionKey& key) {
+               const std::vector<std::size_t> sharers = identities.applicationsOf(key.path);
+               return std::find(sharers.begin(), sharers.end(), other->second) != sharers.end();
+           });
+}
+
+/// An application that shares its program shares what that executes in turn, too.
+bool Catalogue::sharesItsPrograms(const InstalledApplication& application) const
+{
+    const std::size_t own = byId.at(application.entry.id);
+    return std::any_of(
+        application.keys.begin(),
+        application.keys.end(),
+        [&](const ExecutionKey& key) {
+            const std::vector<std::size_t> sharers = identities.applicationsOf(key.path);
+            return std::any_of(sharers.begin(), sharers.end(), [own](std::size_t index) {
+                return index != own;
+            });
+        }
+    );
+}
+
+std::optional<ExecutionKey>
+Catalogue::keyToLearn(const proc::ProcessFacts& facts, const std::string& id) const
+{
+    const InstalledApplication* application = find(id);
+    if (application == nullptr || facts.executable.empty() || sharesItsPrograms(*application)) {
+        return std::nullopt;
+    }
+    ExecutionKey key{ExecutionKey::Kind::Executable, facts.executable, {}, false, ""};
+    if (identities.runsOthers(facts.executable)) {
+        const auto script = scriptArgument(facts.executable, facts.arguments);
+        if (!script || !script->starts_with('/') || isLoader(facts.executable)) {
+            return std::nullopt;
+        }
+        key = {ExecutionKey::Kind::Script, realPath(*script), {}, false, ""};
+    }
+    return identities.applicationsOf(key.path).empty() ? std::optional(std::move(key))
+                                                       : std::nullopt;
 }
 
 std::set<std::string> Catalogue::files() const

@@ -5,7 +5,9 @@
 #include "linux/xdg/DesktopEntry.h"
 #include "linux/xdg/IdentityTable.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -20,19 +22,24 @@ struct InstalledApplication
     std::string executable;         // file that its command line starts; empty where it is missing
     std::vector<std::string> roles; // identifiers of the roles that it plays
     std::vector<ExecutionKey> keys;
+    std::vector<std::string> windowClasses; // besides that of the entry
+    bool chosen = false;                    // for protection: what it was known by stays with it
 };
 
 class Catalogue
 {
 public:
-    /// `interpreters`: programs that run the scripts among the keys. `preference`: lower is
-    /// better, between applications that play the same role.
+    /// Lower is better, between applications that play the same role.
     using Preference = std::function<std::size_t(const std::string& role, const std::string& id)>;
-    Catalogue(
-        std::vector<InstalledApplication> applications,
-        const std::vector<std::string>& interpreters,
-        const Preference& preference
-    );
+
+    struct Parts
+    {
+        std::vector<InstalledApplication> applications; // sorted by id
+        std::vector<std::string> interpreters;          // of the scripts among the keys
+        std::vector<std::string> searchFolders;         // where shells look for scripts
+    };
+
+    Catalogue(Parts parts, const Preference& preference);
 
     [[nodiscard]] const InstalledApplication* find(const std::string& id) const;
 
@@ -41,24 +48,43 @@ public:
 
     [[nodiscard]] const std::vector<InstalledApplication>& all() const { return applications; }
 
-    /// Its launcher's word, the path of a desktop entry, counts only between those that the
-    /// executable leaves.
-    using Claim = std::function<std::optional<std::string>(pid_t pid)>;
+    /// What a process is said to be, the path of a desktop entry or an id, counts only between
+    /// those that the executable leaves. The best word comes first.
+    using Claims = std::function<std::vector<std::string>(pid_t pid)>;
     [[nodiscard]] const InstalledApplication*
-    ofProcess(const proc::ProcessFacts& facts, const Claim& claim) const;
+    ofProcess(const proc::ProcessFacts& facts, const Claims& claims) const;
 
-    /// By the class or the instance name of a window.
-    [[nodiscard]] const InstalledApplication*
-    ofWindow(const std::string& windowClass, const std::string& instanceName) const;
+    /// False where `ofProcess` gives nothing for whatever else executes the file. Fast.
+    [[nodiscard]] bool mayBeExecutedBy(const std::string& executable) const;
+
+    /// By one of the names that a window bears, the most telling first.
+    [[nodiscard]] const InstalledApplication* ofWindow(const std::vector<std::string>& names) const;
+
+    /// True when the two are executed from the same file.
+    [[nodiscard]] bool shareProgram(const std::string& id, const std::string& otherId) const;
+
+    /// The file by which such a process could be known again as the application, were it not known
+    /// by anything yet: its executable or its script. Nothing where that would tell too little.
+    [[nodiscard]] std::optional<ExecutionKey>
+    keyToLearn(const proc::ProcessFacts& facts, const std::string& id) const;
 
     /// The files that the applications are executed from.
     [[nodiscard]] std::set<std::string> files() const;
 
 private:
+    /// What a window may be known by, the most certain first.
+    enum class WindowName
+    {
+        Class,
+        Id,
+        LastPart,
+    };
+
     void offerForRole(const std::string& role, std::size_t index, const Preference& preference);
     void fillTables(const std::vector<std::string>& interpreters);
-    void fillWindowNames(std::size_t index);
-    [[nodiscard]] std::optional<std::size_t> claimed(const std::string& path) const;
+    void fillWindowNames(std::size_t index, WindowName part);
+    [[nodiscard]] std::optional<std::size_t> claimed(const std::string& pathOrId) const;
+    [[nodiscard]] bool sharesItsPrograms(const InstalledApplication& application) const;
 
     std::vector<InstalledApplication> applications; // sorted by id
     std::unordered_map<std::string, std::size_t> byId;

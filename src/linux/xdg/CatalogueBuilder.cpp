@@ -1,6 +1,5 @@
 #include "linux/xdg/CatalogueBuilder.h"
 
-#include "linux/xdg/DesktopEntryReader.h"
 #include "linux/xdg/ExecutionKeys.h"
 
 #include <algorithm>
@@ -30,99 +29,201 @@ bool isShown(const DesktopEntry& entry, const std::vector<std::string>& desktops
     return here && !entry.noDisplay && !entry.terminal;
 }
 
-class Builder
+bool comesBefore(const InstalledApplication& application, const std::string& id)
 {
-public:
-    Builder(const XdgEnvironment& environment, const Roles& roles)
-        : environment(environment),
-          roles(roles),
-          programs(environment.programFolders),
-          reader(environment, programs)
-    {
-    }
+    return application.entry.id < id;
+}
 
-    std::shared_ptr<const Catalogue> build()
-    {
-        for (DesktopEntry& entry : reader.entries()) {
-            add(std::move(entry));
-        }
-        for (const BusService& service : reader.services()) {
-            addService(service);
-        }
-        return std::make_shared<const Catalogue>(
-            std::move(applications),
-            interpreters,
-            [this](const std::string& role, const std::string& id) {
-                return roles.preference(role, id);
-            }
-        );
-    }
+std::vector<InstalledApplication>::iterator
+placeOf(std::vector<InstalledApplication>& applications, const std::string& id)
+{
+    return std::lower_bound(applications.begin(), applications.end(), id, comesBefore);
+}
 
-private:
-    void add(DesktopEntry entry)
-    {
-        InstalledApplication application;
-        application.shown = isShown(entry, environment.desktops);
-        application.roles = roles.of(entry);
-        // The file of a program for terminals is often one that everything else runs on, too.
-        if (!entry.terminal) {
-            ExecutionKeys keys = executionKeys(entry.exec, programs);
-            if (!keys.keys.empty()) {
-                application.executable = keys.keys.front().path;
-            }
-            application.keys = std::move(keys.keys);
-            interpreters.insert(
-                interpreters.end(), keys.interpreters.begin(), keys.interpreters.end()
-            );
-        }
-        application.entry = std::move(entry);
-        applications.push_back(std::move(application));
-    }
+InstalledApplication* find(std::vector<InstalledApplication>& applications, const std::string& id)
+{
+    const auto place = placeOf(applications, id);
+    return place != applications.end() && place->entry.id == id ? &*place : nullptr;
+}
 
-    /// A service whose name is an application's id is that application.
-    void addService(const BusService& service)
-    {
-        const auto found =
-            std::find_if(applications.begin(), applications.end(), [&](const auto& application) {
-                return application.entry.id == service.name && !application.entry.terminal;
-            });
-        if (found == applications.end()) {
-            return;
-        }
-        for (ExecutionKey& key : executionKeys(service.exec, programs).keys) {
-            if (found->executable.empty()) {
-                found->executable = key.path;
-            }
-            found->keys.push_back(std::move(key));
-        }
+bool isChosen(
+    const Choice& choice, const std::string& id, const std::vector<std::string>& rolesOfIt
+)
+{
+    if (!choice.identifiers) {
+        return choice.kept.contains(id);
     }
+    return choice.identifiers->contains(id) ||
+           std::any_of(rolesOfIt.begin(), rolesOfIt.end(), [&](const std::string& role) {
+               return choice.identifiers->contains(role);
+           });
+}
 
-    const XdgEnvironment& environment;
-    const Roles& roles;
-    ProgramResolver programs;
-    DesktopEntryReader reader;
-    std::vector<InstalledApplication> applications;
-    std::vector<std::string> interpreters;
-};
+ChosenApplication keptOf(const InstalledApplication& application)
+{
+    return {
+        .id = application.entry.id,
+        .path = application.entry.path,
+        .name = application.entry.name,
+        .icon = application.entry.icon,
+        .executable = application.executable,
+        .startupWindowClass = application.entry.startupWindowClass,
+        .roles = application.roles,
+        .keys = application.keys};
+}
+
+/// An application without an entry.
+InstalledApplication installedOf(const ChosenApplication& kept)
+{
+    InstalledApplication application;
+    application.entry.id = kept.id;
+    application.entry.path = kept.path;
+    application.entry.name = kept.name;
+    application.entry.icon = kept.icon;
+    application.entry.startupWindowClass = kept.startupWindowClass;
+    application.executable = kept.executable;
+    return application;
+}
 
 } // namespace
+
+CatalogueBuilder::CatalogueBuilder(const XdgEnvironment& environment, const Roles& roles)
+    : environment(environment),
+      roles(roles),
+      programs(environment.programFolders),
+      reader(environment, programs)
+{
+}
+
+void CatalogueBuilder::setBeforeReading(
+    const std::function<void(const std::string& folder)>& listener
+)
+{
+    reader.setBeforeReading(listener);
+}
+
+bool CatalogueBuilder::forget(const FolderChanges& changes)
+{
+    if (changes.everything) {
+        reader.forgetAll();
+        programs.forgetAll();
+        return true;
+    }
+    const bool programsChanged = programs.forget(changes.names);
+    return reader.forget(changes.folders) || programsChanged;
+}
+
+std::shared_ptr<const Catalogue> CatalogueBuilder::build(Choice& choice)
+{
+    programs.forgetElsewhere();
+    Draft draft;
+    InstalledEntries entries = reader.entries();
+    for (DesktopEntry& entry : entries.counting) {
+        add(draft, std::move(entry));
+    }
+    addServices(draft);
+    addChosen(draft, entries.hidden, choice);
+    return std::make_shared<const Catalogue>(
+        Catalogue::Parts{
+            std::move(draft.applications),
+            std::move(draft.interpreters),
+            environment.programFolders},
+        [this](const std::string& role, const std::string& id) {
+            return roles.preference(role, id);
+        }
+    );
+}
+
+void CatalogueBuilder::add(Draft& draft, DesktopEntry entry) const
+{
+    InstalledApplication application;
+    application.shown = isShown(entry, environment.desktops);
+    application.roles = roles.of(entry);
+    application.entry = std::move(entry);
+    addKeys(application, application.entry.exec, draft);
+    draft.applications.push_back(std::move(application));
+}
+
+void CatalogueBuilder::addKeys(
+    InstalledApplication& application, const std::string& exec, Draft& draft
+) const
+{
+    // The file of a program for terminals is often one that everything else runs on, too.
+    if (application.entry.terminal) {
+        return;
+    }
+    ExecutionKeys found = executionKeys(exec, programs);
+    if (application.executable.empty() && !found.keys.empty()) {
+        application.executable = found.keys.front().path;
+    }
+    for (ExecutionKey& key : found.keys) {
+        const auto& keys = application.keys;
+        if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
+            application.keys.push_back(std::move(key));
+        }
+    }
+    draft.interpreters.insert(
+        draft.interpreters.end(), found.interpreters.begin(), found.interpreters.end()
+    );
+}
+
+/// A service whose name is an application's id is that application.
+void CatalogueBuilder::addServices(Draft& draft)
+{
+    for (const BusService& service : reader.services()) {
+        InstalledApplication* application = find(draft.applications, service.name);
+        if (application != nullptr) {
+            addKeys(*application, service.exec, draft);
+        }
+    }
+}
+
+/// Whatever was done to the entry of a chosen application since, in a folder that anybody at the
+/// desktop can write to or by a new version of its package: it keeps all that it was ever known by.
+void CatalogueBuilder::addChosen(
+    Draft& draft, const std::vector<DesktopEntry>& hidden, Choice& choice
+) const
+{
+    std::erase_if(choice.kept, [&](const auto& entry) {
+        return !isChosen(choice, entry.first, entry.second.roles);
+    });
+    for (const auto& [id, kept] : choice.kept) {
+        if (find(draft.applications, id) == nullptr) {
+            draft.applications.insert(placeOf(draft.applications, id), installedOf(kept));
+        }
+    }
+    for (const DesktopEntry& entry : hidden) {
+        InstalledApplication* application = find(draft.applications, entry.id);
+        if (application != nullptr && !entry.exec.empty() &&
+            isChosen(choice, entry.id, application->roles)) {
+            addKeys(*application, entry.exec, draft);
+        }
+    }
+    for (InstalledApplication& application : draft.applications) {
+        if (isChosen(choice, application.entry.id, application.roles) ||
+            choice.kept.contains(application.entry.id)) {
+            keep(application, choice.kept[application.entry.id]);
+        }
+    }
+}
+
+void CatalogueBuilder::keep(InstalledApplication& application, ChosenApplication& kept) const
+{
+    const std::string earlierClass = kept.startupWindowClass;
+    merge(kept, keptOf(application));
+    application.chosen = true;
+    application.roles = kept.roles;
+    application.keys = kept.keys;
+    if (!earlierClass.empty()) {
+        application.windowClasses.push_back(earlierClass);
+    }
+}
 
 std::shared_ptr<const Catalogue>
 buildCatalogue(const XdgEnvironment& environment, const Roles& roles)
 {
-    return Builder(environment, roles).build();
-}
-
-std::set<std::string> catalogueFolders(const XdgEnvironment& environment)
-{
-    std::set<std::string> folders(
-        environment.programFolders.begin(), environment.programFolders.end()
-    );
-    for (const std::string& folder : environment.dataFolders) {
-        folders.insert(folder + "/applications");
-        folders.insert(folder + "/dbus-1/services");
-    }
-    return folders;
+    Choice nobody;
+    return CatalogueBuilder(environment, roles).build(nobody);
 }
 
 } // namespace xdg

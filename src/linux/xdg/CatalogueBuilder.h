@@ -1,19 +1,69 @@
-// Makes a catalogue of what is installed now. Any thread may call.
+// Makes catalogues of what is installed, the next one from what changed since the last. One thread
+// at a time.
 #pragma once
 
 #include "linux/xdg/Catalogue.h"
+#include "linux/xdg/ChosenApplication.h"
+#include "linux/xdg/DesktopEntryReader.h"
+#include "linux/xdg/FolderWatch.h"
+#include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/Roles.h"
 #include "linux/xdg/XdgEnvironment.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
 
 namespace xdg {
 
-/// Never empty.
+/// Who is to stay recognisable.
+struct Choice
+{
+    /// Identifiers of applications and of roles; nothing while the choice is not known yet: all
+    /// that are kept then count.
+    std::optional<std::set<std::string>> identifiers;
+    ChosenApplications kept; // what they were known by so far
+};
+
+class CatalogueBuilder
+{
+public:
+    /// Both must outlive this.
+    CatalogueBuilder(const XdgEnvironment& environment, const Roles& roles);
+
+    /// Told of each folder before it is read, also of one that is missing.
+    void setBeforeReading(const std::function<void(const std::string& folder)>& listener);
+
+    /// Never empty. Brings what is kept of the choice up to date.
+    std::shared_ptr<const Catalogue> build(Choice& choice);
+
+    /// False where nothing that was read is out of date by that.
+    bool forget(const FolderChanges& changes);
+
+private:
+    struct Draft
+    {
+        std::vector<InstalledApplication> applications; // sorted by id
+        std::vector<std::string> interpreters;
+    };
+
+    void add(Draft& draft, DesktopEntry entry) const;
+    void addServices(Draft& draft);
+    void addChosen(Draft& draft, const std::vector<DesktopEntry>& hidden, Choice& choice) const;
+    void keep(InstalledApplication& application, ChosenApplication& kept) const;
+    void addKeys(InstalledApplication& application, const std::string& exec, Draft& draft) const;
+
+    const XdgEnvironment& environment;
+    const Roles& roles;
+    ProgramResolver programs;
+    DesktopEntryReader reader;
+};
+
+/// The catalogue of this moment, nobody being chosen.
 std::shared_ptr<const Catalogue>
 buildCatalogue(const XdgEnvironment& environment, const Roles& roles);
-
-/// The folders whose changes can make it out of date, those that are missing included.
-std::set<std::string> catalogueFolders(const XdgEnvironment& environment);
 
 } // namespace xdg

@@ -21,6 +21,7 @@ struct DesktopEntry
     bool hidden = false; // as good as deleted
     bool noDisplay = false;
     bool terminal = false;
+    bool homemade = false; // stands in the user's own folder
 };
 
 } // namespace xdg

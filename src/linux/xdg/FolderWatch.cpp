@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -15,60 +15,51 @@ namespace {
 
 constexpr std::uint32_t CONTENT = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO |
                                   IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;
-constexpr int DEEPEST_FOLDER = 8;
+constexpr std::uint32_t ARRIVAL = IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF;
 
 } // namespace
 
-bool FolderWatch::setFolders(const std::set<std::string>& folders)
+void FolderChanges::add(const FolderChanges& more)
 {
-    if (notifications.valid()) {
-        thread.unwatch(notifications.get());
-    }
+    folders.insert(more.folders.begin(), more.folders.end());
+    names.insert(more.names.begin(), more.names.end());
+    everything = everything || more.everything;
+}
+
+bool FolderWatch::start()
+{
     notifications = proc::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     if (!notifications.valid()) {
         return false;
     }
     thread.watch(notifications.get(), [this] { receive(); });
-    bool all = true;
-    for (const std::string& folder : folders) {
-        all = watchTree(folder, 0) && all;
-    }
-    return all;
+    return true;
 }
 
-bool FolderWatch::watchTree(const std::string& folder, int depth)
+bool FolderWatch::watch(const std::string& folder)
 {
-    const int watch = ::inotify_add_watch(
+    const int number = ::inotify_add_watch(
         notifications.get(), folder.c_str(), CONTENT | IN_ONLYDIR | IN_MASK_ADD
     );
-    if (watch < 0) {
-        const bool missing = errno == ENOENT || errno == ENOTDIR;
-        return missing ? watchNearest(folder) : errno == EACCES;
+    if (number >= 0) {
+        watched[number].insert(folder);
+        return true;
     }
-    bool all = true;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder, error), end;
-         !error && entry != end && depth < DEEPEST_FOLDER;
-         entry.increment(error)) {
-        std::error_code ignored;
-        if (entry->is_directory(ignored)) {
-            all = watchTree(entry->path().string(), depth + 1) && all;
-        }
-    }
-    return all;
+    const bool missing = errno == ENOENT || errno == ENOTDIR;
+    return missing ? watchNearest(folder) : errno == EACCES;
 }
 
-/// For a folder that is missing: the nearest one above it that is not.
-bool FolderWatch::watchNearest(std::string folder)
+bool FolderWatch::watchNearest(const std::string& missing)
 {
-    while (folder.size() > 1) {
-        folder = std::filesystem::path(folder).parent_path().string();
-        const int watch = ::inotify_add_watch(
-            notifications.get(),
-            folder.c_str(),
-            IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR | IN_MASK_ADD
+    std::filesystem::path folder = missing;
+    while (folder.has_relative_path()) {
+        const std::string awaited = folder.filename().string();
+        folder = folder.parent_path();
+        const int number = ::inotify_add_watch(
+            notifications.get(), folder.c_str(), ARRIVAL | IN_ONLYDIR | IN_MASK_ADD
         );
-        if (watch >= 0) {
+        if (number >= 0) {
+            standingForMissing[number][missing] = awaited;
             return true;
         }
     }
@@ -77,13 +68,75 @@ bool FolderWatch::watchNearest(std::string folder)
 
 void FolderWatch::receive()
 {
-    std::array<char, 4096> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    bool any = false;
-    while (::read(notifications.get(), buffer.data(), buffer.size()) > 0) {
-        any = true;
+    constexpr std::size_t ROOM = 16384;
+    std::array<char, ROOM> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    FolderChanges changes;
+    for (;;) {
+        const ssize_t size = ::read(notifications.get(), buffer.data(), buffer.size());
+        if (size <= 0) {
+            break;
+        }
+        std::string_view rest(buffer.data(), static_cast<std::size_t>(size));
+        while (rest.size() >= sizeof(inotify_event)) {
+            rest.remove_prefix(take(rest, changes));
+        }
     }
+    const bool any = changes.everything || !changes.folders.empty();
     if (any && onChanged) {
-        onChanged();
+        onChanged(changes);
+    }
+}
+
+/// One notification; its size.
+std::size_t FolderWatch::take(std::string_view bytes, FolderChanges& changes)
+{
+    inotify_event event{};
+    std::memcpy(&event, bytes.data(), sizeof event);
+    // Padded with NUL.
+    const std::string_view padded = bytes.substr(sizeof event, event.len);
+    const std::string name(padded.substr(0, padded.find('\0')));
+    changes.everything = changes.everything || (event.mask & IN_Q_OVERFLOW) != 0;
+    takeMissing(event.wd, name, changes);
+    if (const auto found = watched.find(event.wd); found != watched.end()) {
+        for (const std::string& folder : found->second) {
+            takeFolder(folder, event.mask, name, changes);
+        }
+    }
+    if ((event.mask & IN_MOVE_SELF) != 0) {
+        ::inotify_rm_watch(notifications.get(), event.wd);
+    }
+    if ((event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) {
+        watched.erase(event.wd);
+    }
+    return sizeof event + event.len;
+}
+
+/// What has come, and what now has to be waited for elsewhere, is looked for when it is read again.
+void FolderWatch::takeMissing(int number, const std::string& name, FolderChanges& changes)
+{
+    const auto found = standingForMissing.find(number);
+    if (found == standingForMissing.end()) {
+        return;
+    }
+    std::erase_if(found->second, [&](const auto& entry) {
+        const bool concerned = name.empty() || name == entry.second;
+        if (concerned) {
+            changes.folders.insert(entry.first);
+        }
+        return concerned;
+    });
+}
+
+void FolderWatch::takeFolder(
+    const std::string& folder, std::uint32_t mask, const std::string& name, FolderChanges& changes
+)
+{
+    changes.folders.insert(folder);
+    if (!name.empty()) {
+        changes.names.insert(name);
+    }
+    if ((mask & IN_ISDIR) != 0 && !name.empty()) {
+        changes.folders.insert(std::string(folder).append("/").append(name));
     }
 }
 

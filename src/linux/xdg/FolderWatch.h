@@ -1,34 +1,59 @@
-// Tells that something changed in one of a set of folders, folders below them included. Everything,
-// callback included, happens on the given thread.
+// Tells what changed in a set of folders. Everything, callback included, happens on the given
+// thread.
 #pragma once
 
 #include "linux/proc/FileDescriptor.h"
 #include "linux/proc/PollThread.h"
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace xdg {
+
+struct FolderChanges
+{
+    std::set<std::string> folders; // in which something changed, or that came or went
+    std::set<std::string> names;   // of what changed in them
+    bool everything = false;       // changes were lost
+
+    void add(const FolderChanges& more);
+};
 
 class FolderWatch
 {
 public:
     explicit FolderWatch(proc::PollThread& thread) : thread(thread) {}
 
-    std::function<void()> onChanged;
+    std::function<void(const FolderChanges& changes)> onChanged;
 
-    /// Watches these from now on, and no others; one that is missing is noticed when it is made.
-    /// False when some of them cannot be watched.
-    bool setFolders(const std::set<std::string>& folders);
+    /// False when nothing can be watched.
+    bool start();
+
+    /// Watches the folder itself, not those below it; one that is missing is noticed when it is
+    /// made. Watching twice is watching once. False when it cannot be watched.
+    bool watch(const std::string& folder);
 
 private:
-    bool watchTree(const std::string& folder, int depth);
-    bool watchNearest(std::string folder);
+    bool watchNearest(const std::string& missing);
     void receive();
+    std::size_t take(std::string_view bytes, FolderChanges& changes);
+    void takeMissing(int number, const std::string& name, FolderChanges& changes);
+    void takeFolder(
+        const std::string& folder,
+        std::uint32_t mask,
+        const std::string& name,
+        FolderChanges& changes
+    );
 
     proc::PollThread& thread;
     proc::FileDescriptor notifications;
+    std::map<int, std::set<std::string>> watched; // by the kernel's number
+    /// The nearest folder that is there, by what is missing: the name to wait for in it.
+    std::map<int, std::map<std::string, std::string>> standingForMissing;
 };
 
 } // namespace xdg

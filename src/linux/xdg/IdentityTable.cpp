@@ -17,20 +17,29 @@ std::string absolutePath(const std::string& path, const std::string& folder)
     return whole.lexically_normal().string();
 }
 
+/// How many of the key's arguments the process has, in their order.
 std::size_t presentArguments(const ExecutionKey& key, const std::vector<std::string>& arguments)
 {
-    return static_cast<std::size_t>(std::count_if(
-        key.fixedArguments.begin(),
-        key.fixedArguments.end(),
-        [&](const auto& fixed) {
-            return std::find(arguments.begin(), arguments.end(), fixed) != arguments.end();
+    std::size_t present = 0;
+    auto rest = arguments.begin();
+    for (const std::string& fixed : key.fixedArguments) {
+        const auto found = std::find(rest, arguments.end(), fixed);
+        if (found != arguments.end()) {
+            ++present;
+            rest = found + 1;
         }
-    ));
+    }
+    return present;
 }
 
 bool hasAllArguments(const ExecutionKey& key, const std::vector<std::string>& arguments)
 {
     return presentArguments(key, arguments) == key.fixedArguments.size();
+}
+
+std::string baseName(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
 }
 
 bool possible(const ExecutionKey& key, const std::vector<std::string>& arguments)
@@ -39,18 +48,22 @@ bool possible(const ExecutionKey& key, const std::vector<std::string>& arguments
         return true;
     }
     const std::string invokedAs = arguments.empty() ? "" : arguments.front();
-    const bool named =
-        key.invokedAs.empty() || invokedAs.substr(invokedAs.rfind('/') + 1) == key.invokedAs;
+    const bool named = key.invokedAs.empty() || baseName(invokedAs) == key.invokedAs;
     return named && hasAllArguments(key, arguments);
 }
 
 } // namespace
 
-void IdentityTable::add(std::size_t application, std::size_t preference, ExecutionKey key)
+void IdentityTable::add(std::size_t application, Standing standing, ExecutionKey key)
 {
     Rows& rows = key.kind == ExecutionKey::Kind::Script ? scripts : executables;
     std::string path = key.path;
-    rows[std::move(path)].push_back({application, preference, std::move(key)});
+    rows[std::move(path)].push_back({application, standing, std::move(key)});
+}
+
+void IdentityTable::setSearchFolders(std::vector<std::string> folders)
+{
+    searchFolders = std::move(folders);
 }
 
 void IdentityTable::addInterpreter(const std::string& path)
@@ -58,24 +71,50 @@ void IdentityTable::addInterpreter(const std::string& path)
     interpreters.insert(path);
 }
 
+bool IdentityTable::mayFind(const std::string& executable) const
+{
+    return executable.empty() || executables.contains(executable) || isLoader(executable) ||
+           interpreters.contains(executable) || isInterpreter(executable);
+}
+
+bool IdentityTable::runsOthers(const std::string& executable) const
+{
+    return isLoader(executable) || isInterpreter(executable) || isLauncher(executable) ||
+           interpreters.contains(executable);
+}
+
 std::optional<std::size_t>
 IdentityTable::find(const proc::ProcessFacts& facts, const Lookup& lookup) const
 {
-    Candidates found = candidates(facts, lookup);
+    const Candidates found = candidates(facts, lookup);
     if (found.empty()) {
         return std::nullopt;
     }
     const bool several = std::any_of(found.begin(), found.end(), [&](const Row* row) {
         return row->application != found.front()->application;
     });
-    if (!several) {
-        return found.front()->application;
-    }
-    const std::optional<std::size_t> claimed = lookup.claim(facts.pid);
+    return several ? best(found, facts, lookup) : found.front()->application;
+}
+
+std::size_t
+IdentityTable::best(const Candidates& found, const proc::ProcessFacts& facts, const Lookup& lookup)
+{
+    const bool chosenFits = std::any_of(found.begin(), found.end(), [&](const Row* row) {
+        return row->standing.chosen && hasAllArguments(row->key, facts.arguments);
+    });
+    const std::vector<std::size_t> claims = lookup.claims(facts.pid);
     const auto rank = [&](const Row* row) {
         const std::size_t present = presentArguments(row->key, facts.arguments);
         const bool all = present == row->key.fixedArguments.size();
-        return std::tuple(row->application != claimed, !all, ~present, row->preference);
+        const Standing& standing = row->standing;
+        return std::tuple(
+            chosenFits && standing.homemade && !standing.chosen, // written to hide the chosen one
+            !all,
+            ~present,
+            !standing.chosen,
+            std::find(claims.begin(), claims.end(), row->application) - claims.begin(),
+            standing.preference
+        );
     };
     return (*std::min_element(
                 found.begin(),
@@ -88,19 +127,82 @@ IdentityTable::find(const proc::ProcessFacts& facts, const Lookup& lookup) const
 IdentityTable::Candidates
 IdentityTable::candidates(const proc::ProcessFacts& facts, const Lookup& lookup) const
 {
+    if (facts.executable.empty()) {
+        return byName(facts);
+    }
     const auto byExecutable = executables.find(facts.executable);
     Candidates result =
         byExecutable == executables.end() ? Candidates() : possibleOf(byExecutable->second, facts);
+    return result.empty() ? ofRunFile(facts, lookup) : result;
+}
+
+/// What an interpreter or the loader of programs runs.
+IdentityTable::Candidates
+IdentityTable::ofRunFile(const proc::ProcessFacts& facts, const Lookup& lookup) const
+{
     const bool loader = isLoader(facts.executable);
-    const bool runsFiles =
-        loader || interpreters.contains(facts.executable) || isInterpreter(facts.executable);
-    const std::optional<std::string> script =
-        result.empty() && runsFiles ? scriptArgument(facts.executable, facts.arguments)
-                                    : std::nullopt;
-    if (script) {
-        const std::string path = absolutePath(*script, facts.workingDirectory);
-        const std::vector<Row>* rows = rowsOf(loader ? executables : scripts, path, lookup);
-        result = rows == nullptr ? Candidates() : possibleOf(*rows, facts);
+    if (!loader && !interpreters.contains(facts.executable) && !isInterpreter(facts.executable)) {
+        return {};
+    }
+    const std::optional<std::string> file = scriptArgument(facts.executable, facts.arguments);
+    if (!file) {
+        return {};
+    }
+    const std::string path = absolutePath(*file, facts.workingDirectory);
+    if (const std::vector<Row>* rows = rowsOf(loader ? executables : scripts, path, lookup)) {
+        return possibleOf(*rows, facts);
+    }
+    if (loader) {
+        return ofLoaded(path, *file, facts, lookup);
+    }
+    return file->find('/') == std::string::npos ? ofSearched(*file, facts, lookup) : Candidates();
+}
+
+/// A script that is not in the folder of the process is looked for by shells where programs are.
+IdentityTable::Candidates IdentityTable::ofSearched(
+    const std::string& name, const proc::ProcessFacts& facts, const Lookup& lookup
+) const
+{
+    for (const std::string& folder : searchFolders) {
+        std::string path = folder;
+        if (const auto* rows = rowsOf(scripts, path.append("/").append(name), lookup)) {
+            return possibleOf(*rows, facts);
+        }
+    }
+    return {};
+}
+
+/// The loader was given an interpreter, which was given a script.
+IdentityTable::Candidates IdentityTable::ofLoaded(
+    const std::string& path,
+    const std::string& file,
+    const proc::ProcessFacts& facts,
+    const Lookup& lookup
+) const
+{
+    proc::ProcessFacts loaded = facts;
+    loaded.executable = lookup.realPath(path);
+    loaded.arguments = {
+        std::find(facts.arguments.begin(), facts.arguments.end(), file), facts.arguments.end()};
+    return isLoader(loaded.executable) ? Candidates() : ofRunFile(loaded, lookup);
+}
+
+/// A process that closed itself against being looked at: its first argument is all there is.
+IdentityTable::Candidates IdentityTable::byName(const proc::ProcessFacts& facts) const
+{
+    const std::string called = facts.arguments.empty() ? "" : facts.arguments.front();
+    if (called.empty()) {
+        return {};
+    }
+    if (const auto found = executables.find(called); found != executables.end()) {
+        return possibleOf(found->second, facts);
+    }
+    Candidates result;
+    for (const auto& [path, rows] : executables) {
+        if (baseName(path) == baseName(called)) {
+            const Candidates more = possibleOf(rows, facts);
+            result.insert(result.end(), more.begin(), more.end());
+        }
     }
     return result;
 }
@@ -125,6 +227,19 @@ IdentityTable::rowsOf(const Rows& rows, const std::string& path, const Lookup& l
         found = rows.find(lookup.realPath(path));
     }
     return found == rows.end() ? nullptr : &found->second;
+}
+
+std::vector<std::size_t> IdentityTable::applicationsOf(const std::string& path) const
+{
+    std::vector<std::size_t> result;
+    for (const Rows* rows : {&executables, &scripts}) {
+        if (const auto found = rows->find(path); found != rows->end()) {
+            for (const Row& row : found->second) {
+                result.push_back(row.application);
+            }
+        }
+    }
+    return result;
 }
 
 std::vector<std::string> IdentityTable::files() const

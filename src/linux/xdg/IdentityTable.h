@@ -1,8 +1,10 @@
 // Finds the application that a process is, by tables of what applications execute. Pure: facts come
 // in, an index of an application goes out. Filled once, then read by any thread.
 //
-// The executable decides, or the script that an interpreter runs. What the process says about
-// itself (its launcher's claim, its arguments) only chooses among those that this leaves.
+// The executable decides, or the script that an interpreter runs; the name it was called by only
+// where the executable must not be read. What the process says about itself (its arguments, its
+// launcher's claims) only chooses among those that this leaves, and never against an application
+// that was chosen for protection and fits as well.
 #pragma once
 
 #include "linux/proc/ProcessFacts.h"
@@ -33,6 +35,16 @@ struct ExecutionKey
     /// `invokedAs` is set, only under that name.
     bool shared = false;
     std::string invokedAs;
+
+    friend bool operator==(const ExecutionKey&, const ExecutionKey&) = default;
+};
+
+/// How an application stands among others that execute the same file.
+struct Standing
+{
+    std::size_t preference = 0; // the lower one wins between applications that are otherwise equal
+    bool chosen = false;        // for protection
+    bool homemade = false;      // anybody at the desktop could have written its entry
 };
 
 class IdentityTable
@@ -43,18 +55,29 @@ public:
     {
         /// The real path of a file; the path itself where there is none.
         std::function<std::string(const std::string& path)> realPath;
-        /// The index of the application that the process's launcher says it started.
-        std::function<std::optional<std::size_t>(pid_t pid)> claim;
+        /// The indices of the applications that the process is said to be, the best word first.
+        std::function<std::vector<std::size_t>(pid_t pid)> claims;
     };
 
-    /// A lower `preference` wins between applications that are otherwise equal.
-    void add(std::size_t application, std::size_t preference, ExecutionKey key);
+    void add(std::size_t application, Standing standing, ExecutionKey key);
 
     /// A program that runs scripts, beside those that are known for it.
     void addInterpreter(const std::string& path);
 
+    /// Where shells look for a script that is named without its folder.
+    void setSearchFolders(std::vector<std::string> folders);
+
     [[nodiscard]] std::optional<std::size_t>
     find(const proc::ProcessFacts& facts, const Lookup& lookup) const;
+
+    /// False where `find` would give nothing whatever else is known of the process. Fast.
+    [[nodiscard]] bool mayFind(const std::string& executable) const;
+
+    /// The indices of all applications with a key on the file.
+    [[nodiscard]] std::vector<std::size_t> applicationsOf(const std::string& path) const;
+
+    /// True for a program that runs others, and so tells nothing by itself.
+    [[nodiscard]] bool runsOthers(const std::string& executable) const;
 
     /// All files in the table.
     [[nodiscard]] std::vector<std::string> files() const;
@@ -63,7 +86,7 @@ private:
     struct Row
     {
         std::size_t application = 0;
-        std::size_t preference = 0;
+        Standing standing;
         ExecutionKey key;
     };
 
@@ -72,6 +95,19 @@ private:
 
     [[nodiscard]] Candidates
     candidates(const proc::ProcessFacts& facts, const Lookup& lookup) const;
+    [[nodiscard]] Candidates ofRunFile(const proc::ProcessFacts& facts, const Lookup& lookup) const;
+    [[nodiscard]] Candidates ofLoaded(
+        const std::string& path,
+        const std::string& file,
+        const proc::ProcessFacts& facts,
+        const Lookup& lookup
+    ) const;
+    [[nodiscard]] Candidates byName(const proc::ProcessFacts& facts) const;
+    [[nodiscard]] Candidates ofSearched(
+        const std::string& name, const proc::ProcessFacts& facts, const Lookup& lookup
+    ) const;
+    static std::size_t
+    best(const Candidates& found, const proc::ProcessFacts& facts, const Lookup& lookup);
     static Candidates possibleOf(const std::vector<Row>& rows, const proc::ProcessFacts& facts);
     static const std::vector<Row>*
     rowsOf(const Rows& rows, const std::string& path, const Lookup& lookup);
@@ -79,6 +115,7 @@ private:
     Rows executables;
     Rows scripts;
     std::unordered_set<std::string> interpreters;
+    std::vector<std::string> searchFolders;
 };
 
 } // namespace xdg

@@ -1,5 +1,6 @@
 #include "linux/xdg/ProgramResolver.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdlib>
@@ -50,6 +51,12 @@ std::string realPath(const std::string& path)
 
 std::optional<ProgramFile> ProgramResolver::find(const std::string& name) const
 {
+    const auto found = known.find(name);
+    return found != known.end() ? found->second : known[name] = look(name);
+}
+
+std::optional<ProgramFile> ProgramResolver::look(const std::string& name) const
+{
     for (const std::string& place : places(name)) {
         if (isProgram(place)) {
             const std::string path = realPath(place);
@@ -72,6 +79,28 @@ std::vector<std::string> ProgramResolver::places(const std::string& name) const
         result.push_back(place.append("/").append(name));
     }
     return result;
+}
+
+bool ProgramResolver::forget(const std::set<std::string>& names)
+{
+    return std::erase_if(known, [&](const auto& entry) {
+               return names.contains(entry.first.substr(entry.first.rfind('/') + 1));
+           }) > 0;
+}
+
+void ProgramResolver::forgetElsewhere()
+{
+    std::erase_if(known, [this](const auto& entry) {
+        const std::size_t slash = entry.first.rfind('/');
+        return slash != std::string::npos &&
+               std::find(folders.begin(), folders.end(), entry.first.substr(0, slash)) ==
+                   folders.end();
+    });
+}
+
+void ProgramResolver::forgetAll()
+{
+    known.clear();
 }
 
 } // namespace xdg

@@ -1,8 +1,10 @@
-// Finds the files behind the names of programs. Keeps nothing but the folders to search, so any
-// thread may call.
+// Finds the files behind the names of programs. Keeps what it found in the folders that it
+// searches, until that is forgotten. One thread at a time.
 #pragma once
 
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,8 +29,18 @@ public:
     /// Where a program of that name would be, were it installed.
     [[nodiscard]] std::vector<std::string> places(const std::string& name) const;
 
+    /// Files of these names changed in the folders. False where none of them was asked for.
+    bool forget(const std::set<std::string>& names);
+
+    /// What stands elsewhere is looked for anew.
+    void forgetElsewhere();
+    void forgetAll();
+
 private:
+    [[nodiscard]] std::optional<ProgramFile> look(const std::string& name) const;
+
     std::vector<std::string> folders;
+    mutable std::map<std::string, std::optional<ProgramFile>> known;
 };
 
 /// The path free of links; the path itself where there is no such file.

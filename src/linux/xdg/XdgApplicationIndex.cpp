@@ -1,5 +1,7 @@
 #include "linux/xdg/XdgApplicationIndex.h"
 
+#include "linux/xdg/Interpreters.h"
+#include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/XdgFileManager.h"
 
 #include <algorithm>
@@ -19,7 +21,7 @@ workspace::KnownApplicationPtr known(const InstalledApplication* application)
         .iconName = application->entry.icon,
         .bundlePath = bundlePath(application->entry.id),
         .executable = application->executable,
-        .shown = application->shown,
+        .shown = !application->entry.noDisplay,
     });
 }
 
@@ -27,15 +29,79 @@ workspace::KnownApplicationPtr known(const InstalledApplication* application)
 
 workspace::KnownApplicationPtr XdgApplicationIndex::ofProcess(const proc::ProcessFacts& facts) const
 {
-    return known(catalogue.current()->ofProcess(facts, [this](pid_t pid) {
-        return processes.launchClaim(pid);
-    }));
+    const std::shared_ptr<const Catalogue> current = catalogue.current();
+    const InstalledApplication* application =
+        current->ofProcess(facts, [this](pid_t pid) { return claimsOf(pid); });
+    if (application == nullptr) {
+        const std::optional<std::string> id = learnedOf(facts);
+        application = id ? current->find(*id) : nullptr;
+    }
+    return known(application);
+}
+
+std::vector<std::string> XdgApplicationIndex::claimsOf(pid_t pid) const
+{
+    std::vector<std::string> claims;
+    for (auto& claim :
+         {processes.environment(pid).launchedEntry, processes.cgroupApplication(pid)}) {
+        if (claim) {
+            claims.push_back(*claim);
+        }
+    }
+    return claims;
+}
+
+std::optional<std::string> XdgApplicationIndex::learnedOf(const proc::ProcessFacts& facts) const
+{
+    const std::scoped_lock lock(mutex);
+    if (learned.empty()) {
+        return std::nullopt;
+    }
+    auto found = learned.find(facts.executable);
+    if (found == learned.end() && isInterpreter(facts.executable)) {
+        const auto script = scriptArgument(facts.executable, facts.arguments);
+        found = script ? learned.find(realPath(*script)) : found;
+    }
+    return found == learned.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool XdgApplicationIndex::mayBeApplication(const std::string& executable) const
+{
+    if (catalogue.current()->mayBeExecutedBy(executable)) {
+        return true;
+    }
+    const std::scoped_lock lock(mutex);
+    return learned.contains(executable);
+}
+
+bool XdgApplicationIndex::shareProgram(const std::string& identifier, const std::string& other)
+    const
+{
+    return catalogue.current()->shareProgram(identifier, other);
+}
+
+void XdgApplicationIndex::learn(const proc::ProcessFacts& facts, const std::string& identifier)
+{
+    constexpr std::size_t MOST_LEARNED = 256;
+    const auto key = catalogue.current()->keyToLearn(facts, identifier);
+    if (!key) {
+        return;
+    }
+    {
+        const std::scoped_lock lock(mutex);
+        if (learned.size() >= MOST_LEARNED || !learned.emplace(key->path, identifier).second) {
+            return;
+        }
+    }
+    catalogue.learn(identifier, *key);
 }
 
 workspace::KnownApplicationPtr XdgApplicationIndex::ofWindow(const workspace::WindowFacts& facts
 ) const
 {
-    return known(catalogue.current()->ofWindow(facts.windowClass, facts.instanceName));
+    return known(
+        catalogue.current()->ofWindow({facts.applicationId, facts.windowClass, facts.instanceName})
+    );
 }
 
 workspace::KnownApplicationPtr XdgApplicationIndex::withIdentifier(const std::string& identifier

@@ -1,17 +1,13 @@
 #include "linux/xdg/XdgLoginItems.h"
 
-#include "linux/proc/FileDescriptor.h"
+#include "linux/xdg/AtomicFile.h"
 #include "linux/xdg/ExecLine.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <system_error>
 #include <utility>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace xdg {
@@ -23,26 +19,6 @@ std::string entryText(const std::string& name, const std::string& program)
     return "[Desktop Entry]\nType=Application\nVersion=1.0\nName=" + name +
            "\nExec=" + quotedForExec(program) +
            "\nNoDisplay=true\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
-}
-
-/// All of it on the disk, or false.
-bool writeWhole(const std::string& path, const std::string& text)
-{
-    const proc::FileDescriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0644)
-    );
-    std::size_t written = 0;
-    while (file.valid() && written < text.size()) {
-        const ssize_t size = ::write(file.get(), text.data() + written, text.size() - written);
-        if (size < 0 && errno == EINTR) {
-            continue;
-        }
-        if (size <= 0) {
-            return false;
-        }
-        written += static_cast<std::size_t>(size);
-    }
-    return file.valid() && ::fsync(file.get()) == 0;
 }
 
 std::string reasonOf(int error)
@@ -80,17 +56,11 @@ bool XdgLoginItems::write(const std::string& path, const std::string& text) cons
 {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    const std::string temporary = path + ".new";
-    const bool written =
-        writeWhole(temporary, text) && ::rename(temporary.c_str(), path.c_str()) == 0;
-    if (!written) {
-        const std::string reason = reasonOf(errno);
-        ::unlink(temporary.c_str());
-        report("The login item " + path + " cannot be written: " + reason);
+    constexpr unsigned READABLE_BY_ALL = 0644;
+    if (!replaceFile(path, text, READABLE_BY_ALL)) {
+        report("The login item " + path + " cannot be written: " + reasonOf(errno));
     }
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str() == text;
+    return contentOf(path) == text;
 }
 
 bool XdgLoginItems::remove(const std::string& path) const

@@ -111,13 +111,13 @@ TEST_F(ProcFilesystemTest, LaunchClaimCountsForTheProcessItWasWrittenForOnly)
     const std::string claim = "GIO_LAUNCHED_DESKTOP_FILE=/usr/share/applications/foo.desktop\0"s;
 
     folder.write("42/environ", "A=b\0"s + claim + "GIO_LAUNCHED_DESKTOP_FILE_PID=42\0"s);
-    EXPECT_EQ(filesystem.launchClaim(42), "/usr/share/applications/foo.desktop");
+    EXPECT_EQ(filesystem.environment(42).launchedEntry, "/usr/share/applications/foo.desktop");
 
     folder.write("42/environ", claim + "GIO_LAUNCHED_DESKTOP_FILE_PID=41\0"s);
-    EXPECT_FALSE(filesystem.launchClaim(42).has_value());
+    EXPECT_FALSE(filesystem.environment(42).launchedEntry.has_value());
 
     folder.write("42/environ", claim);
-    EXPECT_FALSE(filesystem.launchClaim(42).has_value());
+    EXPECT_FALSE(filesystem.environment(42).launchedEntry.has_value());
 }
 
 TEST_F(ProcFilesystemTest, AliveMeansTheSameProcess)

@@ -51,7 +51,24 @@ public:
         return result;
     }
 
+    bool mayBeApplication(const std::string& executable) const override
+    {
+        return executables().contains(executable);
+    }
+
+    bool shareProgram(const std::string& identifier, const std::string& other) const override
+    {
+        return shared.contains(identifier) && shared.contains(other);
+    }
+
+    void learn(const proc::ProcessFacts& facts, const std::string& identifier) override
+    {
+        learned.push_back(facts.executable + " is " + identifier);
+    }
+
     std::map<std::string, std::string> roles;
+    std::set<std::string> shared; // all of these execute one file
+    std::vector<std::string> learned;
 
 private:
     template <typename Matches> KnownApplicationPtr find(const Matches& matches) const

@@ -24,7 +24,7 @@ proc::ProcessFacts executing(const std::string& executable)
 
 TEST(OwnPrograms, AgentAndHelperAreKnownByWhereTheyStand)
 {
-    const workspace::FakeApplicationIndex others;
+    workspace::FakeApplicationIndex others;
     const workspace::OwnPrograms programs(MAIN_BUNDLE, others);
 
     EXPECT_EQ(
@@ -37,7 +37,7 @@ TEST(OwnPrograms, AgentAndHelperAreKnownByWhereTheyStand)
 
 TEST(OwnPrograms, ACopyOfTheHelperElsewhereIsNotTheHelper)
 {
-    const workspace::FakeApplicationIndex others;
+    workspace::FakeApplicationIndex others;
     const workspace::OwnPrograms programs(MAIN_BUNDLE, others);
 
     EXPECT_EQ(programs.ofProcess(executing("/tmp/OlvoHelper")), nullptr);

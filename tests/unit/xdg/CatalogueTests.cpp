@@ -67,14 +67,14 @@ protected:
         facts.executable = executable;
         facts.arguments = std::move(arguments);
         facts.workingDirectory = "/";
-        const auto* found = catalogue->ofProcess(facts, [this](pid_t) { return claim; });
+        const auto* found = catalogue->ofProcess(facts, [this](pid_t) { return claims; });
         return found == nullptr ? "" : found->entry.id;
     }
 
     processes::TemporaryFolder folder;
     xdg::XdgEnvironment environment;
     std::shared_ptr<const xdg::Catalogue> catalogue;
-    std::optional<std::string> claim;
+    Names claims;
 };
 
 } // namespace
@@ -227,9 +227,9 @@ TEST_F(CatalogueTest, LaunchersClaimDecidesBetweenEntriesOfOneProgram)
     const std::string program = folder.path("bin/foo");
 
     EXPECT_EQ(ofProcess(program, {"foo"}), "a");
-    claim = folder.path("system/applications/b.desktop");
+    claims = {folder.path("system/applications/b.desktop")};
     EXPECT_EQ(ofProcess(program, {"foo"}), "b");
-    claim = "/nowhere/c.desktop";
+    claims = {"/nowhere/c.desktop"};
     EXPECT_EQ(ofProcess(program, {"foo"}), "a");
 }
 
@@ -268,7 +268,7 @@ TEST_F(CatalogueTest, WindowIsKnownByItsClass)
     add("vim.desktop", entry("Vim", "Exec=bar\nTerminal=true\n"));
     build();
     const auto ofWindow = [&](const std::string& windowClass, const std::string& instance) {
-        const auto* found = catalogue->ofWindow(windowClass, instance);
+        const auto* found = catalogue->ofWindow({windowClass, instance});
         return found == nullptr ? "" : found->entry.id;
     };
 

@@ -35,7 +35,7 @@ protected:
         if (added) {
             names.push_back(name);
         }
-        table.add(place->second, place->second, std::move(key));
+        table.add(place->second, {.preference = place->second}, std::move(key));
     }
 
     std::string find(const std::string& executable, Words arguments, std::string folder = "/home")
@@ -52,9 +52,9 @@ protected:
                      const auto link = links.find(path);
                      return link == links.end() ? path : link->second;
                  },
-             .claim = [this](pid_t) -> std::optional<std::size_t> {
+             .claims = [this](pid_t) -> std::vector<std::size_t> {
                  ++claimsRead;
-                 return claim.empty() ? std::nullopt : std::optional(indices.at(claim));
+                 return claim.empty() ? std::vector<std::size_t>() : std::vector{indices.at(claim)};
              }}
         );
         return index ? names[*index] : "";

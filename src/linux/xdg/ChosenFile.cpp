@@ -1,0 +1,48 @@
+#include "linux/xdg/ChosenFile.h"
+
+#include "linux/xdg/AtomicFile.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace xdg {
+
+ChosenFile::ChosenFile(std::string path, proc::Report report)
+    : path(std::move(path)),
+      report(std::move(report))
+{
+}
+
+ChosenApplications ChosenFile::read()
+{
+    written = contentOf(path);
+    return parseChosenApplications(written);
+}
+
+void ChosenFile::write(const ChosenApplications& applications)
+{
+    std::string text = textOf(applications);
+    const bool nothingYet = applications.empty() && written.empty();
+    if (text == written || nothingYet) {
+        return;
+    }
+    constexpr auto OWNER_ONLY = std::filesystem::perms::owner_all;
+    constexpr unsigned READABLE_BY_OWNER = 0600;
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    std::error_code error;
+    if (std::filesystem::create_directories(folder, error)) {
+        std::filesystem::permissions(folder, OWNER_ONLY, error);
+    }
+    if (replaceFile(path, text, READABLE_BY_OWNER)) {
+        written = std::move(text);
+        return;
+    }
+    report(
+        "What the protected applications are recognised by cannot be kept in " + path + " (" +
+        std::generic_category().message(errno) + "); it counts until this program ends"
+    );
+}
+
+} // namespace xdg

@@ -1,0 +1,183 @@
+// What a chosen application is known by outlives whatever is done to its entry.
+#include "linux/xdg/CatalogueBuilder.h"
+#include "processes/TemporaryFolder.h"
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ChoiceTest : public testing::Test
+{
+protected:
+    ChoiceTest()
+    {
+        environment.dataFolders = {folder.path("home"), folder.path("system")};
+        environment.programFolders = {folder.path("bin")};
+        folder.copyProgram("/bin/true", "bin/foo");
+        folder.copyProgram("/bin/true", "bin/bar");
+        addToSystem("foo", "Name=Foo\nExec=foo %U\nStartupWMClass=FooWindow\n");
+        addToSystem("bar", "Name=Bar\nExec=bar\n");
+        choice.identifiers = {"foo"};
+        build();
+    }
+
+    void addToSystem(const std::string& id, const std::string& lines)
+    {
+        folder.write(
+            "system/applications/" + id + ".desktop", "[Desktop Entry]\nType=Application\n" + lines
+        );
+    }
+
+    void addToHome(const std::string& id, const std::string& lines)
+    {
+        folder.write(
+            "home/applications/" + id + ".desktop", "[Desktop Entry]\nType=Application\n" + lines
+        );
+    }
+
+    void build() { catalogue = xdg::CatalogueBuilder(environment, roles).build(choice); }
+
+    std::string of(const std::string& program, const std::vector<std::string>& arguments = {"x"})
+    {
+        build();
+        proc::ProcessFacts facts;
+        facts.executable = folder.path("bin/" + program);
+        facts.arguments = arguments;
+        const auto* found =
+            catalogue->ofProcess(facts, [](pid_t) { return std::vector<std::string>(); });
+        return found == nullptr ? "" : found->entry.id;
+    }
+
+    processes::TemporaryFolder folder;
+    xdg::XdgEnvironment environment;
+    const xdg::Roles& roles = xdg::Roles::shipped();
+    xdg::Choice choice;
+    std::shared_ptr<const xdg::Catalogue> catalogue;
+};
+
+} // namespace
+
+TEST_F(ChoiceTest, IsKeptOnlyOfWhatWasChosen)
+{
+    ASSERT_EQ(choice.kept.size(), 1U);
+    EXPECT_EQ(choice.kept.at("foo").name, "Foo");
+    EXPECT_EQ(choice.kept.at("foo").executable, folder.path("bin/foo"));
+    EXPECT_TRUE(catalogue->find("foo")->chosen);
+    EXPECT_FALSE(catalogue->find("bar")->chosen);
+}
+
+TEST_F(ChoiceTest, EntryThatIsHiddenInTheHomeFolderIsStillKnown)
+{
+    addToHome("foo", "Hidden=true\n");
+
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_EQ(catalogue->find("foo")->entry.name, "Foo");
+    EXPECT_FALSE(catalogue->find("foo")->shown);
+    EXPECT_EQ(catalogue->ofWindow({"FooWindow"})->entry.id, "foo");
+}
+
+TEST_F(ChoiceTest, EntryThatIsOverriddenInTheHomeFolderIsKnownByBoth)
+{
+    addToHome("foo", "Name=Other\nExec=bar\nStartupWMClass=Other\n");
+
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_EQ(of("bar"), "foo");
+    EXPECT_EQ(catalogue->ofWindow({"FooWindow"})->entry.id, "foo");
+    EXPECT_EQ(catalogue->ofWindow({"Other"})->entry.id, "foo");
+}
+
+TEST_F(ChoiceTest, EntryThatWasOverriddenBeforeTheChoiceIsKnownByBoth)
+{
+    addToHome("foo", "Name=Other\nExec=bar\n");
+    choice = {};
+    choice.identifiers = {"foo"};
+
+    EXPECT_EQ(of("foo"), "foo");
+}
+
+TEST_F(ChoiceTest, EntryWhoseProgramIsSaidToBeMissingIsStillKnown)
+{
+    addToHome("foo", "Name=Foo\nExec=foo\nTryExec=missing\n");
+
+    EXPECT_EQ(of("foo"), "foo");
+}
+
+TEST_F(ChoiceTest, AnotherEntryForTheSameProgramDoesNotHideIt)
+{
+    addToHome("aaa", "Name=Innocent\nExec=foo --anyway\n");
+
+    EXPECT_EQ(of("foo", {"foo", "--anyway"}), "foo");
+    choice.identifiers = {"bar"};
+    EXPECT_EQ(of("foo", {"foo", "--anyway"}), "aaa");
+}
+
+TEST_F(ChoiceTest, DeletedEntryIsStillKnown)
+{
+    std::filesystem::remove(folder.path("system/applications/foo.desktop"));
+
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_NE(catalogue->find("foo"), nullptr);
+}
+
+TEST_F(ChoiceTest, ApplicationThatIsRemovedAndInstalledAgainIsKnownAgain)
+{
+    std::filesystem::remove(folder.path("system/applications/foo.desktop"));
+    std::filesystem::remove(folder.path("bin/foo"));
+    build();
+    folder.copyProgram("/bin/true", "bin/foo");
+    addToSystem("foo", "Name=Foo\nExec=foo %U\n");
+
+    EXPECT_EQ(of("foo"), "foo");
+}
+
+TEST_F(ChoiceTest, UpgradeToAnotherPathIsKnownByBoth)
+{
+    folder.copyProgram("/bin/true", "bin/foo2");
+    addToSystem("foo", "Name=Foo\nExec=foo2\n");
+
+    EXPECT_EQ(of("foo2"), "foo");
+    EXPECT_EQ(of("foo"), "foo");
+}
+
+TEST_F(ChoiceTest, ChoiceThatIsNotKnownYetIsWhatWasKept)
+{
+    std::filesystem::remove(folder.path("system/applications/foo.desktop"));
+    choice.identifiers.reset();
+
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_EQ(choice.kept.size(), 1U);
+}
+
+TEST_F(ChoiceTest, WhatIsNoLongerChosenIsForgotten)
+{
+    std::filesystem::remove(folder.path("system/applications/foo.desktop"));
+    choice.identifiers = {"bar"};
+
+    EXPECT_EQ(of("foo"), "");
+    EXPECT_EQ(choice.kept.count("foo"), 0U);
+    EXPECT_EQ(choice.kept.count("bar"), 1U);
+}
+
+TEST_F(ChoiceTest, RoleChoosesAllThatPlayIt)
+{
+    addToSystem("term", "Name=Term\nExec=bar --term\nCategories=TerminalEmulator;\n");
+    choice.identifiers = {"com.apple.Terminal"};
+    build();
+    addToHome("term", "Name=Term\nExec=bar --term\nCategories=Game;\n");
+
+    EXPECT_EQ(of("bar", {"bar", "--term"}), "term");
+    EXPECT_EQ(catalogue->find("term")->roles, (std::vector<std::string>{"com.apple.Terminal"}));
+}
+
+TEST_F(ChoiceTest, ApplicationThatIsInstalledAfterItWasChosenIsKept)
+{
+    choice.identifiers = {"later"};
+    build();
+    EXPECT_TRUE(choice.kept.empty());
+    addToSystem("later", "Name=Later\nExec=bar --later\n");
+    build();
+
+    EXPECT_EQ(choice.kept.count("later"), 1U);
+}
