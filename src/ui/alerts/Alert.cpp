@@ -1,7 +1,12 @@
 #include "ui/alerts/Alert.h"
 
+#include "ui/views/Images.h"
+#include "ui/views/Theme.h"
+
 #include <QAbstractButton>
+#include <QIcon>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 
 #include <algorithm>
@@ -12,16 +17,18 @@ namespace {
 
 constexpr int INFORMATIONAL = 1;
 constexpr int CRITICAL = 2;
+constexpr int ICON_SIDE = 48;
+constexpr int MARGIN = 2 * Theme::GRID;
 
-QMessageBox::Icon iconOf(int style)
+QString pictureOf(int style)
 {
     switch (style) {
     case INFORMATIONAL:
-        return QMessageBox::Information;
+        return QStringLiteral("AlertInformational");
     case CRITICAL:
-        return QMessageBox::Critical;
+        return QStringLiteral("AlertCritical");
     default:
-        return QMessageBox::Warning;
+        return QStringLiteral("AlertWarning");
     }
 }
 
@@ -33,7 +40,7 @@ makeAlert(const AlertTexts& texts, const std::vector<std::string>& options, QWid
     auto alert = std::make_unique<QMessageBox>(window);
     alert->setWindowTitle(QStringLiteral("Tarvel"));
     alert->setWindowFlag(Qt::WindowStaysOnTopHint);
-    alert->setIcon(iconOf(texts.style));
+    alert->setIconPixmap(requiredImage(pictureOf(texts.style)).pixmap(ICON_SIDE));
     alert->setText(QString::fromStdString(texts.messageText));
     alert->setInformativeText(QString::fromStdString(texts.informativeText));
     for (QLabel* label : alert->findChildren<QLabel*>()) {
@@ -46,6 +53,7 @@ makeAlert(const AlertTexts& texts, const std::vector<std::string>& options, QWid
         alert->addButton(QMessageBox::Ok);
     }
     const QList<QAbstractButton*> buttons = alert->buttons();
+    alert->layout()->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
     alert->setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
     alert->setEscapeButton(buttons.last());
     return alert;
