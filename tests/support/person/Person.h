@@ -1,0 +1,69 @@
+// Somebody who uses the agent's windows: looks for things as they are shown to assistive tools, and
+// uses them with the pointer, with keys or as assistive tools do. Whatever is not there within
+// reasonable time ends in a `desktop::Failure` that says what is there instead. One thread.
+#pragma once
+
+#include "accessibility/AccessibilityBus.h"
+#include "accessibility/Node.h"
+#include "desktop/Desktop.h"
+#include "person/Control.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace person {
+
+class Person
+{
+public:
+    /// Must be there before the agent starts.
+    explicit Person(desktop::Desktop& desk) : desk(desk), tools(desk) {}
+
+    /// What the screen shows now; nothing where no such thing is to be seen.
+    [[nodiscard]] std::optional<accessibility::Node> glimpse(const Control& control) const;
+
+    [[nodiscard]] bool sees(const Control& control) const { return glimpse(control).has_value(); }
+
+    /// Waits for it.
+    accessibility::Node find(const Control& control) const;
+    void waitFor(const Control& control) const;
+    void waitForEndOf(const Control& control) const;
+    void waitUntil(const std::string& what, const std::function<bool()>& condition) const;
+
+    /// As a screen reader does it: the thing's own action.
+    void activate(const Control& control) const;
+
+    /// Waits until the window has the keyboard, which the field then has in it.
+    void focus(const Control& control) const;
+
+    /// With the pointer, in the middle of it, once it stays where it is.
+    void click(const Control& control) const;
+    void clickAt(const desktop::Rectangle& place) const;
+
+    /// Where a thing is once it stays where it is.
+    desktop::Rectangle placeOf(const Control& control) const;
+
+    /// Types over what is in the field.
+    void write(const std::string& text, const Control& field) const;
+    void type(const std::string& text) const;
+    void press(std::uint32_t key, const std::vector<std::uint32_t>& held = {}) const;
+
+    /// Waits until this has the keyboard.
+    void waitForFocusOn(const Control& control) const;
+
+    /// Names of all rows of lists that show, in order.
+    std::vector<std::string> rows() const;
+
+    /// For a person who looks for the cause of a failure: all that shows.
+    std::string report() const;
+
+private:
+    std::vector<accessibility::Node> windows() const;
+
+    desktop::Desktop& desk;
+    accessibility::AccessibilityBus tools;
+};
+
+} // namespace person
