@@ -29,6 +29,8 @@ ImageButtonView::ImageButtonView(QWidget* parent) : QAbstractButton(parent)
     });
     fadeEnd.setSingleShot(true);
     fadeEnd.setInterval(FADE_MS);
+    // Assistive tools neither press a key nor a button of the mouse.
+    connect(this, &QAbstractButton::clicked, this, [this] { click(); });
     connect(&fadeEnd, &QTimer::timeout, this, [this] { stopFadeAnimation(); });
 }
 

@@ -33,7 +33,8 @@ public:
     int id = 0;
     bool animated = true;
 
-    /// Called with the id, at the press of the button or of its key.
+    /// Called with the id, at the press of the button or of its key, or when an assistive
+    /// tool activates it.
     std::function<void(int)> onClick;
 
     /// Opacity of the picture, 0.3 at the depth of the fade.
