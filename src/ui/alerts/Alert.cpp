@@ -32,6 +32,12 @@ QString pictureOf(int style)
     }
 }
 
+/// The title as it is written: no character of it marks a key.
+QString buttonTitle(const std::string& option)
+{
+    return QString::fromStdString(option).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 } // namespace
 
 std::unique_ptr<QMessageBox>
@@ -47,7 +53,7 @@ makeAlert(const AlertTexts& texts, const std::vector<std::string>& options, QWid
         label->setTextFormat(Qt::PlainText);
     }
     for (const std::string& option : options) {
-        alert->addButton(QString::fromStdString(option), QMessageBox::AcceptRole);
+        alert->addButton(buttonTitle(option), QMessageBox::AcceptRole);
     }
     if (options.empty()) {
         alert->addButton(QMessageBox::Ok);
@@ -61,7 +67,9 @@ makeAlert(const AlertTexts& texts, const std::vector<std::string>& options, QWid
 
 int responseOf(const QMessageBox& alert)
 {
-    const auto position = alert.buttons().indexOf(alert.clickedButton());
+    const QAbstractButton* const clicked = alert.clickedButton();
+    const auto position =
+        alert.buttons().indexOf(clicked != nullptr ? clicked : alert.escapeButton());
     return ALERT_FIRST_BUTTON_RETURN + static_cast<int>(std::max<qsizetype>(position, 0));
 }
 

@@ -3,6 +3,7 @@
 #include "ui/views/GrayGradientView.h"
 
 #include <QCloseEvent>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -65,6 +66,9 @@ void PanelWindow::keyPressEvent(QKeyEvent* event)
 
 void PanelWindow::closeEvent(QCloseEvent* event)
 {
+    for (auto* const sheet : findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly)) {
+        sheet->close(); // nobody could tell what it belongs to
+    }
     event->accept();
     const std::function<void()> listener = onClose;
     if (listener) {

@@ -1,5 +1,5 @@
 // A window of the program: on the gray gradient, above ordinary windows, moved by its ground as
-// well as by its title bar. Escape closes it, as its close button does.
+// well as by its title bar. Escape closes it, as its close button does, and its sheets with it.
 #pragma once
 
 #include <QPoint>
