@@ -13,7 +13,10 @@ namespace ui {
 
 PanelWindow::PanelWindow(QWidget* parent) : QWidget(parent)
 {
-    setWindowFlags(Qt::Window | Qt::WindowStaysOnTopHint);
+    setWindowFlags(
+        Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+        Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint
+    );
 }
 
 void PanelWindow::orderFront()

@@ -1,6 +1,7 @@
 #include "ui/views/ViewController.h"
 
 #include "platform/Fatal.h"
+#include "ui/views/FormButtons.h"
 
 namespace ui {
 
@@ -16,6 +17,7 @@ QWidget& ViewController::view()
         if (loadedView.isNull()) {
             platform::fatal("a view could not be loaded");
         }
+        FormButtons::install(*loadedView);
         viewDidLoad();
     }
     return *loadedView;

@@ -1,6 +1,7 @@
 #include "ui/views/WindowController.h"
 
 #include "platform/Fatal.h"
+#include "ui/views/FormButtons.h"
 
 namespace ui {
 
@@ -13,6 +14,7 @@ PanelWindow& WindowController::window()
         if (loadedWindow == nullptr) {
             platform::fatal("a window could not be loaded");
         }
+        FormButtons::install(*loadedWindow);
         windowDidLoad();
     }
     return *loadedWindow;

@@ -1,6 +1,9 @@
 #include "qt/FormChecks.h"
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QFile>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QSet>
 #include <QWidget>
@@ -17,6 +20,21 @@ struct FormWidget
     bool accessible = false;
 };
 
+/// Assistive tools speak the text of a control unless it has a name of its own.
+bool saysWhatItIs(const QXmlStreamReader& xml)
+{
+    const auto property = xml.attributes().value("name");
+    return xml.isStartElement() && xml.name() == QLatin1String("property") &&
+           (property == QLatin1String("accessibleName") || property == QLatin1String("text") ||
+            property == QLatin1String("windowTitle"));
+}
+
+/// Lines and pictures without a name, which assistive tools pass over.
+bool isDecoration(const QString& type)
+{
+    return type == QLatin1String("QFrame") || type == QLatin1String("ui::ImageView");
+}
+
 /// The widgets of the form, each with the properties of its own.
 std::vector<FormWidget> widgetsOf(QXmlStreamReader& xml)
 {
@@ -32,14 +50,37 @@ std::vector<FormWidget> widgetsOf(QXmlStreamReader& xml)
             );
         } else if (xml.isEndElement() && xml.name() == QLatin1String("widget")) {
             open.pop_back();
-        } else if (!open.empty() && xml.attributes().value("name") == QLatin1String("accessibleName")) {
+        } else if (!open.empty() && saysWhatItIs(xml)) {
             widgets[open.back()].accessible = true;
         }
     }
     return widgets;
 }
 
+QString spokenName(QWidget& widget)
+{
+    const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&widget);
+    return interface == nullptr ? QString() : interface->text(QAccessible::Name);
+}
+
+QString lengthened(const QString& text)
+{
+    // in words of the same lengths as there are, so that lines can break as they did
+    const QString more = text.left((text.size() * 2 + 4) / 5).trimmed();
+    return text.isEmpty() ? text : text + QLatin1Char(' ') + more;
+}
+
 } // namespace
+
+void lengthenTexts(QWidget& window)
+{
+    for (auto* const label : window.findChildren<QLabel*>()) {
+        label->setText(lengthened(label->text()));
+    }
+    for (auto* const button : window.findChildren<QAbstractButton*>()) {
+        button->setText(lengthened(button->text()));
+    }
+}
 
 std::vector<std::string> troublesOfForm(const std::string& path)
 {
@@ -64,7 +105,7 @@ std::vector<std::string> troublesOfForm(const std::string& path)
             troubles.push_back(who + " is there twice");
         }
         names.insert(widget.name);
-        if (!widget.accessible) {
+        if (!widget.accessible && !isDecoration(widget.type)) {
             troubles.push_back(who + " has no accessible name");
         }
     }
@@ -80,7 +121,7 @@ std::vector<std::string> troublesOfWindow(QWidget& window)
             continue;
         }
         waiting.insert(widget);
-        if (widget->accessibleName().isEmpty()) {
+        if (spokenName(*widget).isEmpty()) {
             troubles.push_back(widget->objectName().toStdString() + " has no accessible name");
         }
     }
@@ -95,6 +136,28 @@ std::vector<std::string> troublesOfWindow(QWidget& window)
         troubles.push_back(widget->objectName().toStdString() + " is not reached by Tab");
     }
     return troubles;
+}
+
+std::vector<std::string> cutTextsOf(const QWidget& window)
+{
+    std::vector<std::string> cut;
+    const auto check = [&cut](const QWidget& widget, const QString& text) {
+        const QSize wanted =
+            widget.hasHeightForWidth()
+                ? QSize(widget.minimumSizeHint().width(), widget.heightForWidth(widget.width()))
+                : widget.sizeHint();
+        const bool fits = widget.width() >= wanted.width() && widget.height() >= wanted.height();
+        if (widget.isVisible() && !text.isEmpty() && !fits) {
+            cut.push_back(widget.objectName().toStdString() + " \"" + text.toStdString() + '"');
+        }
+    };
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        check(*label, label->text());
+    }
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+        check(*button, button->text());
+    }
+    return cut;
 }
 
 } // namespace support

@@ -16,4 +16,10 @@ std::vector<std::string> troublesOfForm(const std::string& path);
 /// name, or that Tab does not reach from the first of them.
 std::vector<std::string> troublesOfWindow(QWidget& window);
 
+/// The labels, buttons and check boxes on the screen that have less room than their text needs.
+std::vector<std::string> cutTextsOf(const QWidget& window);
+
+/// Makes the texts of its labels and buttons 40 % longer, as in a wordy language.
+void lengthenTexts(QWidget& window);
+
 } // namespace support

@@ -21,6 +21,7 @@ std::unique_ptr<PanelWindow> GreetingsWindowController::loadWindow()
     QObject::connect(form.quitButton, &QPushButton::clicked, window.get(), [this] {
         quitButtonClick();
     });
+    form.setupPasswordButton->setFocus();
     return window;
 }
 

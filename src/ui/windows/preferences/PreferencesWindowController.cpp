@@ -25,6 +25,7 @@ std::unique_ptr<PanelWindow> PreferencesWindowController::loadWindow()
     QObject::connect(form.cancelButton, &QPushButton::clicked, window.get(), [this] {
         cancelButtonClick();
     });
+    form.passwordTextFieldOutlet->setFocus();
     return window;
 }
 

@@ -1,0 +1,27 @@
+// How buttons behave in windows that are no dialogs of the toolkit: the default button stays the
+// default one whoever has the keyboard, and Return presses the button that has it. (The toolkit
+// gives the look of the default button to each button that gets the keyboard, and takes it away
+// with the keyboard.)
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+namespace ui {
+
+class FormButtons : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// For all push buttons of a form that was loaded. Owned by the form.
+    static void install(QWidget& form);
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    using QObject::QObject;
+};
+
+} // namespace ui
