@@ -1,6 +1,6 @@
-#include "FakeNotifications.h"
 #include "HelperFixture.h"
 #include "Notice.h"
+#include "desktop/FakeNotifications.h"
 #include "desktop/Wait.h"
 
 #include <csignal>
@@ -67,15 +67,17 @@ TEST_F(HelperOnABus, NoticeWinsOverTheStatusThatFollowsIt)
 
 TEST_F(HelperOnABus, AnAgentThatCannotLiveIsRestartedFiveTimesAndThenReported)
 {
-    FakeNotifications notifications(bus->address());
+    desktop::FakeNotifications notifications(bus->address());
     setManner("dies");
     helper = startHelperAtLogin();
 
     EXPECT_TRUE(desktop::waitUntil([&] { return notifications.hasShown(1); }, PATIENCE));
     EXPECT_EQ(starts().size(), 6U) << "one at login, five again";
-    ASSERT_EQ(notifications.texts().size(), 1U);
-    EXPECT_THAT(notifications.texts()[0], HasSubstr("Tarvel|Tarvel is not running|"));
-    EXPECT_THAT(notifications.texts()[0], HasSubstr("5 times within a minute"));
+    ASSERT_EQ(notifications.notifications().size(), 1U);
+    const auto& shown = notifications.notifications().front();
+    EXPECT_EQ(shown.program, "Tarvel");
+    EXPECT_EQ(shown.title, "Tarvel is not running");
+    EXPECT_THAT(shown.text, HasSubstr("5 times within a minute"));
     EXPECT_THAT(errors(), HasSubstr("5 times within a minute"));
     EXPECT_TRUE(helper->isRunning());
 
@@ -132,7 +134,7 @@ TEST_F(HelperOnABus, WhatCouldNotBeShownIsShownWhenTheBusIsBack)
 
     stopHelper();
     startBus();
-    FakeNotifications notifications(address);
+    desktop::FakeNotifications notifications(address);
     helper->signal(SIGCONT);
     EXPECT_TRUE(desktop::waitUntil([&] { return notifications.hasShown(1); }, PATIENCE));
     EXPECT_EQ(starts().size(), 6U);

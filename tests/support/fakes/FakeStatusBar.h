@@ -27,7 +27,10 @@ public:
 
         bool isShown() override { return owner.shown; }
 
-        std::optional<platform::Rect> frame() override { return owner.frame; }
+        std::optional<platform::Rect> frame() override
+        {
+            return owner.shown ? owner.frame : std::nullopt;
+        }
 
         void setNeedsDisplay() override
         {

@@ -1,0 +1,92 @@
+#include "desktop/StatusPanel.h"
+
+#include "desktop/BusConnection.h"
+#include "desktop/Failure.h"
+#include "desktop/TemporaryFolder.h"
+#include "desktop/Wait.h"
+
+#include <string>
+
+namespace desktop {
+
+namespace {
+
+constexpr std::chrono::seconds TIMEOUT{30};
+constexpr auto WATCHER = "org.kde.StatusNotifierWatcher";
+
+ChildProcess startTint2(Desktop& desktop)
+{
+    const auto configuration = desktop.home() / "tint2rc";
+    writeFile(
+        configuration,
+        "panel_items = S\npanel_size = 100% 32\npanel_position = bottom left horizontal\n"
+        "panel_padding = 0 0 0\nsystray_padding = 0 0 0\nsystray_icon_size = 24\n"
+        "rounded = 0\nbackground_color = #203040 100\npanel_background_id = 1\n"
+    );
+    return desktop.start({"tint2", "-c", configuration.string()});
+}
+
+ChildProcess startLxqtPanel(Desktop& desktop)
+{
+    const auto folder = desktop.home() / ".config/lxqt";
+    std::filesystem::create_directories(folder);
+    writeFile(
+        folder / "panel.conf",
+        "panels=panel1\n[panel1]\nplugins=statusnotifier\nposition=Bottom\ndesktop=0\n"
+        "panelSize=32\niconSize=22\n[statusnotifier]\nalignment=Left\ntype=statusnotifier\n"
+    );
+    return desktop.start({"lxqt-panel"});
+}
+
+bool hasTray(XConnection& connection)
+{
+    const Reply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection.get(),
+        xcb_get_selection_owner(connection.get(), connection.atom("_NET_SYSTEM_TRAY_S0")),
+        nullptr
+    ));
+    return reply && reply->owner != XCB_NONE;
+}
+
+bool hasHost(PrivateBus& sessionBus)
+{
+    if (!sessionBus.hasOwner(WATCHER)) {
+        return false;
+    }
+    const auto bus = connectToBus(sessionBus.address());
+    const auto call =
+        newCall(bus, WATCHER, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties", "Get");
+    int host = 0;
+    try {
+        sd_bus_message_append(call.get(), "ss", WATCHER, "IsStatusNotifierHostRegistered");
+        sd_bus_message_read(callAndWait(bus, call).get(), "v", "b", &host);
+    } catch (const Failure&) {
+        return false;
+    }
+    return host != 0;
+}
+
+} // namespace
+
+StatusPanel::StatusPanel(Desktop& desktop, Kind kind)
+    : panel(kind == Kind::SystemTray ? startTint2(desktop) : startLxqtPanel(desktop))
+{
+    const bool isTray = kind == Kind::SystemTray;
+    const std::string name = isTray ? "Tint2" : "lxqt-panel";
+    xcb_window_t window = XCB_NONE;
+    const bool isUp = waitUntil(
+        [&] {
+            window = desktop.windows().ofClass(name);
+            return window != XCB_NONE && desktop.windows().isViewable(window) &&
+                   (isTray ? hasTray(desktop.connection()) : hasHost(desktop.bus()));
+        },
+        TIMEOUT
+    );
+    if (!isUp) {
+        throw Failure("no status area comes with " + name);
+    }
+    const Rectangle place = desktop.windows().placeOf(window);
+    first = {place.x, place.y, place.height, place.height};
+}
+
+} // namespace desktop

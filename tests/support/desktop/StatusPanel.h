@@ -1,0 +1,32 @@
+// A real panel at the lower edge of the main screen, with a status area in it and nothing else. It
+// ends with the object. One thread.
+#pragma once
+
+#include "desktop/ChildProcess.h"
+#include "desktop/Desktop.h"
+
+namespace desktop {
+
+class StatusPanel
+{
+public:
+    enum class Kind
+    {
+        SystemTray,    // tint2: XEmbed
+        StatusNotifier // lxqt-panel: over the session bus
+    };
+
+    /// Returns when items can come; throws `Failure` when it does not come to that.
+    StatusPanel(Desktop& desktop, Kind kind);
+
+    ChildProcess& process() { return panel; }
+
+    /// The place of the first item, where one is.
+    [[nodiscard]] Rectangle firstItem() const { return first; }
+
+private:
+    ChildProcess panel;
+    Rectangle first;
+};
+
+} // namespace desktop
