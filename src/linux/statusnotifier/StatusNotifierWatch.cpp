@@ -58,7 +58,12 @@ bool StatusNotifierWatch::hasHost()
 {
     if (!std::exchange(settled, true)) {
         const QDBusConnection connection = bus.connection();
-        take(connection.call(whetherThereIsAHost(), QDBus::Block, LONGEST_WAIT));
+        const QDBusMessage reply =
+            connection.call(whetherThereIsAHost(), QDBus::Block, LONGEST_WAIT);
+        if (reply.type() == QDBusMessage::ReplyMessage) {
+            ++question; // what was asked before is answered later, and older
+            take(reply);
+        }
     }
     return host;
 }
@@ -67,9 +72,13 @@ void StatusNotifierWatch::watcherChanged(
     const QString& /*name*/, const QString& /*before*/, const QString& after
 )
 {
+    if (after == owner) {
+        return; // its answer came before the news
+    }
+    owner = after;
     ++question; // what the former watcher may still answer counts no more
     setHost(false);
-    if (!after.isEmpty()) {
+    if (!owner.isEmpty()) {
         ask();
     }
 }
@@ -81,6 +90,7 @@ void StatusNotifierWatch::hostChanged()
 
 void StatusNotifierWatch::busLost()
 {
+    owner.clear();
     ++question;
     setHost(false);
 }
@@ -114,8 +124,11 @@ void StatusNotifierWatch::answered(QDBusPendingCallWatcher* call, int number)
 
 void StatusNotifierWatch::take(const QDBusMessage& reply)
 {
-    const bool answer = reply.type() == QDBusMessage::ReplyMessage && !reply.arguments().isEmpty();
-    setHost(answer && reply.arguments().first().value<QDBusVariant>().variant().toBool());
+    const bool answer = reply.type() == QDBusMessage::ReplyMessage;
+    if (answer) {
+        owner = reply.service();
+    }
+    setHost(answer && reply.arguments().value(0).value<QDBusVariant>().variant().toBool());
 }
 
 void StatusNotifierWatch::setHost(bool present)

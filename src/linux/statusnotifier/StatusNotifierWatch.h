@@ -42,6 +42,7 @@ private:
     void setHost(bool present);
 
     dbus::SessionBus bus;
+    QString owner;        // of the watcher's name, as far as known
     int question = 0;     // number of the latest
     bool settled = false; // some question is answered, or was waited for long enough
     bool host = false;

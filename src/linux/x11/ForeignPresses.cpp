@@ -10,8 +10,9 @@ namespace x11 {
 
 namespace {
 
-/// From the release in a panel until its word of the item must have come.
-constexpr double GRACE = 0.15; // seconds
+/// From the release in a panel until its word of the item must have come. The two come by different
+/// ways, so that the word may also be the first.
+constexpr std::chrono::duration<double> GRACE{0.25};
 
 using PointerReply = Reply<xcb_query_pointer_reply_t>;
 
@@ -61,6 +62,12 @@ void ForeignPresses::watch(bool wanted)
     held.clear();
 }
 
+void ForeignPresses::itemActivated()
+{
+    held.clear();
+    lastActivation = std::chrono::steady_clock::now();
+}
+
 void ForeignPresses::handle(const xcb_generic_event_t& event)
 {
     const auto& generic = as<xcb_ge_generic_event_t>(event);
@@ -91,7 +98,9 @@ void ForeignPresses::pressed(std::uint32_t physicalButton)
     case Target::Own:
         break;
     case Target::Panel:
-        held.push_back(press);
+        if (std::chrono::steady_clock::now() - lastActivation > GRACE) {
+            held.push_back(press);
+        }
         break;
     case Target::Other:
         tell(press);
@@ -105,7 +114,7 @@ void ForeignPresses::released()
         return;
     }
     const std::weak_ptr<bool> thisIsAlive = alive;
-    timers.scheduleTimer(GRACE, false, [this, thisIsAlive] {
+    timers.scheduleTimer(GRACE.count(), false, [this, thisIsAlive] {
         if (thisIsAlive.expired()) {
             return;
         }

@@ -1,7 +1,7 @@
 // Presses of the left and the right mouse button in windows that are not this program's, wherever
 // they are and whoever holds the pointer. A press in a panel may turn out to be one on this
 // program's own item there, which only the panel knows: it is told shortly after the button was let
-// go, unless the panel reports the item activated until then. Main thread.
+// go, unless the panel reports the item activated until then, or did just before. Main thread.
 #pragma once
 
 #include "linux/x11/WindowInspector.h"
@@ -9,6 +9,7 @@
 #include "linux/x11/X11Guard.h"
 #include "platform/Timers.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -33,7 +34,7 @@ public:
     void watch(bool wanted);
 
     /// The program's own item in a panel was activated.
-    void itemActivated() { held.clear(); }
+    void itemActivated();
 
 private:
     enum class Target
@@ -56,6 +57,7 @@ private:
     platform::Timers& timers;
     WindowInspector inspector;
     bool watching = false;
+    std::chrono::steady_clock::time_point lastActivation;
     std::vector<Press> held; // in panels, oldest first
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
     X11Desktop::Subscription subscription;

@@ -238,7 +238,7 @@ TEST_F(StatusNotifierItemOnTheBus, IsSettledQuicklyWhenTheWatcherHangsAndAppears
     item = bar.statusItem(platform::STATUS_ITEM_VARIABLE_LENGTH);
     EXPECT_FALSE(item->isShown());
     EXPECT_FALSE(item->isShown());
-    EXPECT_LT(std::chrono::steady_clock::now() - before, 500ms); // 50 ms, on a busy machine too
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 2s); // 50 ms, on a busy machine too
     world.watcher->setHanging(false);
     EXPECT_TRUE(support::waitFor([&] { return item->isShown(); }));
     item.reset();

@@ -152,7 +152,7 @@ TEST_F(UserNotificationsOverTheBus, AServiceThatHangsIsNotWaitedFor)
 {
     const auto before = std::chrono::steady_clock::now();
     world.notifications.deliver({"Hello", "text", false, true}); // nobody turns the service
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(500));
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(2));
     EXPECT_TRUE(world.hasShown(1));
 }
 
