@@ -57,8 +57,10 @@ void ForeignPresses::watch(bool wanted)
         selection.events =
             XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
     }
-    xcb_input_xi_select_events(connection.get(), connection.root(), 1, &selection.head);
-    connection.flush();
+    const auto asked =
+        xcb_input_xi_select_events_checked(connection.get(), connection.root(), 1, &selection.head);
+    // What is pressed from here on is heard.
+    const Reply<xcb_generic_error_t> error(xcb_request_check(connection.get(), asked));
     held.clear();
 }
 
