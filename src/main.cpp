@@ -279,6 +279,7 @@ private:
         .openUrl = [](const std::string& url
                    ) { return QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
         .report = report,
+        .session = {environment.display, environment.waylandDisplay},
     }};
     secretservice::KeychainGate keychainGate{
         queues, {busAddress, ownFolder(QStandardPaths::GenericDataLocation)}, report};

@@ -21,6 +21,13 @@ Announcements::Announcements(const ApplicationRecords& records, Observers& obser
 void Announcements::started(const Instance& instance)
 {
     observers.notifyInserted(records.of(instance));
+    if (!instance.expected) {
+        notifyLaunch(WorkspaceNotificationName::WillLaunchApplication, instance);
+    }
+}
+
+void Announcements::startedAgain(const Instance& instance)
+{
     notifyLaunch(WorkspaceNotificationName::WillLaunchApplication, instance);
 }
 
@@ -62,6 +69,7 @@ void Announcements::notifyLaunch(WorkspaceNotificationName name, const Instance&
     if (application.activationPolicy != platform::ActivationPolicy::Regular) {
         return;
     }
+    const Instance* before = std::exchange(announced, &instance);
     observers.notify(
         {name,
          platform::UserInfo{
@@ -70,6 +78,7 @@ void Announcements::notifyLaunch(WorkspaceNotificationName name, const Instance&
              {platform::WORKSPACE_APPLICATION_KEY, application},
          }}
     );
+    announced = before;
 }
 
 void Announcements::notifyApplication(

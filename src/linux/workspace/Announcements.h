@@ -16,8 +16,12 @@ public:
     Announcements(const ApplicationRecords& records, Observers& observers);
 
     void started(const Instance& instance);
+    void startedAgain(const Instance& instance);
     void windowShown(const Instance& instance);
     void ended(const Instance& instance);
+
+    /// The instance whose launch is being announced: its process may be that of others, too.
+    const Instance* subject() const { return announced; }
 
     /// Empty: none is in front. Says nothing where that is no change.
     void activeChanged(const InstancePtr& instance);
@@ -31,6 +35,7 @@ private:
     const ApplicationRecords& records;
     Observers& observers;
     std::optional<platform::RunningApplication> active;
+    const Instance* announced = nullptr;
 };
 
 } // namespace workspace

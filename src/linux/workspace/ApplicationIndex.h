@@ -38,6 +38,9 @@ public:
     /// The installed application; for a role's identifier the preferred one that plays it.
     virtual KnownApplicationPtr withIdentifier(const std::string& identifier) const = 0;
 
+    /// The application with this desktop entry, named by its path or its file's name.
+    virtual KnownApplicationPtr ofEntry(const std::string& entry) const = 0;
+
     /// True when the application `identifier` plays the role `role`.
     virtual bool plays(const std::string& identifier, const std::string& role) const = 0;
 

@@ -3,14 +3,19 @@
 
 #include "linux/workspace/ApplicationIndex.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 
 #include <sys/types.h>
 
 namespace workspace {
+
+using Clock = std::chrono::steady_clock;
 
 struct Instance
 {
@@ -18,8 +23,15 @@ struct Instance
     std::uint64_t number = 0; // in order of appearance
     proc::ProcessFacts leader;
     std::map<pid_t, std::uint64_t> processes; // with their start times
-    bool announced = false; // its start was reported, so its first window is to be, too
-    bool windowShown = false;
+    std::set<std::uint64_t> windows;          // that it shows now
+    bool windowShown = false;                 // now or before
+    /// It shows windows of a process that another application was started as, and ends with those.
+    bool guest = false;
+    /// It runs because of a start that was announced before its process was.
+    bool expected = false;
+    /// Its start was announced then, and no window has come of it yet.
+    std::optional<Clock::time_point> awaited;
+    std::optional<Clock::time_point> windowlessSince; // its last window went
 };
 
 using InstancePtr = std::shared_ptr<Instance>;

@@ -7,6 +7,16 @@
 
 namespace workspace {
 
+namespace {
+
+bool isShell(const std::string& executable)
+{
+    const std::string name = executable.substr(executable.rfind('/') + 1);
+    return name == "sh" || name == "dash" || name == "bash" || name == "busybox";
+}
+
+} // namespace
+
 InstanceFeed::InstanceFeed(Parts parts) : parts(parts)
 {
     wireTracker();
@@ -33,25 +43,23 @@ void InstanceFeed::wireTracker()
     tracker.isAlive = [this](pid_t pid, std::uint64_t startTime) {
         return parts.processes.alive(pid, startTime);
     };
+    tracker.shareProgram = [this](const std::string& identifier, const std::string& other) {
+        return parts.applications.shareProgram(identifier, other);
+    };
     tracker.survivorsOf = [this](const Instance& instance) { return survivorsOf(instance); };
 }
 
 void InstanceFeed::wireProcesses()
 {
-    parts.processes.onExec = [this](const proc::ProcessFacts& facts) {
-        KnownApplicationPtr application = parts.applications.ofProcess(facts);
-        if (application != nullptr) {
-            startLater({facts, std::move(application), parts.processes.ancestorsOf(facts.pid)});
-            return;
-        }
-        if (isWatched(facts.pid)) {
-            becomeLater(facts);
-        }
+    parts.processes.isOfInterest = [this](pid_t pid, const std::string& executable) {
+        return isOfInterest(pid, executable);
     };
+    parts.processes.onExec = [this](const proc::ProcessFacts& facts) { executed(facts); };
     parts.processes.onExit = [this](pid_t pid, std::uint64_t startTime) {
         {
             const std::lock_guard lock(mutex);
             watched.erase(pid);
+            scripts.erase(pid);
         }
         post([this, pid, startTime] { parts.tracker.processEnded(pid, startTime); });
     };
@@ -60,23 +68,51 @@ void InstanceFeed::wireProcesses()
     };
 }
 
+void InstanceFeed::executed(const proc::ProcessFacts& facts)
+{
+    KnownApplicationPtr application = parts.applications.ofProcess(facts);
+    if (application == nullptr) {
+        executedOther(facts);
+    } else if (auto sighting = sightingOf(facts, std::move(application))) {
+        startLater(std::move(*sighting));
+    }
+}
+
+void InstanceFeed::executedOther(const proc::ProcessFacts& facts)
+{
+    if (isWatched(facts.pid)) {
+        post([this, facts] { parts.tracker.processBecame(facts); });
+    } else if (isScript(facts.parent)) {
+        post([this, facts] { parts.tracker.childStarted(facts); });
+    }
+}
+
+/// Nothing for a process of another session.
+std::optional<Sighting>
+InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr application) const
+{
+    const proc::ProcessEnvironment environment = parts.processes.environmentOf(facts.pid);
+    if (parts.session.isForeign(environment, facts.arguments)) {
+        return std::nullopt;
+    }
+    return Sighting{
+        .facts = facts,
+        .application = std::move(application),
+        .ancestors = parts.processes.ancestorsOf(facts.pid),
+        .launched = environment.launchedEntry.has_value(),
+        .byBus = parts.processes.isStartedByBus(facts)};
+}
+
 void InstanceFeed::startedByUs(const proc::ProcessFacts& facts)
 {
-    startLater({facts, parts.applications.ofProcess(facts), {}});
+    startLater({facts, parts.applications.ofProcess(facts), {}, false, false});
 }
 
 void InstanceFeed::startLater(Sighting sighting)
 {
     if (sighting.application != nullptr) {
-        post([this, sighting = std::move(sighting)] {
-            parts.tracker.processStarted(sighting.facts, sighting.application, sighting.ancestors);
-        });
+        post([this, sighting = std::move(sighting)] { parts.tracker.processStarted(sighting); });
     }
-}
-
-void InstanceFeed::becomeLater(const proc::ProcessFacts& facts)
-{
-    post([this, facts] { parts.tracker.processBecame(facts); });
 }
 
 void InstanceFeed::wireWindows()
@@ -85,6 +121,10 @@ void InstanceFeed::wireWindows()
         return;
     }
     parts.windows->onWindowShown = [this](const WindowFacts& window) { windowShown(window); };
+    parts.windows->onWindowGone = [this](std::uint64_t window) {
+        parts.tracker.windowGone(window);
+    };
+    parts.windows->onLaunchHint = [this](const std::string& entry) { hinted(entry); };
     parts.windows->onActiveProcessChanged = [this](pid_t process) {
         activeProcessChanged(process);
     };
@@ -99,15 +139,15 @@ void InstanceFeed::post(platform::Block block)
     });
 }
 
-std::vector<InstanceFeed::Sighting>
-InstanceFeed::sightingsOf(const std::vector<proc::ProcessFacts>& all) const
+std::vector<Sighting> InstanceFeed::sightingsOf(const std::vector<proc::ProcessFacts>& all) const
 {
     std::vector<Sighting> result;
     for (const proc::ProcessFacts& facts : all) {
         KnownApplicationPtr application = parts.applications.ofProcess(facts);
-        if (application != nullptr) {
-            result.push_back({facts, std::move(application), parts.processes.ancestorsOf(facts.pid)}
-            );
+        auto sighting =
+            application == nullptr ? std::nullopt : sightingOf(facts, std::move(application));
+        if (sighting) {
+            result.push_back(std::move(*sighting));
         }
     }
     return result;
@@ -132,9 +172,9 @@ void InstanceFeed::takeSnapshot(const std::vector<Sighting>& sightings)
 void InstanceFeed::take(const Sighting& sighting)
 {
     if (listening) {
-        parts.tracker.processStarted(sighting.facts, sighting.application, sighting.ancestors);
+        parts.tracker.processStarted(sighting);
     } else {
-        parts.tracker.alreadyRunning(sighting.facts, sighting.application, sighting.ancestors);
+        parts.tracker.alreadyRunning(sighting);
     }
 }
 
@@ -144,34 +184,75 @@ void InstanceFeed::windowShown(const WindowFacts& window)
     if (pid <= 0 || pid == getpid()) {
         return;
     }
-    const InstancePtr instance = instanceOfWindow(window, parts.processes.ancestorsOf(pid));
-    if (instance != nullptr) {
-        parts.tracker.windowShown(instance);
+    const InstancePtr instance = instanceOfWindow(window);
+    if (instance == nullptr) {
+        return;
+    }
+    if (listening) {
+        parts.tracker.windowShown(instance, window.window);
+    } else {
+        InstanceTracker::windowThere(instance, window.window);
     }
 }
 
-/// A window tells who it belongs to only when its process did not: a start that no exec announced
-/// is late then, but certain.
-InstancePtr
-InstanceFeed::instanceOfWindow(const WindowFacts& window, const std::vector<pid_t>& ancestors)
+/// A window tells who it belongs to where its process does not, or where that may show windows of
+/// several: a start that no exec announced is late then, but certain.
+InstancePtr InstanceFeed::instanceOfWindow(const WindowFacts& window)
 {
     const pid_t pid = window.processIdentifier;
-    InstancePtr instance = parts.tracker.instanceOf(pid);
-    if (instance != nullptr) {
-        return instance;
-    }
-    instance = parts.tracker.instanceOf(pid, ancestors);
+    InstancePtr host = parts.tracker.instanceOf(pid, parts.processes.ancestorsOf(pid));
     const KnownApplicationPtr application = parts.applications.ofWindow(window);
-    const bool another =
-        application != nullptr &&
-        (instance == nullptr || instance->application->identifier != application->identifier);
-    const std::optional<proc::ProcessFacts> facts =
-        another ? parts.processes.factsOf(pid) : std::nullopt;
-    if (!facts.has_value()) {
-        return instance;
+    if (application == nullptr) {
+        return host;
     }
-    take({*facts, application, ancestors});
-    return parts.tracker.instanceOf(pid);
+    if (host != nullptr && host->application->identifier == application->identifier) {
+        learnFrom(pid, *application);
+        return host;
+    }
+    InstancePtr own = parts.tracker.instanceWith(pid, application->identifier);
+    return own != nullptr ? own : otherInstanceOfWindow(window, application, std::move(host));
+}
+
+InstancePtr InstanceFeed::otherInstanceOfWindow(
+    const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host
+)
+{
+    const pid_t pid = window.processIdentifier;
+    const std::optional<proc::ProcessFacts> facts =
+        mayShow(host, application, pid) ? parts.processes.factsOf(pid) : std::nullopt;
+    if (!facts) {
+        return host;
+    }
+    const Sighting sighting{*facts, application, parts.processes.ancestorsOf(pid), false, false};
+    learnFrom(pid, *application);
+    return listening ? parts.tracker.startedByWindow(sighting)
+                     : parts.tracker.runningByWindow(sighting);
+}
+
+/// What a process executes counts for more than what its windows say, unless that is several
+/// applications.
+bool InstanceFeed::mayShow(
+    const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid
+) const
+{
+    return host == nullptr || !host->processes.contains(pid) ||
+           parts.applications.shareProgram(host->application->identifier, application->identifier);
+}
+
+void InstanceFeed::learnFrom(pid_t pid, const KnownApplication& application) const
+{
+    const std::optional<proc::ProcessFacts> facts = parts.processes.factsOf(pid);
+    if (facts && parts.applications.ofProcess(*facts) == nullptr) {
+        parts.applications.learn(*facts, application.identifier);
+    }
+}
+
+void InstanceFeed::hinted(const std::string& entry) const
+{
+    const KnownApplicationPtr application = parts.applications.ofEntry(entry);
+    if (application != nullptr) {
+        parts.tracker.hinted(application->identifier);
+    }
 }
 
 void InstanceFeed::activeProcessChanged(pid_t process) const
@@ -200,11 +281,33 @@ std::vector<proc::ProcessFacts> InstanceFeed::survivorsOf(const Instance& instan
 
 void InstanceFeed::watch(pid_t pid, std::uint64_t startTime)
 {
+    const InstancePtr instance = parts.tracker.instanceOf(pid);
+    const bool script =
+        instance != nullptr && instance->leader.pid == pid && isShell(instance->leader.executable);
     {
         const std::lock_guard lock(mutex);
         watched.insert(pid);
+        if (script) {
+            scripts.insert(pid);
+        }
     }
     parts.processes.watchExit(pid, startTime);
+}
+
+/// A shell that leads an instance does the application's work by its children.
+bool InstanceFeed::isOfInterest(pid_t pid, const std::string& executable)
+{
+    if (parts.applications.mayBeApplication(executable)) {
+        return true;
+    }
+    const std::lock_guard lock(mutex);
+    return !scripts.empty() || watched.contains(pid);
+}
+
+bool InstanceFeed::isScript(pid_t pid)
+{
+    const std::lock_guard lock(mutex);
+    return scripts.contains(pid);
 }
 
 bool InstanceFeed::isWatched(pid_t pid)

@@ -4,6 +4,7 @@
 // them.
 #pragma once
 
+#include "linux/workspace/GraphicalSession.h"
 #include "linux/workspace/InstanceTracker.h"
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/workspace/ProcessSource.h"
@@ -12,7 +13,9 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace workspace {
@@ -24,9 +27,10 @@ public:
     {
         InstanceTracker& tracker;
         ProcessSource& processes;
-        const OwnPrograms& applications;
+        OwnPrograms& applications;
         WindowSystem* windows = nullptr; // none: applications start, but never show a window
         platform::DispatchQueues& queues;
+        GraphicalSession session;
     };
 
     /// Everything in `parts` must outlive this. Listens from `start` on.
@@ -47,34 +51,39 @@ public:
     void startedByUs(const proc::ProcessFacts& facts);
 
 private:
-    struct Sighting
-    {
-        proc::ProcessFacts facts;
-        KnownApplicationPtr application;
-        std::vector<pid_t> ancestors;
-    };
-
     void wireTracker();
     void wireProcesses();
     void wireWindows();
     void startLater(Sighting sighting);
-    void becomeLater(const proc::ProcessFacts& facts);
+    void executed(const proc::ProcessFacts& facts);
+    void executedOther(const proc::ProcessFacts& facts);
+    std::optional<Sighting>
+    sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr application) const;
     void post(platform::Block block);
     std::vector<Sighting> sightingsOf(const std::vector<proc::ProcessFacts>& all) const;
     void takeSnapshot(const std::vector<Sighting>& sightings);
     void take(const Sighting& sighting);
     void windowShown(const WindowFacts& window);
-    InstancePtr instanceOfWindow(const WindowFacts& window, const std::vector<pid_t>& ancestors);
+    InstancePtr instanceOfWindow(const WindowFacts& window);
+    InstancePtr otherInstanceOfWindow(
+        const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host
+    );
+    bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
+    void learnFrom(pid_t pid, const KnownApplication& application) const;
+    void hinted(const std::string& entry) const;
     void activeProcessChanged(pid_t process) const;
     std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
     void watch(pid_t pid, std::uint64_t startTime);
+    bool isOfInterest(pid_t pid, const std::string& executable);
     bool isWatched(pid_t pid);
+    bool isScript(pid_t pid);
 
     Parts parts;
     std::function<void()> onReady;
     bool listening = false; // what ran before is known; what comes now is news
     std::mutex mutex;
-    std::set<pid_t> watched; // guarded by the mutex
+    std::set<pid_t> watched; // guarded by the mutex, as are the next
+    std::set<pid_t> scripts; // those of them that are shells
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };
 

@@ -24,34 +24,32 @@ bool contains(const Instance& instance, pid_t pid, std::uint64_t startTime)
 
 } // namespace
 
-void InstanceTracker::alreadyRunning(
-    const proc::ProcessFacts& facts,
-    const KnownApplicationPtr& application,
-    const std::vector<pid_t>& ancestors
-)
+void InstanceTracker::alreadyRunning(const Sighting& sighting)
 {
-    if (!joins(facts, application, ancestors)) {
-        add(facts, application);
+    if (!joins(sighting)) {
+        add(sighting);
     }
 }
 
-void InstanceTracker::processStarted(
-    const proc::ProcessFacts& facts,
-    const KnownApplicationPtr& application,
-    const std::vector<pid_t>& ancestors
-)
+void InstanceTracker::processStarted(const Sighting& sighting)
 {
     settle();
     // Two sources may tell of one start, and the second one only after the end.
-    const auto process = std::pair(facts.pid, facts.startTime);
+    const auto process = std::pair(sighting.facts.pid, sighting.facts.startTime);
     if (std::find(ended.begin(), ended.end(), process) != ended.end()) {
         return;
     }
-    if (!joins(facts, application, ancestors)) {
-        const InstancePtr instance = add(facts, application);
-        instance->announced = true;
-        call(onStarted, *instance);
+    if (!joins(sighting)) {
+        announce(add(sighting));
     }
+}
+
+void InstanceTracker::announce(const InstancePtr& instance)
+{
+    instance->awaited = now();
+    instance->expected = wasExpected(*instance);
+    hints.erase(instance->application->identifier);
+    call(onStarted, *instance);
 }
 
 void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
@@ -60,6 +58,14 @@ void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
     const InstancePtr instance = instanceOf(facts.pid);
     if (instance != nullptr && instance->leader.pid == facts.pid) {
         instance->leader = facts;
+    }
+}
+
+void InstanceTracker::childStarted(const proc::ProcessFacts& facts)
+{
+    const InstancePtr parent = instanceOf(facts.parent);
+    if (parent != nullptr && instanceOf(facts.pid) == nullptr) {
+        addProcess(*parent, facts.pid, facts.startTime);
     }
 }
 
@@ -86,38 +92,52 @@ void InstanceTracker::forgetEarlierOwner(const proc::ProcessFacts& facts)
 }
 
 /// True when the process belongs to an instance that is known already.
-bool InstanceTracker::joins(
-    const proc::ProcessFacts& facts,
-    const KnownApplicationPtr& application,
-    const std::vector<pid_t>& ancestors
-)
+bool InstanceTracker::joins(const Sighting& sighting)
 {
+    const proc::ProcessFacts& facts = sighting.facts;
+    const std::string& identifier = sighting.application->identifier;
     forgetEarlierOwner(facts);
     const InstancePtr own = instanceOf(facts.pid);
-    if (own != nullptr && own->application->identifier == application->identifier) {
+    if (own != nullptr && own->application->identifier == identifier) {
         processBecame(facts); // a wrapper that became what it wraps
         return true;
     }
-    const InstancePtr parent = instanceOf(0, ancestors);
-    if (parent == nullptr || parent->application->identifier != application->identifier) {
+    if (joinsTree(sighting)) {
+        return true;
+    }
+    // The service of an application that only asks the bus for it.
+    const InstancePtr client = sighting.byBus ? awaitedOf(identifier) : nullptr;
+    if (client == nullptr) {
         return false;
     }
-    if (facts.terminal != 0 && facts.terminal != parent->leader.terminal) {
-        return false; // typed by the user in a terminal that the instance itself shows
+    addProcess(*client, facts.pid, facts.startTime);
+    return true;
+}
+
+bool InstanceTracker::joinsTree(const Sighting& sighting)
+{
+    const proc::ProcessFacts& facts = sighting.facts;
+    const InstancePtr parent = instanceOf(0, sighting.ancestors);
+    if (parent == nullptr || parent->application->identifier != sighting.application->identifier) {
+        return false;
+    }
+    // Typed by the user in a terminal that the instance itself shows, or chosen in its menu.
+    const bool ownTerminal = facts.terminal != 0 && facts.terminal != parent->leader.terminal;
+    if (ownTerminal || sighting.launched) {
+        return false;
     }
     addProcess(*parent, facts.pid, facts.startTime);
     return true;
 }
 
-InstancePtr
-InstanceTracker::add(const proc::ProcessFacts& facts, const KnownApplicationPtr& application)
+InstancePtr InstanceTracker::add(const Sighting& sighting)
 {
     auto instance = std::make_shared<Instance>();
-    instance->application = application;
+    instance->application = sighting.application;
     instance->number = ++latest;
-    instance->leader = facts;
+    instance->leader = sighting.facts;
     list.push_back(instance);
-    addProcess(*instance, facts.pid, facts.startTime);
+    addProcess(*instance, sighting.facts.pid, sighting.facts.startTime);
     return instance;
 }
 
@@ -184,27 +204,180 @@ bool InstanceTracker::isTakenOver(Instance& instance)
 
 void InstanceTracker::finish(const InstancePtr& instance)
 {
-    if (std::erase(list, instance) == 0) {
+    if (!instance->windowShown && staysAsGuest(*instance)) {
         return;
     }
-    const bool handedOver = !instance->windowShown && livesElsewhere(*instance);
-    call(handedOver ? onHandedOver : onEnded, *instance);
-}
-
-bool InstanceTracker::livesElsewhere(const Instance& instance) const
-{
-    return std::any_of(list.begin(), list.end(), [&](const InstancePtr& other) {
-        return other->application->identifier == instance.application->identifier &&
-               other->number < instance.number;
-    });
-}
-
-void InstanceTracker::windowShown(const InstancePtr& instance) const
-{
-    const bool first = !std::exchange(instance->windowShown, true);
-    if (first && instance->announced) {
-        call(onWindowShown, *instance);
+    std::erase(list, instance);
+    const InstancePtr other = instance->windowShown ? nullptr : earlierThan(*instance, true);
+    if (other == nullptr) {
+        call(onEnded, *instance);
+        return;
     }
+    if (other->windows.empty() && instance->awaited) {
+        other->awaited = instance->awaited; // the window is to come from there
+    }
+    call(onHandedOver, *instance);
+}
+
+/// Handed over to a process that runs as another application of the same program: that one will
+/// show the window.
+bool InstanceTracker::staysAsGuest(Instance& instance) const
+{
+    if (instance.guest || !instance.awaited || earlierThan(instance, true) != nullptr) {
+        return false;
+    }
+    const InstancePtr host = earlierThan(instance, false);
+    if (host == nullptr) {
+        return false;
+    }
+    instance.guest = true;
+    instance.leader = host->leader;
+    instance.processes = host->processes;
+    return true;
+}
+
+/// The latest one before it that may take over its start.
+InstancePtr InstanceTracker::earlierThan(const Instance& instance, bool sameApplication) const
+{
+    const std::string& identifier = instance.application->identifier;
+    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& other) {
+        const std::string& otherIdentifier = other->application->identifier;
+        return other->number < instance.number &&
+               (sameApplication
+                    ? otherIdentifier == identifier
+                    : shareProgram && !other->guest && shareProgram(identifier, otherIdentifier));
+    });
+    return found == list.rend() ? nullptr : *found;
+}
+
+InstancePtr InstanceTracker::startedByWindow(const Sighting& sighting)
+{
+    settle();
+    const bool shares = isGuest(sighting);
+    if (const InstancePtr awaited = awaitedOf(sighting.application->identifier)) {
+        addProcess(*awaited, sighting.facts.pid, sighting.facts.startTime);
+        awaited->guest = awaited->guest || shares;
+        return awaited;
+    }
+    InstancePtr instance = add(sighting);
+    instance->guest = shares;
+    announce(instance);
+    return instance;
+}
+
+InstancePtr InstanceTracker::runningByWindow(const Sighting& sighting)
+{
+    const bool shares = isGuest(sighting);
+    InstancePtr instance = add(sighting);
+    instance->guest = shares;
+    return instance;
+}
+
+bool InstanceTracker::isGuest(const Sighting& sighting) const
+{
+    const InstancePtr host = instanceOf(sighting.facts.pid, sighting.ancestors);
+    return host != nullptr && shareProgram &&
+           shareProgram(sighting.application->identifier, host->application->identifier);
+}
+
+void InstanceTracker::windowShown(const InstancePtr& instance, std::uint64_t window)
+{
+    for (const InstancePtr& other : std::vector<InstancePtr>(list)) {
+        if (other != instance) {
+            loseWindow(other, window); // it changed its class
+        }
+    }
+    const bool appears = instance->windows.empty();
+    if (!instance->windows.insert(window).second || !appears) {
+        return;
+    }
+    const bool before = std::exchange(instance->windowShown, true);
+    const auto since = std::exchange(instance->windowlessSince, std::nullopt);
+    const InstancePtr awaited =
+        isAwaited(*instance) ? instance : awaitedOf(instance->application->identifier);
+    instance->awaited.reset();
+    if (awaited != nullptr) {
+        awaited->awaited.reset();
+    } else if (before && since && now() - *since <= LONGEST_GAP) {
+        return;
+    } else {
+        call(onStartedAgain, *instance);
+    }
+    call(onWindowShown, *instance);
+}
+
+void InstanceTracker::windowThere(const InstancePtr& instance, std::uint64_t window)
+{
+    instance->windows.insert(window);
+    instance->windowShown = true;
+}
+
+void InstanceTracker::windowGone(std::uint64_t window)
+{
+    for (const InstancePtr& instance : std::vector<InstancePtr>(list)) {
+        loseWindow(instance, window);
+    }
+}
+
+void InstanceTracker::loseWindow(const InstancePtr& instance, std::uint64_t window)
+{
+    if (instance->windows.erase(window) == 0 || !instance->windows.empty()) {
+        return;
+    }
+    instance->windowlessSince = now();
+    if (instance->guest) {
+        std::erase(list, instance);
+        call(onEnded, *instance);
+    }
+}
+
+/// One that does not run yet is announced by its exec, a few milliseconds later.
+void InstanceTracker::hinted(const std::string& identifier)
+{
+    const InstancePtr instance = latestOf(identifier);
+    if (instance == nullptr || isAwaited(*instance)) {
+        return;
+    }
+    hints[identifier] = now();
+    if (instance->windows.empty()) {
+        instance->awaited = now();
+    }
+    call(onStartedAgain, *instance);
+}
+
+bool InstanceTracker::wasExpected(const Instance& instance) const
+{
+    const auto hint = hints.find(instance.application->identifier);
+    return hint != hints.end() && now() - hint->second <= LONGEST_HINT;
+}
+
+bool InstanceTracker::isAwaited(const Instance& instance) const
+{
+    return instance.awaited && now() - *instance.awaited <= LONGEST_START;
+}
+
+InstancePtr InstanceTracker::awaitedOf(const std::string& identifier) const
+{
+    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
+        return instance->application->identifier == identifier && isAwaited(*instance);
+    });
+    return found == list.rend() ? nullptr : *found;
+}
+
+InstancePtr InstanceTracker::latestOf(const std::string& identifier) const
+{
+    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
+        return instance->application->identifier == identifier;
+    });
+    return found == list.rend() ? nullptr : *found;
+}
+
+InstancePtr InstanceTracker::instanceWith(pid_t pid, const std::string& identifier) const
+{
+    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
+        return instance->processes.contains(pid) && instance->application->identifier == identifier;
+    });
+    return found == list.rend() ? nullptr : *found;
 }
 
 InstancePtr InstanceTracker::instanceOf(pid_t pid) const

@@ -1,5 +1,8 @@
 #include "linux/workspace/KernelProcessSource.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
 
 namespace workspace {
@@ -8,6 +11,7 @@ KernelProcessSource::KernelProcessSource(proc::Report report) : events(std::move
 
 void KernelProcessSource::start()
 {
+    events.isOfInterest = isOfInterest;
     events.onExec = onExec;
     events.onExit = onExit;
     events.onSnapshot = onSnapshot;
@@ -31,7 +35,31 @@ std::vector<pid_t> KernelProcessSource::ancestorsOf(pid_t pid) const
 
 std::optional<proc::ProcessFacts> KernelProcessSource::factsOf(pid_t pid) const
 {
-    return processes.facts(pid);
+    std::optional<proc::ProcessFacts> facts = processes.settledFacts(pid);
+    const auto status = facts ? std::nullopt : processes.status(pid);
+    if (status) {
+        facts.emplace();
+        facts->pid = pid;
+        facts->parent = status->parent;
+        facts->terminal = status->terminal;
+        facts->startTime = status->startTime;
+    }
+    return facts;
+}
+
+proc::ProcessEnvironment KernelProcessSource::environmentOf(pid_t pid) const
+{
+    return processes.environment(pid);
+}
+
+bool KernelProcessSource::isStartedByBus(const proc::ProcessFacts& facts) const
+{
+    constexpr std::array<std::string_view, 4> STARTERS{
+        "dbus-daemon", "dbus-broker", "dbus-broker-launch", "systemd"};
+    const std::string parent =
+        facts.parent > 1 ? processes.executable(facts.parent).value_or("") : "";
+    const std::string_view name = std::string_view(parent).substr(parent.rfind('/') + 1);
+    return std::find(STARTERS.begin(), STARTERS.end(), name) != STARTERS.end();
 }
 
 bool KernelProcessSource::alive(pid_t pid, std::uint64_t startTime) const

@@ -17,6 +17,8 @@ public:
     void watchExecutables(std::set<std::string> paths) override;
     std::vector<pid_t> ancestorsOf(pid_t pid) const override;
     std::optional<proc::ProcessFacts> factsOf(pid_t pid) const override;
+    proc::ProcessEnvironment environmentOf(pid_t pid) const override;
+    bool isStartedByBus(const proc::ProcessFacts& facts) const override;
     bool alive(pid_t pid, std::uint64_t startTime) const override;
     std::vector<proc::ProcessFacts> executing(const std::string& executable) const override;
 

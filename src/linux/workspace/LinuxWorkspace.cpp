@@ -24,10 +24,14 @@ LinuxWorkspace::LinuxWorkspace(Parts parts)
           .applications = this->parts.applications,
           .windows = this->parts.windows,
           .queues = this->parts.queues,
+          .session = this->parts.session,
       }),
       launcher(this->parts.report)
 {
     tracker.onStarted = [this](const Instance& instance) { announcements.started(instance); };
+    tracker.onStartedAgain = [this](const Instance& instance) {
+        announcements.startedAgain(instance);
+    };
     tracker.onWindowShown = [this](const Instance& instance) {
         announcements.windowShown(instance);
     };
@@ -59,6 +63,10 @@ std::vector<RunningApplication> LinuxWorkspace::runningApplications()
 
 std::optional<RunningApplication> LinuxWorkspace::runningApplication(std::int32_t processIdentifier)
 {
+    const Instance* subject = announcements.subject();
+    if (subject != nullptr && subject->leader.pid == processIdentifier) {
+        return records.of(*subject);
+    }
     const InstancePtr instance = tracker.instanceOf(processIdentifier);
     return instance != nullptr && instance->leader.pid == processIdentifier
                ? std::optional(records.of(*instance))

@@ -29,13 +29,14 @@ public:
     struct Parts
     {
         ProcessSource& processes;
-        const OwnPrograms& applications;
+        OwnPrograms& applications;
         WindowSystem* windows = nullptr; // none: applications start, but never show a window
         platform::DispatchQueues& queues;
         platform::Timers& timers;
         LoadIcon loadIcon;
         std::function<bool(const std::string& url)> openUrl;
         proc::Report report;
+        GraphicalSession session{}; // only processes that may belong to it count
     };
 
     /// Everything in `parts` must outlive this. Listens from `start` on.

@@ -68,6 +68,11 @@ KnownApplicationPtr OwnPrograms::withIdentifier(const std::string& identifier) c
     return others.withIdentifier(identifier);
 }
 
+KnownApplicationPtr OwnPrograms::ofEntry(const std::string& entry) const
+{
+    return others.ofEntry(entry);
+}
+
 bool OwnPrograms::plays(const std::string& identifier, const std::string& role) const
 {
     return others.plays(identifier, role);

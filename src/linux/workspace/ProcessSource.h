@@ -1,6 +1,7 @@
 // Where the workspace hears of processes: the kernel, or a test.
 #pragma once
 
+#include "linux/proc/ProcRecords.h"
 #include "linux/proc/ProcessFacts.h"
 #include "platform/Port.h"
 
@@ -22,6 +23,10 @@ public:
     /// All that runs, oldest first: once at the start, and again when events were lost.
     std::function<void(const std::vector<proc::ProcessFacts>& all)> onSnapshot;
 
+    /// Asked on the source's thread about each exec before anything else of it is looked at. Unset:
+    /// all are of interest. The path is empty where it must not be read.
+    std::function<bool(pid_t pid, const std::string& executable)> isOfInterest;
+
     virtual void start() = 0;
     virtual void watchExit(pid_t pid, std::uint64_t startTime) = 0;
     virtual void watchExecutables(std::set<std::string> paths) = 0;
@@ -29,8 +34,14 @@ public:
     /// Ancestors of the process, the nearest first. Any thread.
     virtual std::vector<pid_t> ancestorsOf(pid_t pid) const = 0;
 
-    /// The process as it is now; nothing when there is none of this user. Any thread.
+    /// The process as it is now, little of it where it is none of this user. Any thread.
     virtual std::optional<proc::ProcessFacts> factsOf(pid_t pid) const = 0;
+
+    /// What the process was given on its way. Any thread.
+    virtual proc::ProcessEnvironment environmentOf(pid_t pid) const = 0;
+
+    /// True when the bus, or the session's manager, started it for somebody else. Any thread.
+    virtual bool isStartedByBus(const proc::ProcessFacts& facts) const = 0;
 
     /// True while that very process runs. Any thread.
     virtual bool alive(pid_t pid, std::uint64_t startTime) const = 0;

@@ -5,6 +5,7 @@
 
 #include "platform/Port.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -20,6 +21,7 @@ struct WindowFacts
     std::string windowClass;     // class part of WM_CLASS, or the Wayland app id
     std::string instanceName;    // instance part of WM_CLASS
     std::string applicationId;   // what the toolkit calls the application; mostly its entry's id
+    std::uint64_t window = 0;    // names it while it is there
 };
 
 class WindowSystem : public platform::Port
@@ -27,6 +29,13 @@ class WindowSystem : public platform::Port
 public:
     /// A normal window appeared, or changed its class.
     std::function<void(const WindowFacts& window)> onWindowShown;
+
+    /// A window that was reported is no longer shown.
+    std::function<void(std::uint64_t window)> onWindowGone;
+
+    /// A launcher says that it is about to start an application: the path or the name of its
+    /// desktop entry.
+    std::function<void(const std::string& entry)> onLaunchHint;
 
     /// Another process is in front; 0 when none is. This process counts while one of its lock
     /// windows has the focus.

@@ -15,6 +15,10 @@ struct Atoms
     xcb_atom_t clientListStacking = XCB_NONE;
     xcb_atom_t supportingWmCheck = XCB_NONE;
     xcb_atom_t wmPid = XCB_NONE;
+    xcb_atom_t gtkApplicationId = XCB_NONE;
+    xcb_atom_t kdeDesktopFile = XCB_NONE;
+    xcb_atom_t startupInfo = XCB_NONE;
+    xcb_atom_t startupInfoBegin = XCB_NONE;
     xcb_atom_t windowType = XCB_NONE;
     xcb_atom_t serverTime = XCB_NONE;
     xcb_atom_t xkbRulesNames = XCB_NONE;

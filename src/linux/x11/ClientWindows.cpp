@@ -19,6 +19,9 @@ void ClientWindows::handle(const xcb_generic_event_t& event)
     case XCB_MAP_NOTIFY:
         handleMap(as<xcb_map_notify_event_t>(event));
         break;
+    case XCB_UNMAP_NOTIFY:
+        handleUnmap(as<xcb_unmap_notify_event_t>(event));
+        break;
     case XCB_DESTROY_NOTIFY:
         forget(as<xcb_destroy_notify_event_t>(event).window);
         break;
@@ -82,7 +85,16 @@ void ClientWindows::readAll()
 {
     const std::vector<xcb_window_t> current = currentWindows();
     const std::set<xcb_window_t> present(current.begin(), current.end());
-    std::erase_if(windows, [&](const auto& entry) { return !present.contains(entry.first); });
+    std::vector<xcb_window_t> gone;
+    for (const auto& [window, facts] : windows) {
+        if (!present.contains(window)) {
+            gone.push_back(window);
+        }
+    }
+    for (const xcb_window_t window : gone) {
+        windows.erase(window);
+        reportGone(window);
+    }
     for (const xcb_window_t window : current) {
         add(window);
     }
@@ -142,8 +154,10 @@ void ClientWindows::add(xcb_window_t window)
 
 void ClientWindows::forget(xcb_window_t window)
 {
-    windows.erase(window);
     std::erase(used, window);
+    if (windows.erase(window) > 0) {
+        reportGone(window);
+    }
 }
 
 void ClientWindows::handleProperty(const xcb_property_notify_event_t& event)
@@ -152,7 +166,8 @@ void ClientWindows::handleProperty(const xcb_property_notify_event_t& event)
     const bool ofRoot = event.window == desktop.connection().root();
     if (ofRoot && (event.atom == atoms.clientList || event.atom == atoms.supportingWmCheck)) {
         readAll();
-    } else if (event.atom == XCB_ATOM_WM_CLASS || event.atom == atoms.windowType) {
+    } else if (event.atom == XCB_ATOM_WM_CLASS || event.atom == atoms.windowType ||
+               event.atom == atoms.gtkApplicationId || event.atom == atoms.kdeDesktopFile) {
         update(event.window);
     }
 }
@@ -162,6 +177,24 @@ void ClientWindows::handleMap(const xcb_map_notify_event_t& event)
     const bool ofRoot = event.event == desktop.connection().root();
     if (ofRoot && event.override_redirect == 0 && !managed()) {
         add(event.window);
+    }
+}
+
+/// With a window manager its list tells.
+void ClientWindows::handleUnmap(const xcb_unmap_notify_event_t& event)
+{
+    if (event.event == desktop.connection().root() && windows.contains(event.window) &&
+        !managed()) {
+        windows.erase(event.window);
+        reportGone(event.window);
+    }
+}
+
+void ClientWindows::reportGone(xcb_window_t window) const
+{
+    const auto listener = onGone;
+    if (listener) {
+        listener(window);
     }
 }
 
@@ -185,7 +218,8 @@ void ClientWindows::update(xcb_window_t window)
     }
     const workspace::WindowFacts facts = inspector.factsOf(window);
     if (facts.windowClass != known->second.windowClass ||
-        facts.instanceName != known->second.instanceName) {
+        facts.instanceName != known->second.instanceName ||
+        facts.applicationId != known->second.applicationId) {
         known->second = facts;
         report(facts);
     }

@@ -18,6 +18,9 @@ public:
     /// A window appeared, or changed its class.
     std::function<void(const workspace::WindowFacts& facts)> onShown;
 
+    /// One that was reported has gone.
+    std::function<void(xcb_window_t window)> onGone;
+
     explicit ClientWindows(const X11Desktop& desktop) : desktop(desktop), inspector(desktop) {}
 
     /// Reports what is there; what comes later is reported by `handle`.
@@ -44,7 +47,9 @@ private:
     void forget(xcb_window_t window);
     void handleProperty(const xcb_property_notify_event_t& event);
     void handleMap(const xcb_map_notify_event_t& event);
+    void handleUnmap(const xcb_unmap_notify_event_t& event);
     void report(const workspace::WindowFacts& facts) const;
+    void reportGone(xcb_window_t window) const;
     void update(xcb_window_t window);
 
     const X11Desktop& desktop;

@@ -39,7 +39,14 @@ workspace::WindowFacts WindowInspector::factsOf(xcb_window_t window) const
     const std::string names = text(window, XCB_ATOM_WM_CLASS);
     const std::size_t end = std::min(names.find('\0'), names.size());
     workspace::WindowFacts facts;
+    facts.window = window;
     facts.processIdentifier = processOf(window);
+    for (const xcb_atom_t name :
+         {desktop.atoms().gtkApplicationId, desktop.atoms().kdeDesktopFile}) {
+        if (facts.applicationId.empty()) {
+            facts.applicationId = text(window, name);
+        }
+    }
     facts.instanceName = names.substr(0, end);
     if (end < names.size()) {
         facts.windowClass = names.substr(end + 1, names.find('\0', end + 1) - end - 1);

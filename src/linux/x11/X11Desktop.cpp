@@ -108,6 +108,7 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
 {
     switch (typeOf(event)) {
     case XCB_MAP_NOTIFY:
+    case XCB_UNMAP_NOTIFY:
     case XCB_DESTROY_NOTIFY:
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT:
@@ -127,8 +128,10 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
     }
     case XCB_PROPERTY_NOTIFY: {
         const xcb_atom_t atom = as<xcb_property_notify_event_t>(event).atom;
-        const std::array<xcb_atom_t, 7> wanted{
+        const std::array<xcb_atom_t, 9> wanted{
             XCB_ATOM_WM_CLASS,
+            names.gtkApplicationId,
+            names.kdeDesktopFile,
             names.activeWindow,
             names.clientList,
             names.supportingWmCheck,

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include <unistd.h>
@@ -23,12 +26,7 @@ X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform:
       clients(desktop),
       clock(xcb_generate_id(desktop.connection().get()))
 {
-    clients.onShown = [this](const workspace::WindowFacts& facts) {
-        const auto listener = onWindowShown;
-        if (listener) {
-            listener(facts);
-        }
-    };
+    wireClients();
     constexpr std::uint32_t MASK = XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
     const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_PROPERTY_CHANGE};
     xcb_create_window(
@@ -47,6 +45,22 @@ X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform:
         values.data()
     );
     desktop.connection().flush();
+}
+
+void X11WindowSystem::wireClients()
+{
+    clients.onShown = [this](const workspace::WindowFacts& facts) {
+        const auto listener = onWindowShown;
+        if (listener) {
+            listener(facts);
+        }
+    };
+    clients.onGone = [this](xcb_window_t window) {
+        const auto listener = onWindowGone;
+        if (listener) {
+            listener(window);
+        }
+    };
 }
 
 X11WindowSystem::~X11WindowSystem()
@@ -92,6 +106,8 @@ void X11WindowSystem::handle(const xcb_generic_event_t& event)
     clients.handle(event);
     if (typeOf(event) == XCB_PROPERTY_NOTIFY) {
         handleProperty(as<xcb_property_notify_event_t>(event));
+    } else if (typeOf(event) == XCB_CLIENT_MESSAGE) {
+        handleMessage(as<xcb_client_message_event_t>(event));
     } else if (typeOf(event) == XCB_FOCUS_IN) {
         const auto& focus = as<xcb_focus_in_event_t>(event);
         const bool really =
@@ -99,6 +115,23 @@ void X11WindowSystem::handle(const xcb_generic_event_t& event)
         if (really && focus.detail != XCB_NOTIFY_DETAIL_POINTER && !clients.managed()) {
             windowBecameActive(focus.event);
         }
+    }
+}
+
+void X11WindowSystem::handleMessage(const xcb_client_message_event_t& event)
+{
+    const Atoms& atoms = desktop.atoms();
+    const bool begins = event.type == atoms.startupInfoBegin;
+    if (event.format != 8 || (!begins && event.type != atoms.startupInfo)) {
+        return;
+    }
+    const auto* bytes = static_cast<const char*>(static_cast<const void*>(&event.data.data8[0]));
+    const std::string_view part(bytes, sizeof event.data.data8);
+    const std::optional<std::string> message = startupMessages.add(event.window, begins, part);
+    const std::optional<std::string> entry = message ? launchedEntry(*message) : std::nullopt;
+    const auto listener = onLaunchHint;
+    if (entry && listener) {
+        listener(*entry);
     }
 }
 

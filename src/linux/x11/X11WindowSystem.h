@@ -4,6 +4,7 @@
 
 #include "linux/workspace/WindowSystem.h"
 #include "linux/x11/ClientWindows.h"
+#include "linux/x11/StartupMessages.h"
 #include "linux/x11/X11Desktop.h"
 #include "linux/x11/X11Guard.h"
 #include "platform/Timers.h"
@@ -28,6 +29,8 @@ public:
 
 private:
     void handle(const xcb_generic_event_t& event);
+    void wireClients();
+    void handleMessage(const xcb_client_message_event_t& event);
     void handleProperty(const xcb_property_notify_event_t& event);
     void lockFocusChanged(bool focused);
     void readActiveWindow();
@@ -42,6 +45,7 @@ private:
     platform::Timers& timers;
     WindowInspector inspector;
     ClientWindows clients;
+    StartupMessages startupMessages;
     xcb_window_t clock;                    // a window that is never shown
     xcb_window_t wantedInFront = XCB_NONE; // until the server's time is known
     bool lockFocused = false;

@@ -102,6 +102,12 @@ const InstalledApplication* Catalogue::find(const std::string& id) const
     return found == byId.end() ? nullptr : &applications[found->second];
 }
 
+const InstalledApplication* Catalogue::ofEntry(const std::string& path) const
+{
+    const std::optional<std::size_t> index = path.starts_with('/') ? claimed(path) : std::nullopt;
+    return index ? &applications[*index] : nullptr;
+}
+
 const InstalledApplication* Catalogue::playing(const std::string& role) const
 {
     const auto found = byRole.find(role);

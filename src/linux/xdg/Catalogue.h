@@ -43,6 +43,9 @@ public:
 
     [[nodiscard]] const InstalledApplication* find(const std::string& id) const;
 
+    /// The one with the desktop entry at this path.
+    [[nodiscard]] const InstalledApplication* ofEntry(const std::string& path) const;
+
     /// The application to take where one is asked for that plays the role.
     [[nodiscard]] const InstalledApplication* playing(const std::string& role) const;
 

@@ -5,6 +5,7 @@
 #include "linux/xdg/XdgFileManager.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace xdg {
 
@@ -110,6 +111,17 @@ workspace::KnownApplicationPtr XdgApplicationIndex::withIdentifier(const std::st
     const std::shared_ptr<const Catalogue> current = catalogue.current();
     const InstalledApplication* own = current->find(identifier);
     return known(own != nullptr ? own : current->playing(identifier));
+}
+
+workspace::KnownApplicationPtr XdgApplicationIndex::ofEntry(const std::string& entry) const
+{
+    constexpr std::string_view SUFFIX = ".desktop";
+    const std::shared_ptr<const Catalogue> current = catalogue.current();
+    if (entry.starts_with('/')) {
+        return known(current->ofEntry(entry));
+    }
+    const bool isFileName = entry.ends_with(SUFFIX);
+    return known(current->find(isFileName ? entry.substr(0, entry.size() - SUFFIX.size()) : entry));
 }
 
 bool XdgApplicationIndex::plays(const std::string& identifier, const std::string& role) const

@@ -28,6 +28,7 @@ public:
     workspace::KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override;
     workspace::KnownApplicationPtr ofWindow(const workspace::WindowFacts& facts) const override;
     workspace::KnownApplicationPtr withIdentifier(const std::string& identifier) const override;
+    workspace::KnownApplicationPtr ofEntry(const std::string& entry) const override;
     bool plays(const std::string& identifier, const std::string& role) const override;
     std::set<std::string> executables() const override;
     bool mayBeApplication(const std::string& executable) const override;

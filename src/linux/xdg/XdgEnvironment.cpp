@@ -53,6 +53,8 @@ XdgEnvironment XdgEnvironment::from(const Variable& variable)
         splitFolders(valueOr("PATH", "/usr/local/bin:/usr/bin:/bin:/usr/games"));
     result.desktops = split(valueOr("XDG_CURRENT_DESKTOP", ""));
     result.locale = valueOr("LC_ALL", valueOr("LC_MESSAGES", valueOr("LANG", "C")));
+    result.display = valueOr("DISPLAY", "");
+    result.waylandDisplay = valueOr("WAYLAND_DISPLAY", "");
     return result;
 }
 

@@ -17,6 +17,8 @@ struct XdgEnvironment
     std::vector<std::string> programFolders; // PATH
     std::vector<std::string> desktops;       // names of the running desktop
     std::string locale;                      // of messages
+    std::string display;                     // of X11; empty where there is none
+    std::string waylandDisplay;
 
     using Variable = std::function<std::optional<std::string>(const char* name)>;
 

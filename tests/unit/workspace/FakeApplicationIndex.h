@@ -36,6 +36,11 @@ public:
         return find([&](const auto& entry) { return entry.identifier == identifier; });
     }
 
+    KnownApplicationPtr ofEntry(const std::string& entry) const override
+    {
+        return withIdentifier(entry);
+    }
+
     bool plays(const std::string& identifier, const std::string& role) const override
     {
         const auto found = roles.find(identifier);

@@ -32,6 +32,17 @@ public:
         return found == all.end() ? std::nullopt : std::optional(*found);
     }
 
+    proc::ProcessEnvironment environmentOf(pid_t pid) const override
+    {
+        const auto found = environments.find(pid);
+        return found == environments.end() ? proc::ProcessEnvironment() : found->second;
+    }
+
+    bool isStartedByBus(const proc::ProcessFacts& facts) const override
+    {
+        return facts.parent == BUS;
+    }
+
     bool alive(pid_t pid, std::uint64_t startTime) const override
     {
         const auto facts = factsOf(pid);
@@ -48,7 +59,9 @@ public:
     void exec(const proc::ProcessFacts& facts)
     {
         all.push_back(facts);
-        onExec(facts);
+        if (isOfInterest(facts.pid, facts.executable)) {
+            onExec(facts);
+        }
     }
 
     void exit(pid_t pid)
@@ -60,7 +73,10 @@ public:
         }
     }
 
+    static constexpr pid_t BUS = 3;
+
     std::vector<proc::ProcessFacts> all;
+    std::map<pid_t, proc::ProcessEnvironment> environments;
     std::map<pid_t, std::vector<pid_t>> ancestors;
     std::set<pid_t> watched;
     std::set<std::string> executables;

@@ -35,6 +35,12 @@ public:
         onWindowShown(window);
     }
 
+    void hide(std::uint64_t window)
+    {
+        std::erase_if(windows, [&](const auto& entry) { return entry.window == window; });
+        onWindowGone(window);
+    }
+
     std::vector<WindowFacts> windows;
     std::vector<pid_t> forward;
 };

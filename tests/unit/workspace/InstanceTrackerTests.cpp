@@ -26,6 +26,11 @@ protected:
         tracker.onEnded = note("ended");
         tracker.onHandedOver = note("handed over");
         tracker.survivorsOf = [this](const Instance&) { return survivors; };
+        tracker.onStartedAgain = note("started again");
+        tracker.now = [this] { return time; };
+        tracker.shareProgram = [this](const std::string& one, const std::string& other) {
+            return office.contains(one) && office.contains(other);
+        };
         tracker.isAlive = [this](pid_t pid, std::uint64_t) { return !dead.contains(pid); };
     }
 
@@ -38,7 +43,25 @@ protected:
 
     void start(pid_t pid, const std::string& name, const std::vector<pid_t>& ancestors = {})
     {
-        tracker.processStarted(process(pid, name), known(name), ancestors);
+        tracker.processStarted({process(pid, name), known(name), ancestors});
+    }
+
+    /// A window of the process appears.
+    void show(pid_t pid, std::uint64_t window = 1)
+    {
+        tracker.windowShown(tracker.instanceOf(pid), window);
+    }
+
+    /// A window appears that says it is the application's, in a process that does not.
+    void showOf(pid_t pid, const std::string& name, std::uint64_t window)
+    {
+        const auto instance = tracker.instanceWith(pid, name);
+        tracker.windowShown(
+            instance != nullptr
+                ? instance
+                : tracker.startedByWindow({process(pid, "soffice.bin"), known(name), {}}),
+            window
+        );
     }
 
     void end(pid_t pid) { tracker.processEnded(pid, static_cast<std::uint64_t>(pid) * 10); }
@@ -47,6 +70,8 @@ protected:
     std::vector<std::string> said;
     std::vector<proc::ProcessFacts> survivors;
     std::set<pid_t> dead;
+    std::set<std::string> office{"calc", "writer"};
+    workspace::Clock::time_point time{std::chrono::hours(1)};
 };
 
 } // namespace
@@ -54,8 +79,8 @@ protected:
 TEST_F(InstanceTracker, StartWindowAndEndAreReportedOnceEach)
 {
     start(10, "mousepad");
-    tracker.windowShown(tracker.instanceOf(10));
-    tracker.windowShown(tracker.instanceOf(10));
+    show(10);
+    show(10);
     end(10);
 
     EXPECT_THAT(said, ElementsAre("started mousepad", "window mousepad", "ended mousepad"));
@@ -104,7 +129,7 @@ TEST_F(InstanceTracker, SecondInstanceThatShowedAWindowEndsAsOne)
 {
     start(10, "xterm");
     start(20, "xterm");
-    tracker.windowShown(tracker.instanceOf(20));
+    show(20);
     end(20);
 
     EXPECT_EQ(said.back(), "ended xterm");
@@ -122,7 +147,7 @@ TEST_F(InstanceTracker, ProcessOfTheOwnTreeIsAHelperAndNoStart)
 TEST_F(InstanceTracker, SameProgramOnATerminalOfTheTreeIsAStart)
 {
     start(10, "xterm");
-    tracker.processStarted(process(30, "xterm", 34816), known("xterm"), {20, 10, 1});
+    tracker.processStarted({process(30, "xterm", 34816), known("xterm"), {20, 10, 1}});
 
     EXPECT_THAT(said, ElementsAre("started xterm", "started xterm"));
     EXPECT_EQ(tracker.instances().size(), 2U);
@@ -139,7 +164,7 @@ TEST_F(InstanceTracker, AnotherApplicationInTheTreeIsAStart)
 TEST_F(InstanceTracker, WrapperThatBecomesItsProgramIsOneStart)
 {
     start(10, "firefox");
-    tracker.processStarted(process(10, "firefox-bin"), known("firefox"), {});
+    tracker.processStarted({process(10, "firefox-bin"), known("firefox"), {}});
 
     EXPECT_THAT(said, ElementsAre("started firefox"));
 }
@@ -193,7 +218,7 @@ TEST_F(InstanceTracker, ReusedProcessIdentifierIsAnotherProcess)
     start(10, "mousepad");
     proc::ProcessFacts later = process(10, "mousepad");
     later.startTime = 999;
-    tracker.processStarted(later, known("mousepad"), {});
+    tracker.processStarted({later, known("mousepad"), {}});
 
     EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad", "started mousepad"));
     tracker.processEnded(10, 100);
@@ -236,10 +261,11 @@ TEST_F(InstanceTracker, LastProcessEndsTheInstanceAndTheOldestLeadsMeanwhile)
     EXPECT_EQ(said.back(), "ended soffice");
 }
 
-TEST_F(InstanceTracker, WhatRanBeforeIsListedAndItsWindowIsNoNews)
+TEST_F(InstanceTracker, WhatRanBeforeIsListedAndItsWindowsAreNoNews)
 {
-    tracker.alreadyRunning(process(10, "mousepad"), known("mousepad"), {});
-    tracker.windowShown(tracker.instanceOf(10));
+    tracker.alreadyRunning({process(10, "mousepad"), known("mousepad"), {}});
+    tracker.windowThere(tracker.instanceOf(10), 1);
+    show(10, 2);
 
     EXPECT_THAT(said, IsEmpty());
     EXPECT_EQ(tracker.instances().size(), 1U);
@@ -269,4 +295,259 @@ TEST_F(InstanceTracker, ProcessIsFoundByItsNearestAncestor)
     EXPECT_EQ(tracker.instanceOf(31, {30, 20, 10})->application->identifier, "mousepad");
     EXPECT_EQ(tracker.instanceOf(21, {20, 10})->application->identifier, "xterm");
     EXPECT_EQ(tracker.instanceOf(40, {1}), nullptr);
+}
+
+TEST_F(InstanceTracker, WhatRanHiddenBeforeStartsWithItsFirstWindow)
+{
+    tracker.alreadyRunning({process(10, "mousepad"), known("mousepad"), {}});
+    show(10);
+
+    EXPECT_THAT(said, ElementsAre("started again mousepad", "window mousepad"));
+}
+
+TEST_F(InstanceTracker, SecondWindowIsNoNews)
+{
+    start(10, "mousepad");
+    show(10, 1);
+    said.clear();
+    show(10, 2);
+    tracker.windowGone(1);
+    show(10, 3);
+
+    EXPECT_THAT(said, IsEmpty());
+}
+
+TEST_F(InstanceTracker, WindowAfterAWindowOfProgressIsNoNews)
+{
+    start(10, "gimp");
+    show(10, 1);
+    tracker.windowGone(1);
+    time += std::chrono::seconds(3);
+    said.clear();
+    show(10, 2);
+
+    EXPECT_THAT(said, IsEmpty());
+}
+
+TEST_F(InstanceTracker, HiddenInstanceThatAppearsStartsAgain)
+{
+    start(10, "keepassxc");
+    show(10, 1);
+    tracker.windowGone(1);
+    time += std::chrono::seconds(30);
+    said.clear();
+    show(10, 2);
+
+    EXPECT_THAT(said, ElementsAre("started again keepassxc", "window keepassxc"));
+}
+
+TEST_F(InstanceTracker, WindowLongAfterTheStartIsAStartOfItsOwn)
+{
+    start(10, "service");
+    time += std::chrono::minutes(10);
+    said.clear();
+    show(10, 1);
+
+    EXPECT_THAT(said, ElementsAre("started again service", "window service"));
+}
+
+TEST_F(InstanceTracker, HandOverToAHiddenInstanceIsOneStart)
+{
+    start(10, "service");
+    time += std::chrono::minutes(10);
+    start(20, "service");
+    end(20);
+    said.clear();
+    show(10, 1);
+
+    EXPECT_THAT(said, ElementsAre("window service"));
+}
+
+TEST_F(InstanceTracker, WindowMayComeBeforeTheStartHasHandedOver)
+{
+    start(10, "service");
+    time += std::chrono::minutes(10);
+    start(20, "service");
+    said.clear();
+    show(10, 1);
+    end(20);
+
+    EXPECT_THAT(said, ElementsAre("window service", "handed over service"));
+}
+
+TEST_F(InstanceTracker, ServiceThatTheBusStartsJoinsItsClient)
+{
+    start(10, "gnome-terminal");
+    tracker.processStarted(
+        {process(20, "gnome-terminal-server"), known("gnome-terminal"), {3}, false, true}
+    );
+    end(10);
+
+    EXPECT_THAT(said, ElementsAre("started gnome-terminal"));
+    EXPECT_EQ(tracker.instanceOf(20)->leader.pid, 20);
+    show(20);
+    EXPECT_EQ(said.back(), "window gnome-terminal");
+    end(20);
+    EXPECT_EQ(said.back(), "ended gnome-terminal");
+}
+
+TEST_F(InstanceTracker, ServiceThatTheBusStartsForNobodyIsAStart)
+{
+    tracker.processStarted({process(20, "seahorse"), known("seahorse"), {3}, false, true});
+
+    EXPECT_THAT(said, ElementsAre("started seahorse"));
+}
+
+TEST_F(InstanceTracker, ProcessThatALauncherStartedInTheOwnTreeIsAStart)
+{
+    start(10, "mousepad");
+    tracker.processStarted({process(20, "mousepad"), known("mousepad"), {10}, true});
+
+    EXPECT_THAT(said, ElementsAre("started mousepad", "started mousepad"));
+}
+
+TEST_F(InstanceTracker, ChildOfAScriptKeepsItsInstance)
+{
+    start(10, "script");
+    proc::ProcessFacts child = process(11, "real-program");
+    child.parent = 10;
+    tracker.childStarted(child);
+    end(10);
+
+    EXPECT_THAT(said, ElementsAre("started script"));
+    end(11);
+    EXPECT_EQ(said.back(), "ended script");
+}
+
+TEST_F(InstanceTracker, WindowOfAnotherApplicationInTheSameProcessIsAStart)
+{
+    start(10, "writer");
+    show(10, 1);
+    showOf(10, "calc", 2);
+    showOf(10, "calc", 3);
+
+    EXPECT_THAT(
+        said, ElementsAre("started writer", "window writer", "started calc", "window calc")
+    );
+}
+
+TEST_F(InstanceTracker, GuestEndsWithItsLastWindow)
+{
+    start(10, "writer");
+    show(10, 1);
+    showOf(10, "calc", 2);
+    showOf(10, "calc", 3);
+    tracker.windowGone(2);
+    EXPECT_EQ(said.back(), "window calc");
+    tracker.windowGone(3);
+    EXPECT_EQ(said.back(), "ended calc");
+
+    said.clear();
+    showOf(10, "calc", 4);
+    EXPECT_THAT(said, ElementsAre("started calc", "window calc"));
+}
+
+TEST_F(InstanceTracker, GuestEndsWithItsProcess)
+{
+    start(10, "writer");
+    show(10, 1);
+    showOf(10, "calc", 2);
+    said.clear();
+    end(10);
+
+    EXPECT_THAT(said, ElementsAre("ended writer", "ended calc"));
+}
+
+TEST_F(InstanceTracker, WindowThatChangesItsClassChangesItsApplication)
+{
+    start(10, "writer");
+    show(10, 1);
+    showOf(10, "calc", 1);
+
+    EXPECT_THAT(tracker.instanceWith(10, "writer")->windows, IsEmpty());
+    EXPECT_EQ(tracker.instanceWith(10, "calc")->windows.size(), 1U);
+}
+
+TEST_F(InstanceTracker, HandOverToAnotherApplicationOfTheProgramIsNoEnd)
+{
+    start(10, "writer");
+    show(10, 1);
+    start(20, "calc");
+    end(20);
+
+    EXPECT_THAT(said, ElementsAre("started writer", "window writer", "started calc"));
+    showOf(10, "calc", 2);
+    EXPECT_EQ(said.back(), "window calc");
+    tracker.windowGone(2);
+    EXPECT_EQ(said.back(), "ended calc");
+    EXPECT_EQ(tracker.instances().size(), 1U);
+}
+
+TEST_F(InstanceTracker, WindowOfAnotherProcessMayComeBeforeTheHandOver)
+{
+    start(10, "writer");
+    show(10, 1);
+    start(20, "calc");
+    showOf(10, "calc", 2);
+    end(20);
+
+    EXPECT_THAT(
+        said, ElementsAre("started writer", "window writer", "started calc", "window calc")
+    );
+    end(10);
+    EXPECT_EQ(said.back(), "ended calc");
+}
+
+TEST_F(InstanceTracker, WindowThatNothingAnnouncedIsAStart)
+{
+    showOf(10, "mousepad", 1);
+    EXPECT_THAT(said, ElementsAre("started mousepad", "window mousepad"));
+    tracker.windowGone(1);
+    end(10);
+    EXPECT_EQ(said.back(), "ended mousepad");
+}
+
+TEST_F(InstanceTracker, HintOfWhatRunsIsAStartAndItsExecIsNoOther)
+{
+    start(10, "mousepad");
+    show(10, 1);
+    said.clear();
+    std::vector<bool> expected;
+    tracker.onStarted = [&](const Instance& instance) { expected.push_back(instance.expected); };
+
+    tracker.hinted("mousepad");
+    start(20, "mousepad");
+    start(30, "mousepad");
+
+    EXPECT_THAT(said, ElementsAre("started again mousepad"));
+    EXPECT_THAT(expected, ElementsAre(true, false));
+}
+
+TEST_F(InstanceTracker, HintOfWhatDoesNotRunWaitsForItsExec)
+{
+    tracker.hinted("mousepad");
+    start(10, "mousepad");
+
+    EXPECT_THAT(said, ElementsAre("started mousepad"));
+    EXPECT_FALSE(tracker.instanceOf(10)->expected);
+}
+
+TEST_F(InstanceTracker, HintThatNothingFollowsIsForgotten)
+{
+    start(10, "mousepad");
+    show(10, 1);
+    tracker.hinted("mousepad");
+    time += std::chrono::seconds(30);
+    start(20, "mousepad");
+
+    EXPECT_FALSE(tracker.instanceOf(20)->expected);
+}
+
+TEST_F(InstanceTracker, WindowThatAHintAnnouncedIsNoOtherStart)
+{
+    tracker.alreadyRunning({process(10, "service"), known("service"), {}});
+    tracker.hinted("service");
+    show(10, 1);
+
+    EXPECT_THAT(said, ElementsAre("started again service", "window service"));
 }

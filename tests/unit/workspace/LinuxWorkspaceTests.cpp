@@ -103,6 +103,7 @@ protected:
                 return true;
             },
         .report = [this](std::string_view line) { reports.emplace_back(line); },
+        .session = {":1", ""},
     }};
     std::vector<std::string> heard;
     bool ready = false;
@@ -123,13 +124,140 @@ TEST_F(LinuxWorkspace, WhatRanBeforeIsInTheListWithoutAnyNotification)
     EXPECT_THAT(heard, IsEmpty());
 }
 
-TEST_F(LinuxWorkspace, WindowOfWhatRanBeforeIsNoLaunch)
+TEST_F(LinuxWorkspace, AnotherWindowOfWhatRanBeforeIsNoLaunch)
+{
+    processes.all.push_back(process(10, "mousepad"));
+    windows.windows.push_back({10, "mousepad", "mousepad", "", 1});
+    start();
+    windows.show({10, "mousepad", "mousepad", "", 2});
+
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+TEST_F(LinuxWorkspace, FirstWindowOfWhatRanHiddenBeforeIsALaunch)
 {
     processes.all.push_back(process(10, "mousepad"));
     start();
     windows.show({10, "mousepad", "mousepad"});
 
+    EXPECT_THAT(heard, ElementsAre("will launch mousepad", "did launch mousepad"));
+}
+
+TEST_F(LinuxWorkspace, HintOfWhatRunsIsALaunch)
+{
+    start();
+    exec(10, "mousepad");
+    windows.show({10, "mousepad", "mousepad"});
+    heard.clear();
+    windows.onLaunchHint("mousepad");
+    exec(20, "mousepad");
+
+    EXPECT_THAT(heard, ElementsAre("will launch mousepad", "inserted mousepad"));
+}
+
+TEST_F(LinuxWorkspace, ProcessOfAnotherSessionIsLeftOut)
+{
+    processes.environments[10].display = ":2";
+    processes.environments[20].display = ":1";
+    start();
+    exec(10, "mousepad");
+    exec(20, "xterm");
+    exec(30, "mousepad");
+
+    EXPECT_THAT(
+        heard,
+        ElementsAre(
+            "inserted xterm", "will launch xterm", "inserted mousepad", "will launch mousepad"
+        )
+    );
+}
+
+TEST_F(LinuxWorkspace, WindowCountsWhateverSessionItsProcessNamed)
+{
+    processes.environments[10].display = ":2";
+    start();
+    exec(10, "mousepad");
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+}
+
+TEST_F(LinuxWorkspace, WindowNeverOverridesWhatAProcessExecutes)
+{
+    start();
+    exec(10, "xterm");
+    heard.clear();
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(heard, ElementsAre("did launch xterm"));
+}
+
+TEST_F(LinuxWorkspace, WindowTellsTheApplicationWhereOneProgramIsSeveral)
+{
+    index.add(known("calc"));
+    index.add(known("writer"));
+    index.shared = {"calc", "writer"};
+    start();
+    exec(10, "writer");
+    windows.show({10, "writer", "soffice", "", 1});
+    heard.clear();
+    windows.show({10, "soffice", "soffice", "", 2});
     EXPECT_THAT(heard, IsEmpty());
+    windows.show({10, "calc", "soffice", "", 2});
+    EXPECT_THAT(heard, ElementsAre("inserted calc", "will launch calc", "did launch calc"));
+    windows.hide(2);
+    EXPECT_EQ(heard.back(), "did terminate calc");
+}
+
+TEST_F(LinuxWorkspace, LaunchIsLookedUpAsTheApplicationItIsAbout)
+{
+    index.add(known("calc"));
+    index.add(known("writer"));
+    index.shared = {"calc", "writer"};
+    start();
+    exec(10, "writer");
+    windows.show({10, "writer", "soffice", "", 1});
+    windows.show({10, "calc", "soffice", "", 2});
+    std::string found;
+    desktop.addObserver(
+        &found,
+        WorkspaceNotificationName::WillLaunchApplication,
+        [&](const platform::WorkspaceNotification&) {
+            found = *desktop.runningApplication(10)->bundleIdentifier;
+        }
+    );
+    windows.onLaunchHint("writer");
+
+    EXPECT_EQ(found, "writer");
+    EXPECT_EQ(desktop.runningApplication(10)->bundleIdentifier, "calc");
+}
+
+TEST_F(LinuxWorkspace, WhatAWindowRevealedIsLearned)
+{
+    start();
+    processes.all.push_back(process(10, "copy-of-mousepad"));
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(index.learned, ElementsAre("/usr/bin/copy-of-mousepad is mousepad"));
+}
+
+TEST_F(LinuxWorkspace, ScriptEndsWithTheProgramThatItLeftBehind)
+{
+    auto script = std::make_shared<workspace::KnownApplication>(*known("script"));
+    script->executable = "/usr/bin/dash";
+    index.add(script);
+    start();
+    exec(10, "dash");
+    proc::ProcessFacts child = process(11, "real-program");
+    child.parent = 10;
+    processes.exec(child);
+    queues.runAll();
+    exit(10);
+    EXPECT_EQ(heard.back(), "will launch script");
+    exit(11);
+    EXPECT_EQ(heard.back(), "did terminate script");
 }
 
 TEST_F(LinuxWorkspace, RegularStartIsListedThenAnnouncedThenLaunchedThenTerminated)
