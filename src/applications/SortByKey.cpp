@@ -3,26 +3,24 @@
 #include "platform/Text.h"
 
 #include <cstddef>
-#include <utility>
+#include <cstdint>
 
 namespace applications {
 
 namespace {
 
-struct KeyedEntity
-{
-    std::string key;
-    ApplicationEntityPtr entity;
-};
-
 /// Where `key` belongs in the sorted list, after those equal to it, by bisection.
-std::size_t placeFor(const std::string& key, const std::vector<KeyedEntity>& sorted)
+std::size_t placeFor(
+    const std::string& key,
+    const std::vector<std::string>& keys,
+    const std::vector<std::uint32_t>& sorted
+)
 {
     std::size_t begin = 0;
     std::size_t end = sorted.size();
     while (begin < end) {
         const std::size_t middle = begin + (end - begin) / 2;
-        if (platform::text::compare(key, sorted[middle].key) < 0) {
+        if (platform::text::compare(key, keys[sorted[middle]]) < 0) {
             end = middle;
         } else {
             begin = middle + 1;
@@ -36,17 +34,19 @@ std::size_t placeFor(const std::string& key, const std::vector<KeyedEntity>& sor
 std::vector<ApplicationEntityPtr>
 sortedByKey(const std::vector<ApplicationEntityPtr>& entities, const SortKey& key)
 {
-    std::vector<KeyedEntity> sorted;
+    std::vector<std::string> keys;
+    std::vector<std::uint32_t> sorted; // positions, which are quick to move aside
+    keys.reserve(entities.size());
     sorted.reserve(entities.size());
     for (const ApplicationEntityPtr& entity : entities) {
-        std::string text = key(*entity);
-        const auto place = static_cast<std::ptrdiff_t>(placeFor(text, sorted));
-        sorted.insert(sorted.begin() + place, {std::move(text), entity});
+        keys.push_back(key(*entity));
+        const auto place = static_cast<std::ptrdiff_t>(placeFor(keys.back(), keys, sorted));
+        sorted.insert(sorted.begin() + place, static_cast<std::uint32_t>(keys.size() - 1));
     }
     std::vector<ApplicationEntityPtr> result;
     result.reserve(sorted.size());
-    for (KeyedEntity& entry : sorted) {
-        result.push_back(std::move(entry.entity));
+    for (const std::uint32_t position : sorted) {
+        result.push_back(entities[position]);
     }
     return result;
 }

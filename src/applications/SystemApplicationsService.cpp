@@ -103,8 +103,15 @@ SystemApplicationsService::getLockableApplicationsFrom(const std::string& path) 
 
 std::vector<ApplicationEntityPtr> SystemApplicationsService::lockableRunningApplications() const
 {
+    return lockableApplicationsAmong(runningNSApplications());
+}
+
+std::vector<ApplicationEntityPtr> SystemApplicationsService::lockableApplicationsAmong(
+    const std::vector<platform::RunningApplication>& running
+) const
+{
     std::vector<ApplicationEntityPtr> result;
-    for (const platform::RunningApplication& application : runningNSApplications()) {
+    for (const platform::RunningApplication& application : running) {
         if (isLockableApplication(application)) {
             result.push_back(ApplicationEntity::fromRunningApplication(application));
         }

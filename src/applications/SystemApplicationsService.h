@@ -1,6 +1,6 @@
 // Finds applications: installed, running, administrative; brings one forward; starts the login-item
-// helper. Keeps no state, every call asks the platform anew. Main thread, except
-// `getLockableApplicationsFrom`, which any thread may call.
+// helper. Keeps no state, every call asks the platform anew. Main thread, except what says that any
+// thread may call it.
 #pragma once
 
 #include "applications/ApplicationEntity.h"
@@ -13,15 +13,19 @@ namespace applications {
 class SystemApplicationsService
 {
 public:
-    /// Installed applications that may be locked, sorted by name.
+    /// Installed applications that may be locked, sorted by name. Any thread.
     [[nodiscard]] std::vector<ApplicationEntityPtr> lockableApplications() const;
 
-    /// The same from any folder, in the order of the walk.
+    /// The same from any folder, in the order of the walk. Any thread.
     [[nodiscard]] std::vector<ApplicationEntityPtr>
     getLockableApplicationsFrom(const std::string& path) const;
 
     /// Running applications that may be locked, sorted by name; two instances give two records.
     [[nodiscard]] std::vector<ApplicationEntityPtr> lockableRunningApplications() const;
+
+    /// The same of applications that ran when the main thread asked. Any thread.
+    [[nodiscard]] std::vector<ApplicationEntityPtr>
+    lockableApplicationsAmong(const std::vector<platform::RunningApplication>& running) const;
 
     /// All running applications, unfiltered, in the platform's order.
     [[nodiscard]] std::vector<platform::RunningApplication> runningNSApplications() const;

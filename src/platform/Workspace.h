@@ -1,6 +1,7 @@
 // The desktop's view of applications: which are installed, which run, when one starts, ends, comes
-// to the front. Main thread only, except `iconForFile`, which any thread may call; observers are
-// called on the main thread, one event at a time, in the order in which things happened.
+// to the front. Main thread only, except `iconForFile` and `answersTo`, which any thread may call;
+// observers are called on the main thread, one event at a time, in the order in which things
+// happened.
 #pragma once
 
 #include "platform/Port.h"

@@ -1,7 +1,8 @@
 // The desktop's view of applications on Linux: what processes do, as the process source tells, what
 // windows there are, as the window system tells, and what is installed, as the index tells, joined
-// into one list of running applications. Main thread. `InstanceFeed` brings the facts, the tracker
-// concludes, `Announcements` tells the observers; here are the port's own answers.
+// into one list of running applications. Main thread, except what only asks the index.
+// `InstanceFeed` brings the facts, the tracker concludes, `Announcements` tells the observers; here
+// are the port's own answers.
 #pragma once
 
 #include "linux/workspace/Announcements.h"

@@ -2,6 +2,8 @@
 #include "fakes/Applications.h"
 #include "fakes/FakePlatform.h"
 
+#include <thread>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -186,6 +188,22 @@ TEST_F(SystemApplicationsServiceTest, RunningApplicationsAreFilteredAndSortedByF
         namesOf(service.lockableRunningApplications()),
         ElementsAre("alpha", "alpha", "Menu", "Zeta")
     );
+}
+
+TEST_F(SystemApplicationsServiceTest, WhatRanBeforeIsFilteredAndSortedOnAnyThread)
+{
+    const std::vector<platform::RunningApplication> before{
+        fakes::runningApplication(1, "z", "Zeta"),
+        fakes::runningApplication(2, "a", "alpha"),
+        fakes::runningApplication(3, "com.quorvent.Tarvel", "Tarvel"),
+    };
+    std::vector<std::string> names;
+
+    std::thread worker([&] { names = namesOf(service.lockableApplicationsAmong(before)); });
+    platform.workspace.running = {fakes::runningApplication(4, "n", "New")};
+    worker.join();
+
+    EXPECT_THAT(names, ElementsAre("alpha", "Zeta"));
 }
 
 TEST_F(SystemApplicationsServiceTest, AllRunningApplicationsComeUnfilteredInThePlatformsOrder)
