@@ -1,6 +1,5 @@
 #include "ui/views/CellDelegate.h"
 
-#include "ui/views/MyCell.h"
 #include "ui/views/Theme.h"
 
 #include <QPainter>
@@ -18,26 +17,6 @@ constexpr int INSET = Theme::GRID;
 } // namespace
 
 CellDelegate::CellDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
-
-QWidget* CellDelegate::createEditor(
-    QWidget* parent, const QStyleOptionViewItem& /*option*/, const QModelIndex& index
-) const
-{
-    auto* const cell = new MyCell(parent);
-    if (fillCell) {
-        fillCell(index.row(), *cell);
-    }
-    return cell;
-}
-
-void CellDelegate::setEditorData(QWidget* /*editor*/, const QModelIndex& /*index*/) const {}
-
-void CellDelegate::updateEditorGeometry(
-    QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex& /*index*/
-) const
-{
-    editor->setGeometry(option.rect);
-}
 
 QSize CellDelegate::sizeHint(
     const QStyleOptionViewItem& option, const QModelIndex& /*index*/
@@ -62,11 +41,6 @@ void CellDelegate::paint(
     const QRectF ground = QRectF(option.rect).adjusted(INSET + 0.5, 0.5, -INSET - 0.5, -0.5);
     painter->drawRoundedRect(ground, Theme::RADIUS, Theme::RADIUS);
     painter->restore();
-}
-
-bool CellDelegate::eventFilter(QObject* /*object*/, QEvent* /*event*/)
-{
-    return false; // the toolkit's editors commit and close at keys that a cell knows nothing of
 }
 
 } // namespace ui

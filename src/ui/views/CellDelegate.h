@@ -1,13 +1,9 @@
-// Makes the cells of a table: each is the toolkit's editor of its row, and paints itself.
+// Draws what lies beneath the cells of a table, and says how high they are.
 #pragma once
 
 #include <QStyledItemDelegate>
 
-#include <functional>
-
 namespace ui {
-
-class MyCell;
 
 class CellDelegate : public QStyledItemDelegate
 {
@@ -16,23 +12,11 @@ class CellDelegate : public QStyledItemDelegate
 public:
     explicit CellDelegate(QObject* parent);
 
-    std::function<void(int row, MyCell& cell)> fillCell;
-
-    QWidget* createEditor(
-        QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index
-    ) const override;
-    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
-    void updateEditorGeometry(
-        QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex& index
-    ) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
     /// Only the ground of the row, and where the keys are.
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index)
         const override;
-
-protected:
-    bool eventFilter(QObject* object, QEvent* event) override;
 };
 
 } // namespace ui

@@ -78,6 +78,11 @@ void ImageButtonView::mousePressEvent(QMouseEvent* event)
     }
 }
 
+void ImageButtonView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
 void ImageButtonView::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {

@@ -33,8 +33,9 @@ public:
     int id = 0;
     bool animated = true;
 
-    /// Called with the id, at the press of the button or of its key, or when an assistive
-    /// tool activates it.
+    /// Called with the id, at the press of the button or of its key, or when an assistive tool
+    /// activates it. A double click is one press: by the second the button may stand for something
+    /// else.
     std::function<void(int)> onClick;
 
     /// Opacity of the picture, 0.3 at the depth of the fade.
@@ -42,6 +43,7 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

@@ -24,8 +24,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const
 {
-    // Editable, because a cell is the toolkit's editor of its row.
-    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
                            : Qt::NoItemFlags;
 }
 

@@ -3,7 +3,11 @@
 #include "ui/views/CellDelegate.h"
 #include "ui/views/TableModel.h"
 
+#include <QCoreApplication>
+#include <QCursor>
+#include <QHoverEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -16,26 +20,36 @@ TableView::TableView(QWidget* parent)
       delegate(std::make_unique<CellDelegate>(nullptr))
 {
     rows->titleOfRow = [this](int row) { return titleOfRow ? titleOfRow(row) : QString(); };
-    delegate->fillCell = [this](int row, MyCell& cell) {
-        if (fillCell) {
-            fillCell(row, cell);
-        }
-    };
     setModel(rows.get());
     setItemDelegate(delegate.get());
     setUniformItemSizes(true);
     setEditTriggers(NoEditTriggers);
-    setSelectionMode(NoSelection);
+    setSelectionMode(SingleSelection); // for assistive tools alone, see selectionCommand
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
     setFrameShape(NoFrame);
     setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus); // scrolling by wheel leaves the keys where they are
     viewport()->setAttribute(Qt::WA_Hover);
     viewport()->setAutoFillBackground(false);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { showCells(); });
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
-        select(index.row());
+        if (!secondPress) {
+            select(index.row());
+        }
     });
+    connect(
+        selectionModel(),
+        &QItemSelectionModel::selectionChanged,
+        this,
+        [this](const QItemSelection& selected) {
+            if (!selected.isEmpty()) {
+                const int row = selected.first().top();
+                clearSelection();
+                select(row);
+            }
+        }
+    );
 }
 
 TableView::~TableView()
@@ -43,63 +57,124 @@ TableView::~TableView()
     setModel(nullptr);
 }
 
-void TableView::reloadData()
+QItemSelectionModel::SelectionFlags
+TableView::selectionCommand(const QModelIndex& /*index*/, const QEvent* /*event*/) const
 {
-    const int current = currentIndex().row();
-    const int place = verticalScrollBar()->value();
-    const QWidget* const focused = focusWidget();
-    const bool keysInCell =
-        focused != nullptr && focused != this && isAncestorOf(focused) && focused->hasFocus();
-    dropCells();
-    rows->reset(numberOfRows ? numberOfRows() : 0);
+    return QItemSelectionModel::NoUpdate; // the pointer and the keys choose, they do not select
+}
+
+void TableView::reloadData(std::optional<int> current)
+{
+    const int oldRow = currentRow();
+    const QRect oldPlace = visualRect(rows->index(oldRow));
+    const bool inSight = viewport()->rect().intersects(oldPlace);
+    int place = verticalScrollBar()->value();
+    const int count = numberOfRows ? numberOfRows() : 0;
+    const int row = std::min(current.value_or(oldRow), count - 1);
+    if (inSight && row >= 0 && row < oldRow) {
+        place -= (oldRow - row) * oldPlace.height();
+    } else if (inSight && row > oldRow) {
+        place += (row - oldRow) * oldPlace.height();
+    }
+    rows->reset(count);
     executeDelayedItemsLayout();
     verticalScrollBar()->setValue(place);
-    if (current >= 0 && rows->rowCount() > 0) {
-        setCurrentIndex(rows->index(std::min(current, rows->rowCount() - 1)));
-    }
-    if (keysInCell) {
-        setFocus();
-    }
+    setCurrentRow(row);
+    refillCells();
     showCells();
+    hoverAgain();
+}
+
+int TableView::currentRow() const
+{
+    return currentIndex().row();
+}
+
+void TableView::setCurrentRow(int row)
+{
+    if (row < 0) {
+        return;
+    }
+    setAutoScroll(false); // who looks elsewhere in the list goes on looking there
+    setCurrentIndex(rows->index(row));
+    setAutoScroll(true);
 }
 
 MyCell* TableView::cellAt(int row) const
 {
-    return qobject_cast<MyCell*>(indexWidget(rows->index(row)));
+    const auto found = cells.find(row);
+    return found == cells.end() ? nullptr : found->second;
 }
 
 void TableView::showCells()
 {
-    if (!isVisible()) {
+    if (!isVisible() || placing) {
         return;
     }
+    const QScopedValueRollback guard(placing, true); // finding a row may lay the rows out
     const int count = rows->rowCount();
     const QModelIndex top = indexAt(QPoint(viewport()->width() / 2, 0));
     const QModelIndex bottom = indexAt(QPoint(viewport()->width() / 2, viewport()->height() - 1));
-    const int first = top.isValid() ? top.row() : 0;
-    const int end = count == 0 ? 0 : (bottom.isValid() ? bottom.row() + 1 : count);
-    for (int row = firstCell; row < std::min(endOfCells, count); ++row) {
-        if (row < first || row >= end) {
-            closePersistentEditor(rows->index(row));
-        }
-    }
-    for (int row = first; row < end; ++row) {
-        const QModelIndex index = rows->index(row);
-        if (!isPersistentEditorOpen(index)) {
-            openPersistentEditor(index);
-        }
-    }
-    firstCell = first;
-    endOfCells = end;
+    placeCells(top.isValid() ? top.row() : 0, bottom.isValid() ? bottom.row() + 1 : count);
 }
 
-void TableView::dropCells()
+void TableView::placeCells(int first, int end)
 {
-    for (int row = firstCell; row < endOfCells; ++row) {
-        closePersistentEditor(rows->index(row));
+    for (auto entry = cells.begin(); entry != cells.end();) {
+        if (entry->first >= first && entry->first < end) {
+            ++entry;
+            continue;
+        }
+        if (entry->second->isAncestorOf(focusWidget())) {
+            setFocus(); // the keys stay in the list
+        }
+        entry->second->hide();
+        spareCells.push_back(entry->second);
+        entry = cells.erase(entry);
     }
-    firstCell = 0;
-    endOfCells = 0;
+    for (int row = first; row < end; ++row) {
+        MyCell& cell = cellFor(row);
+        cell.setGeometry(visualRect(rows->index(row)));
+        cell.show();
+    }
+}
+
+MyCell& TableView::cellFor(int row)
+{
+    MyCell*& cell = cells[row];
+    if (cell != nullptr) {
+        return *cell;
+    }
+    if (spareCells.empty()) {
+        cell = new MyCell(viewport());
+    } else {
+        cell = spareCells.back();
+        spareCells.pop_back();
+    }
+    if (fillCell) {
+        fillCell(row, *cell);
+    }
+    return *cell;
+}
+
+void TableView::refillCells()
+{
+    for (const auto& [row, cell] : cells) {
+        if (row < rows->rowCount() && fillCell) {
+            fillCell(row, *cell);
+        }
+    }
+}
+
+void TableView::hoverAgain()
+{
+    if (!viewport()->underMouse()) {
+        return;
+    }
+    // another row may have come under a pointer that rests
+    const QPoint place = viewport()->mapFromGlobal(QCursor::pos());
+    QHoverEvent hover(QEvent::HoverMove, place, QCursor::pos(), place);
+    QCoreApplication::sendEvent(viewport(), &hover);
 }
 
 void TableView::select(int row)
@@ -110,9 +185,9 @@ void TableView::select(int row)
     }
 }
 
-void TableView::resizeEvent(QResizeEvent* event)
+void TableView::updateGeometries()
 {
-    QListView::resizeEvent(event);
+    QListView::updateGeometries();
     showCells();
 }
 
@@ -128,21 +203,44 @@ void TableView::focusInEvent(QFocusEvent* event)
     if (!currentIndex().isValid() && rows->rowCount() > 0) {
         setCurrentIndex(rows->index(0));
     }
+    scrollTo(currentIndex());
+}
+
+void TableView::mousePressEvent(QMouseEvent* event)
+{
+    secondPress = false;
+    QListView::mousePressEvent(event);
+}
+
+void TableView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    secondPress = true;
+    event->accept();
+}
+
+bool TableView::isKeyUsed(const QKeyEvent& event)
+{
+    const std::function<bool(const QKeyEvent&)> listener = onKeyDown;
+    return listener && listener(event);
 }
 
 void TableView::keyPressEvent(QKeyEvent* event)
 {
-    const int row = currentIndex().row();
+    if (isKeyUsed(*event)) {
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
-        select(row);
+        if (!event->isAutoRepeat()) {
+            select(currentRow());
+        }
         return;
     case Qt::Key_Delete: {
         const std::function<void(int)> listener = onDelete;
-        if (row >= 0 && listener) {
-            listener(row);
+        if (currentRow() >= 0 && listener && !event->isAutoRepeat()) {
+            listener(currentRow());
         }
         return;
     }

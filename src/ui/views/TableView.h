@@ -1,5 +1,6 @@
-// A list of applications. Only the rows on the screen have a cell, so that ten thousand rows cost
-// little more than ten; assistive tools know all rows by their titles.
+// A list of applications. Only the rows on the screen have a cell, and cells are used again for
+// other rows, so that ten thousand rows cost little more than ten; assistive tools know all rows by
+// their titles, and selecting one there chooses it.
 #pragma once
 
 #include "ui/views/MyCell.h"
@@ -7,7 +8,10 @@
 #include <QListView>
 
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace ui {
 
@@ -32,38 +36,58 @@ public:
     /// The row's accessible text.
     std::function<QString(int row)> titleOfRow;
 
-    /// Fills a new cell for the row.
+    /// Fills the cell for the row. It may have shown another row before.
     std::function<void(int row, MyCell& cell)> fillCell;
 
-    /// The row was chosen: clicked, or the key Return or Space on it.
+    /// The row was chosen: clicked, or the key Return or Space on it. The second press of a double
+    /// click and a key that is held down choose nothing: by then another row may be there.
     std::function<void(int row)> onSelect;
 
     /// The key Delete on the row.
     std::function<void(int row)> onDelete;
 
-    /// Asks for everything anew. The current row and the place of the scroll bar stay as near as
-    /// they can.
-    void reloadData();
+    /// Asked first at each key; true when the key was used.
+    std::function<bool(const QKeyEvent& event)> onKeyDown;
+
+    /// Asks for everything anew. The current row, where `current` names no other, and the place of
+    /// the scroll bar stay as near as they can.
+    void reloadData(std::optional<int> current = std::nullopt);
+
+    /// The row that the keys are on; -1 for none.
+    int currentRow() const;
+
+    /// Moves the keys there; where the list is scrolled to stays as it is.
+    void setCurrentRow(int row);
 
     /// The cell that shows the row; nothing where it is not on the screen.
     MyCell* cellAt(int row) const;
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void updateGeometries() override;
+    QItemSelectionModel::SelectionFlags
+    selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
 private:
     /// Has a cell for each row on the screen and for no other.
     void showCells();
-    void dropCells();
+    void placeCells(int first, int end);
+    MyCell& cellFor(int row);
+    void refillCells();
+    void hoverAgain();
     void select(int row);
+    bool isKeyUsed(const QKeyEvent& event);
 
     std::unique_ptr<TableModel> rows;
     std::unique_ptr<CellDelegate> delegate;
-    int firstCell = 0;
-    int endOfCells = 0;
+    std::map<int, MyCell*> cells; // by row
+    std::vector<MyCell*> spareCells;
+    bool placing = false;
+    bool secondPress = false;
 };
 
 } // namespace ui

@@ -1,6 +1,7 @@
 #include "ui/views/TextField.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 
 namespace ui {
 
@@ -40,6 +41,14 @@ QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property) const
         return QString();
     default:
         return QLineEdit::inputMethodQuery(property);
+    }
+}
+
+void TextField::keyPressEvent(QKeyEvent* event)
+{
+    const std::function<bool(const QKeyEvent&)> listener = onKeyDown;
+    if (!listener || !listener(*event)) {
+        QLineEdit::keyPressEvent(event);
     }
 }
 

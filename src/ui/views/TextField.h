@@ -27,9 +27,13 @@ public:
     /// The user changed the text.
     std::function<void()> onChange;
 
+    /// Asked first at each key; true when the key was used.
+    std::function<bool(const QKeyEvent& event)> onKeyDown;
+
     QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
