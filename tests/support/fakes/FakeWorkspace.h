@@ -57,7 +57,7 @@ public:
 
     platform::IconHandle iconForFile(const std::string& path) override
     {
-        return std::make_shared<FakeIcon>(path);
+        return loadIcon ? loadIcon(path) : std::make_shared<FakeIcon>(path);
     }
 
     bool activate(const platform::RunningApplication& application, unsigned options) override
@@ -193,6 +193,7 @@ public:
     std::vector<platform::RunningApplication> running;
     std::map<std::string, std::string> installed; // bundle identifier to path
     std::map<std::string, std::string> roles;     // bundle identifier to role
+    std::function<platform::IconHandle(const std::string& path)> loadIcon;
     bool failing = false;
 
 private:

@@ -1,0 +1,109 @@
+// The window in which the user picks the applications to protect: a list with a filter, and two
+// options. It reports what the user does; its owner decides. Main thread only. A list entry that is
+// gone when it is clicked, and a callback that is not set, drop the click.
+#pragma once
+
+#include "applications/ApplicationEntity.h"
+#include "ui/views/ImageButtonView.h"
+#include "ui/views/Outlet.h"
+#include "ui/views/TableView.h"
+#include "ui/views/TextField.h"
+#include "ui/views/WindowController.h"
+
+#include <QCheckBox>
+#include <QLabel>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+class ApplicationsSelectWindowController final : public WindowController
+{
+public:
+    using Applications = std::vector<applications::ApplicationEntityPtr>;
+
+    /// Shows the window with that list and those options, the keys in the filter field.
+    void showServiceWindow(
+        Applications applications,
+        bool lockAdministrativeApplications,
+        bool showRunningApplicationsOnly
+    );
+
+    /// Puts another list in place of the present one. The filter stays, and the current row as far
+    /// as it can. `someAreProtected`: there are more that need not be chosen any more.
+    void displayApplicationsList(Applications applications, bool someAreProtected = false);
+
+    void closeServiceWindow();
+
+    /// Brings the window to the front.
+    void focus();
+
+    bool isWindowVisible();
+
+    void windowDidLoad() override;
+
+    int numberOfRows() const;
+
+    /// The text of the filter was edited.
+    void controlTextDidChange();
+
+    void lockAdministrativeApplicationsButtonClick();
+    void showRunningApplicationsButtonClick();
+    void administrativeHelpButtonClick();
+    void showRunningApplicationsHelpButtonClick();
+
+    std::function<void(bool)> onLockAdministrativeApplicationsOptionChanged;
+    std::function<void(bool)> onShowRunningApplicationsOptionChanged;
+    std::function<void(const applications::ApplicationEntityPtr&)> onApplicationSelected;
+
+    Outlet<TableView> applicationsTableViewOutlet;
+    Outlet<QWidget> tableFooterViewOutlet;
+    Outlet<QCheckBox> lockAdministrativeApplicationsCheckboxOutlet;
+    Outlet<QCheckBox> showRunningApplicationsOnlyCheckboxOutlet;
+    Outlet<TextField> filterTextfieldOutlet;
+    Outlet<ImageButtonView> blurSearchTextfieldButtonOutlet;
+    Outlet<QWidget> filterFieldBackgroundViewOutlet;
+
+    Applications originalApplicationEntities;
+    Applications filteredApplicationEntities; // the rows
+    bool lockAdministrativeApplications = false;
+    bool showRunningApplicationsOnly = false;
+
+protected:
+    std::unique_ptr<PanelWindow> loadWindow() override;
+
+private:
+    void setUpTable();
+    void setUpFilter();
+    void setUpCheckBoxes();
+    void fillCell(int row, MyCell& cell);
+
+    /// Empty where there is no such row.
+    applications::ApplicationEntityPtr applicationAt(int row) const;
+    void selectRow(int row);
+    void clearFilter();
+    void recomputeFilter();
+    void reloadRows(std::optional<int> currentRow = std::nullopt);
+    void showEmptyMessage();
+
+    /// Keys that lead from the filter field into the list, and back.
+    bool isKeyOfFilterUsed(const QKeyEvent& event);
+    bool isKeyOfListUsed(const QKeyEvent& event);
+
+    /// A row that shows the application, the nearest to `row` where there are several.
+    std::optional<int> rowOf(const std::string& bundleIdentifier, int row) const;
+
+    Outlet<QWidget> emptyView;
+    Outlet<QLabel> emptyHeadingLabel;
+    Outlet<QLabel> emptyHintLabel;
+    Outlet<ImageButtonView> administrativeHelpButton;
+    Outlet<ImageButtonView> showRunningApplicationsHelpButton;
+    bool isListKnown = false; // an empty list means something
+    bool someAreProtected = false;
+};
+
+} // namespace ui
