@@ -2,7 +2,6 @@
 // delegate. Nothing else in the program names an adapter.
 #include "app/AppDelegate.h"
 #include "app/Constants.h"
-#include "app/NoInterfaceHub.h"
 #include "linux/dbus/DBusDistributedNotifications.h"
 #include "linux/dbus/DBusUserNotifications.h"
 #include "linux/dbus/SettingsPortal.h"
@@ -41,6 +40,9 @@
 #include "platform/Platform.h"
 #include "storage/ConfigurationAndPreferencesService.h"
 #include "storage/KeyConstants.h"
+#include "ui/hub/PresetersMainHub.h"
+#include "ui/views/Images.h"
+#include "ui/views/Theme.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -289,7 +291,7 @@ private:
     std::optional<platform::Platform> platform;
     std::set<std::string> protectedAndInstalled;
     app::AppDelegate delegate{
-        [] { return std::make_unique<app::NoInterfaceHub>(); },
+        [] { return std::make_unique<ui::PresetersMainHub>(); },
         [] {
             return std::make_unique<locking::ApplicationsLockerCentralService>([] {
                 return std::make_unique<locking::PasswordWindowController>();
@@ -327,6 +329,8 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Tarvel"));
     QApplication::setDesktopFileName(QString::fromLatin1(IDENTIFIER));
     QApplication::setQuitOnLastWindowClosed(false);
+    ui::Theme::install(application);
+    QApplication::setWindowIcon(ui::requiredImage(QStringLiteral("ApplicationIcon")));
 
     Agent agent(log, processInfo, std::move(forGuard), std::move(forQuestions));
     const qt::QuitRequests quitRequests(application, [&agent] { return agent.mayQuit(); });
