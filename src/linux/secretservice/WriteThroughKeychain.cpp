@@ -193,7 +193,11 @@ void WriteThroughKeychain::answer(Lock& lock)
         known.learnAll(all);
     }
     lastAnswer = asked.id;
-    noteSuccess(lock);
+    // An open keeper answers questions and may still refuse what waits to be written: that is the
+    // outage, and its end is told by a write alone.
+    if (known.pendingCount() == 0) {
+        noteSuccess(lock);
+    }
 }
 
 void WriteThroughKeychain::write(Lock& lock)

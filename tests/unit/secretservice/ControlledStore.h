@@ -19,6 +19,7 @@ public:
     {
         Answering,
         Failing,
+        RefusingWrites, // and answering questions
         Hanging,
         Unproven // finds nothing and does not know what that means
     };
@@ -109,7 +110,7 @@ public:
         if (mode == StoreControl::Mode::Unproven) {
             return {.state = ItemRead::State::Unproven};
         }
-        if (mode != StoreControl::Mode::Answering) {
+        if (mode != StoreControl::Mode::Answering && mode != StoreControl::Mode::RefusingWrites) {
             return {.state = ItemRead::State::Failed, .reason = "fails"};
         }
         const Items items = control->content();

@@ -148,6 +148,22 @@ TEST_F(WriteThroughKeychainTest, RefusedWriteIsTriedAgainWithoutAPromptUntilItIs
     EXPECT_EQ(writes.back(), "put a (no prompt)");
 }
 
+TEST_F(WriteThroughKeychainTest, AnsweredQuestionsNeitherEndTheOutageOfAWriteNorHurryIt)
+{
+    open({{"b", secret("2")}});
+    control->become(Mode::RefusingWrites);
+    keychain->add("a", bytes("1"));
+
+    for (int question = 0; question < 20; ++question) {
+        EXPECT_EQ(value("b"), "2");
+    }
+    EXPECT_THAT(reported(), ElementsAre(HasSubstr("fails")));
+    EXPECT_LT(control->writeList().size(), 10U) << "attempts wait, and longer each time";
+
+    control->become(Mode::Answering);
+    control->waitForContent({{"a", secret("1")}, {"b", secret("2")}});
+}
+
 TEST_F(WriteThroughKeychainTest, AbsenceThatIsNotProvenTakesNothingAway)
 {
     open({{"a", secret("1")}});
