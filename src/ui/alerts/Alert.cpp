@@ -4,9 +4,9 @@
 #include "ui/views/Theme.h"
 
 #include <QAbstractButton>
+#include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
-#include <QLayout>
 #include <QPushButton>
 
 #include <algorithm>
@@ -38,6 +38,20 @@ QString buttonTitle(const std::string& option)
     return QString::fromStdString(option).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+/// Gives the alert the margins of the program, and its texts room for a good line.
+void arrange(const QMessageBox& alert)
+{
+    constexpr int CHARACTERS = 48;
+    auto* const layout = qobject_cast<QGridLayout*>(alert.layout());
+    if (layout == nullptr) {
+        return; // another layout of the toolkit's is as good
+    }
+    layout->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
+    layout->setColumnMinimumWidth(
+        layout->columnCount() - 1, CHARACTERS * alert.fontMetrics().averageCharWidth()
+    );
+}
+
 } // namespace
 
 std::unique_ptr<QMessageBox>
@@ -59,7 +73,7 @@ makeAlert(const AlertTexts& texts, const std::vector<std::string>& options, QWid
         alert->addButton(QMessageBox::Ok);
     }
     const QList<QAbstractButton*> buttons = alert->buttons();
-    alert->layout()->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
+    arrange(*alert);
     alert->setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
     alert->setEscapeButton(buttons.last());
     return alert;

@@ -7,17 +7,20 @@
 #include "ui/views/Theme.h"
 #include "ui_HelpWindow.h"
 
+#include <QScreen>
+
+#include <algorithm>
+
 namespace ui {
 
 namespace {
 
-/// The page brings its structure, the program the colours.
-QString pageStyle()
+/// A page of a book: about 75 characters a line, somewhat higher than wide.
+QSize pageSize(const QFontMetrics& type)
 {
-    return QStringLiteral("h1, h2, h3, p, li, td { color: %1; } a { color: %2; }"
-                          "h1 { margin-bottom: 4px; } h2 { margin-top: 20px; margin-bottom: 4px; }"
-                          "p, li { line-height: 130%; }")
-        .arg(Theme::TEXT.name(), Theme::FOCUS.name());
+    constexpr int CHARACTERS = 75;
+    constexpr int LINES = 40;
+    return {CHARACTERS * type.averageCharWidth(), LINES * type.lineSpacing()};
 }
 
 } // namespace
@@ -37,6 +40,10 @@ std::unique_ptr<PanelWindow> HelpWindowController::loadWindow()
 void HelpWindowController::windowDidLoad()
 {
     window().setBackgroundColor(Theme::GROUND_HIGH);
+    window().resize(window()
+                        .size()
+                        .expandedTo(pageSize(window().fontMetrics()))
+                        .boundedTo(window().screen()->availableSize() * 9 / 10));
     loadPage();
 }
 
@@ -47,18 +54,11 @@ void HelpWindowController::loadPage()
     if (!path) {
         platform::fatal("the help page is missing");
     }
-    QTextBrowser& page = *webviewOutlet;
-    page.document()->setDefaultStyleSheet(pageStyle());
-    page.setOpenLinks(false);
-    QObject::connect(&page, &QTextBrowser::anchorClicked, &page, [&page](const QUrl& link) {
-        if (link.isRelative() || link.isLocalFile()) {
-            page.scrollToAnchor(link.fragment());
-        } else {
-            platform::current().workspace.openUrl(link.toString().toStdString());
-        }
-    });
-    page.setSource(QUrl::fromLocalFile(QString::fromStdString(*path)));
-    page.moveCursor(QTextCursor::Start);
+    webviewOutlet->onLink = [](const std::string& url) {
+        platform::current().workspace.openUrl(url);
+    };
+    webviewOutlet->load(*path);
+    webviewOutlet->setFocus();
 }
 
 void HelpWindowController::showWindowService()

@@ -3,8 +3,7 @@
 
 #include "ui/views/Outlet.h"
 #include "ui/views/WindowController.h"
-
-#include <QTextBrowser>
+#include "ui/windows/help/HelpPage.h"
 
 #include <functional>
 
@@ -21,7 +20,7 @@ public:
     void focus();
     void contactSupportButtonClick();
 
-    Outlet<QTextBrowser> webviewOutlet;
+    Outlet<HelpPage> webviewOutlet;
 
     std::function<void()> onContactSupport;
 
