@@ -11,6 +11,14 @@ namespace statusbar {
 
 namespace {
 
+/// A margin keeps the image off the edge of its ground; the smallest items have no room for one.
+int imageSide(int side)
+{
+    constexpr int SMALLEST_WITH_MARGIN = 22;
+    constexpr int MARGINS = 11; // as many make the side
+    return side < SMALLEST_WITH_MARGIN ? side : side - 2 * (side / MARGINS);
+}
+
 constexpr double CORNER = 0.15; // of the side, for the highlighted ground
 
 void fillGround(QPainter& painter, const QSize& size)
@@ -32,7 +40,7 @@ QImage itemPicture(const platform::StatusItemLook& look, QSize size)
     if (look.highlighted) {
         fillGround(painter, size);
     }
-    const int side = std::min(size.width(), size.height());
+    const int side = imageSide(std::min(size.width(), size.height()));
     const QIcon icon(QString::fromStdString(look.image));
     const QPixmap pixmap = icon.pixmap(QSize(side, side), 1.0);
     if (!pixmap.isNull()) {

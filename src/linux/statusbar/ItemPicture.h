@@ -8,8 +8,8 @@
 
 namespace statusbar {
 
-/// The item's image as large as it can be in the middle of `size`, on transparent ground, or on the
-/// colour of selected things when highlighted. Premultiplied. An image that cannot be read leaves
+/// The item's image in the middle of `size`, on transparent ground, or on the colour of selected
+/// things when highlighted. Premultiplied. An image that cannot be read leaves
 /// the ground empty.
 QImage itemPicture(const platform::StatusItemLook& look, QSize size);
 

@@ -100,7 +100,7 @@ TEST_F(StatusNotifierItemOnTheBus, HasItsPictureInEverySizeWithAlphaFirst)
         ASSERT_EQ(pixmap.width, pixmap.height);
         ASSERT_EQ(pixmap.bytes.size(), pixmap.width * pixmap.height * 4);
         sides.push_back(pixmap.width);
-        const std::vector<int> left = pixelOf(pixmap, 2, pixmap.height / 2);
+        const std::vector<int> left = pixelOf(pixmap, pixmap.width / 4, pixmap.height / 2);
         EXPECT_NEAR(left[0], 128, 2);
         EXPECT_NEAR(left[1], 255, 2); // not premultiplied
         EXPECT_EQ(left[2], 0);
