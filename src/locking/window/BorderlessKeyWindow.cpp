@@ -1,6 +1,9 @@
 #include "locking/window/BorderlessKeyWindow.h"
 
+#include "locking/CoveringWindow.h"
+
 #include <QCloseEvent>
+#include <QPainter>
 
 namespace locking {
 
@@ -9,7 +12,18 @@ BorderlessKeyWindow::BorderlessKeyWindow(QWidget* parent)
 {
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
-    setAutoFillBackground(true);
+}
+
+void BorderlessKeyWindow::paintEvent(QPaintEvent* event)
+{
+    QPainter(this).fillRect(
+        event->rect(),
+        QColor::fromRgbF(
+            static_cast<float>(LOCK_COLOR.red),
+            static_cast<float>(LOCK_COLOR.green),
+            static_cast<float>(LOCK_COLOR.blue)
+        )
+    );
 }
 
 void BorderlessKeyWindow::closeEvent(QCloseEvent* event)

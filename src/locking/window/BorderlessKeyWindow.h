@@ -16,6 +16,7 @@ public:
     bool canBecomeKeyWindow() const { return true; }
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 };
 

@@ -1,6 +1,6 @@
 #include "locking/window/PasswordWindowStyle.h"
 
-#include "locking/CoveringWindow.h"
+#include "locking/window/LockSheet.h"
 #include "locking/window/PadlockIcon.h"
 #include "ui_PasswordWindow.h"
 
@@ -36,10 +36,6 @@ constexpr double MARGIN = 0.1;
 /// A small icon gets blurred beyond recognition when it is magnified more than this.
 constexpr int MOST_MAGNIFIED = 2;
 
-const QColor QUIET(200, 204, 212);
-const QColor ATTENTION(255, 214, 120);
-const QColor ALARM(255, 176, 168);
-
 double scaleFor(const QSize& size)
 {
     const double side = std::min(size.width(), size.height());
@@ -49,18 +45,21 @@ double scaleFor(const QSize& size)
     return std::max(1.0, side / LARGEST_PLAIN_SIDE);
 }
 
-void setTextColor(QWidget& label, const QColor& color)
-{
-    QPalette colors = label.palette();
-    colors.setColor(QPalette::WindowText, color);
-    label.setPalette(colors);
-}
-
 void setType(QWidget& widget, int pixels)
 {
     QFont font = widget.font();
     font.setPixelSize(std::max(pixels, 1));
     widget.setFont(font);
+}
+
+/// The window may have had another size before.
+void removeSpacings(QLayout& layout)
+{
+    for (int index = layout.count() - 1; index >= 0; --index) {
+        if (layout.itemAt(index)->spacerItem() != nullptr) {
+            delete layout.takeAt(index);
+        }
+    }
 }
 
 } // namespace
@@ -79,31 +78,6 @@ int PasswordWindowStyle::bounceDepth() const
 
 void PasswordWindowStyle::apply(const Ui::PasswordWindow& ui) const
 {
-    applyColors(ui);
-    applyMeasures(ui);
-}
-
-void PasswordWindowStyle::applyColors(const Ui::PasswordWindow& ui) const
-{
-    QWidget& window = *ui.centralViewOutlet->window();
-    QPalette colors = window.palette();
-    colors.setColor(
-        QPalette::Window,
-        QColor::fromRgbF(
-            static_cast<float>(LOCK_COLOR.red),
-            static_cast<float>(LOCK_COLOR.green),
-            static_cast<float>(LOCK_COLOR.blue)
-        )
-    );
-    window.setPalette(colors);
-    setTextColor(*ui.appNameLabelOutlet, Qt::white);
-    setTextColor(*ui.capsLockLabel, ATTENTION);
-    setTextColor(*ui.keyboardLayoutLabel, QUIET);
-    setTextColor(*ui.errorMessageLabelOutlet, ALARM);
-}
-
-void PasswordWindowStyle::applyMeasures(const Ui::PasswordWindow& ui) const
-{
     const int widest = qRound(size.width() * (1.0 - MARGIN));
     const int fieldWidth = std::min(pixels(FIELD_WIDTH), widest);
 
@@ -113,6 +87,7 @@ void PasswordWindowStyle::applyMeasures(const Ui::PasswordWindow& ui) const
 
     setType(*ui.passwordFieldOutlet, pixels(FIELD_TYPE));
     ui.passwordFieldOutlet->setFixedSize(fieldWidth, pixels(FIELD_HEIGHT));
+    ui.centralViewOutlet->window()->setStyleSheet(lockSheet({fieldWidth, pixels(FIELD_HEIGHT)}));
     ui.passwordFieldOutlet->setTextMargins(pixels(FIELD_PADDING), 0, pixels(FIELD_PADDING), 0);
     ui.passwordFieldOutlet->setCornerRadius(FIELD_RADIUS * scale);
     ui.passwordFieldOutlet->setCaretWidth(std::max(1, pixels(CARET_WIDTH)));
@@ -126,6 +101,7 @@ void PasswordWindowStyle::applyMeasures(const Ui::PasswordWindow& ui) const
     );
 
     QVBoxLayout& layout = *ui.centralLayout;
+    removeSpacings(layout);
     layout.insertSpacing(layout.indexOf(ui.appNameLabelOutlet), pixels(GAP));
     layout.insertSpacing(layout.indexOf(ui.passwordFieldOutlet), pixels(GAP));
     layout.insertSpacing(layout.indexOf(ui.keyboardView), pixels(SMALL_GAP));

@@ -28,8 +28,6 @@ public:
 
 private:
     int pixels(double points) const;
-    void applyColors(const Ui::PasswordWindow& ui) const;
-    void applyMeasures(const Ui::PasswordWindow& ui) const;
 
     QSize size;
     double scale;

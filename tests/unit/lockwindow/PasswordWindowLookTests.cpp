@@ -2,6 +2,7 @@
 #include "LockWindowTest.h"
 #include "locking/window/MessageLabel.h"
 
+#include <QScreen>
 #include <QStyleHints>
 
 #include <cmath>
@@ -149,6 +150,33 @@ TEST_F(PasswordWindowLook, ColoursDoNotFollowTheDesktops)
     QApplication::setPalette(before);
 }
 
+TEST_F(PasswordWindowLook, IsDrawnAloneWhateverTheSheetOfTheWholeProgramSays)
+{
+    QGuiApplication::styleHints()->setCursorFlashTime(0);
+    fake.keyboardStatus.set(true, "de");
+    const auto draw = [this] {
+        makeController();
+        controller->displayErrorMessage("Wrong password");
+        show();
+        type("abc");
+        field().selectAll();
+        window().findChild<QAbstractAnimation*>("position")->stop();
+        return picture();
+    };
+    const QImage alone = draw();
+    qApp->setStyleSheet(
+        "QWidget { color: red; background: green; selection-background-color: blue; }"
+        "QLabel { margin: 3px; padding: 5px; border: 2px solid red; background: red; }"
+        "QLineEdit { min-height: 90px; padding: 9px; border: 4px solid red; background: blue; }"
+        "QLineEdit:focus { border: 7px solid yellow; color: yellow; }"
+        "QLabel#capsLockLabel { color: black; }"
+    );
+    const QImage amongOthers = draw();
+    qApp->setStyleSheet({});
+
+    EXPECT_EQ(amongOthers, alone);
+}
+
 TEST_F(PasswordWindowLook, EverythingFitsOnEveryScreen)
 {
     const std::string message =
@@ -185,6 +213,31 @@ TEST_F(PasswordWindowLook, SizesGrowWithAScreenOfMorePixels)
     EXPECT_EQ(place("appIconOutlet").size(), QSize(256, 256));
     EXPECT_EQ(place("passwordFieldOutlet").width(), 640);
     EXPECT_EQ(outlet("appNameLabelOutlet").font().pixelSize(), 2 * typeSize);
+}
+
+TEST_F(PasswordWindowLook, IsTheSameAgainWhenTheScreenHasItsOldSizeAgain)
+{
+    const auto places = [this] {
+        std::vector<QRect> all;
+        for (const char* name : CONTROLS) {
+            all.push_back(place(name));
+        }
+        return all;
+    };
+    const auto resize = [this](int width, int height) {
+        fake.screens.list->front().frame = {0, 0, width, height};
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        emit const_cast<QScreen*>(screen)->geometryChanged(screen->geometry());
+        fake.dispatchQueues.runAll();
+        QCoreApplication::processEvents();
+    };
+    showOn(1280, 720);
+    const std::vector<QRect> before = places();
+    resize(3840, 2160);
+    EXPECT_EQ(misplaced(), "");
+    EXPECT_NE(places(), before);
+    resize(1280, 720);
+    EXPECT_EQ(places(), before);
 }
 
 TEST_F(PasswordWindowLook, NothingJumpsWhenTheErrorOrCapsLockAppears)
