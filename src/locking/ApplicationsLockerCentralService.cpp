@@ -79,6 +79,7 @@ void ApplicationsLockerCentralService::start()
     platform::current().timers.scheduleTimer(SCREENS_CHECK_SECONDS, true, [this] {
         checkScreensChange();
     });
+    platform::current().screens.observe([this] { screensMoved(); });
     restoreBlockedApplication();
     applicationsMonitorService.startService();
     systemApplicationsService.startHelperApplication();
@@ -97,6 +98,16 @@ void ApplicationsLockerCentralService::checkScreensChange()
         lock(currentlyOrPreviouslyProtectedApplication);
     }
     lastScreensCount = count.value_or(0);
+}
+
+/// Takes the lock that is up along, with what is typed. For another number of screens the next
+/// check builds it anew.
+void ApplicationsLockerCentralService::screensMoved()
+{
+    if (applicationIsProtected && screensCount() == lastScreensCount) {
+        coverOtherScreens();
+        required(passwordWindowController, "passwordWindowController").screensChanged();
+    }
 }
 
 /// A storage that gave a password once and gives none now does not answer: nobody can take the

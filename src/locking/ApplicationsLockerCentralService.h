@@ -53,6 +53,7 @@ private:
     void helperTerminated();
 
     void lock(const applications::ApplicationEntityPtr& application);
+    void screensMoved();
     void coverOtherScreens();
     void passwordEntered(
         const std::string& typed, const applications::ApplicationEntityPtr& application

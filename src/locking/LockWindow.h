@@ -33,6 +33,10 @@ public:
     /// Brings the lock to the front again, later on the main queue.
     virtual void focus() = 0;
 
+    /// The screens are arranged anew: moves the lock, with all that is typed, to the main one and
+    /// above the covers, later on the main queue.
+    virtual void screensChanged() = 0;
+
     /// Shows the text and bounces the central view, later on the main queue.
     virtual void displayErrorMessage(const std::string& message) = 0;
 

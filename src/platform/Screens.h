@@ -4,6 +4,7 @@
 #include "platform/Geometry.h"
 #include "platform/Port.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +27,10 @@ public:
 
     /// The screen that the user regards as the first one; nothing when there is none.
     virtual std::optional<Screen> mainScreen() = 0;
+
+    /// Calls `handler` after screens came, went or moved, or another one became the main one. One
+    /// handler; an empty one takes it away.
+    virtual void observe(std::function<void()> handler) = 0;
 };
 
 } // namespace platform

@@ -18,6 +18,12 @@ struct Extensions
     std::uint8_t randrFirstEvent = 0;
     std::uint8_t xinputOpcode = 0;
     std::uint8_t xkbEvent = 0;
+
+    /// Of a screen, or of a part of one.
+    bool isRandrEvent(std::uint8_t type) const
+    {
+        return randr && (type == randrFirstEvent || type == randrFirstEvent + 1);
+    }
 };
 
 /// Asks the server, and tells it which versions this program speaks.

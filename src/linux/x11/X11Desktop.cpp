@@ -141,7 +141,8 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
         return std::find(wanted.begin(), wanted.end(), atom) != wanted.end();
     }
     default:
-        return display->extensions().xkb && typeOf(event) == display->extensions().xkbEvent;
+        return display->extensions().isRandrEvent(typeOf(event)) ||
+               (display->extensions().xkb && typeOf(event) == display->extensions().xkbEvent);
     }
 }
 

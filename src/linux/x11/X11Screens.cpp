@@ -1,10 +1,28 @@
 #include "linux/x11/X11Screens.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <xcb/randr.h>
 
 namespace x11 {
+
+X11Screens::X11Screens(X11Desktop& desktop)
+    : desktop(desktop),
+      subscription(desktop.subscribe([this](const xcb_generic_event_t& event) { handle(event); }))
+{
+    const Connection& connection = desktop.connection();
+    if (connection.extensions().randr) {
+        xcb_randr_select_input(
+            connection.get(),
+            connection.root(),
+            XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE
+        );
+        connection.flush();
+    }
+    latest = monitors();
+}
 
 std::optional<std::vector<platform::Screen>> X11Screens::screens()
 {
@@ -30,6 +48,36 @@ std::optional<platform::Screen> X11Screens::mainScreen()
         return monitor.primary;
     });
     return primary == found->end() ? found->front().screen : primary->screen;
+}
+
+void X11Screens::observe(std::function<void()> newHandler)
+{
+    handler = std::move(newHandler);
+}
+
+/// Monitors that are set by hand are told of by the root window's ConfigureNotify alone.
+bool X11Screens::mayChangeScreens(const xcb_generic_event_t& event) const
+{
+    const Connection& connection = desktop.connection();
+    if (typeOf(event) == XCB_CONFIGURE_NOTIFY) {
+        return as<xcb_configure_notify_event_t>(event).window == connection.root();
+    }
+    return connection.extensions().isRandrEvent(typeOf(event));
+}
+
+/// One change of the arrangement is several events.
+void X11Screens::handle(const xcb_generic_event_t& event)
+{
+    if (!mayChangeScreens(event)) {
+        return;
+    }
+    std::optional<std::vector<Monitor>> now = monitors();
+    const bool changed = now != latest;
+    latest = std::move(now);
+    const std::function<void()> listener = changed ? handler : nullptr;
+    if (listener) {
+        listener();
+    }
 }
 
 /// Never an empty list.

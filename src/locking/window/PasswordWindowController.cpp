@@ -81,12 +81,13 @@ void PasswordWindowController::windowDidLoad()
     followMainScreen();
 }
 
+/// The toolkit may learn of new places of the screens later than the port does, and reckons with
+/// its own.
 void PasswordWindowController::followMainScreen()
 {
-    const auto place = [this] { placeOnMainScreen(); };
-    const auto follow = [this, place, alive = std::weak_ptr(lifetime)] {
+    const auto follow = [this, alive = std::weak_ptr(lifetime)] {
         if (!alive.expired()) {
-            runOnMainQueue(place);
+            screensChanged();
         }
     };
     QWidget* window = loadedWindow.get();
@@ -205,6 +206,14 @@ void PasswordWindowController::bringToFront()
 void PasswordWindowController::makePasswordFieldFirstResponder()
 {
     outlets->passwordFieldOutlet->setFocus();
+}
+
+void PasswordWindowController::screensChanged()
+{
+    runOnMainQueue([this] {
+        placeOnMainScreen();
+        bringToFront();
+    });
 }
 
 void PasswordWindowController::displayErrorMessage(const std::string& message)

@@ -38,6 +38,7 @@ public:
     void
     showServiceWindow(const std::string& message, const platform::IconHandle& appIcon) override;
     void focus() override;
+    void screensChanged() override;
     void displayErrorMessage(const std::string& message) override;
     void teardown() override;
     void close() override;

@@ -33,6 +33,7 @@ public:
     virtual void arrange(const Frames& frames) = 0;
     virtual void loseDesktop() = 0;
     virtual platform::Screens& screens() = 0;
+    virtual bool waitUntil(const std::function<bool()>& condition) = 0;
 };
 
 class FakeWorld final : public World
@@ -40,15 +41,18 @@ class FakeWorld final : public World
 public:
     void arrange(const Frames& frames) override
     {
-        fake.list.emplace();
+        std::vector<platform::Screen> list;
         for (const desktop::Rectangle& frame : frames) {
-            fake.list->push_back({"screen-" + std::to_string(fake.list->size()), frameOf(frame)});
+            list.push_back({"screen-" + std::to_string(list.size()), frameOf(frame)});
         }
+        fake.arrange(list);
     }
 
     void loseDesktop() override { fake.list.reset(); }
 
     platform::Screens& screens() override { return fake; }
+
+    bool waitUntil(const std::function<bool()>& condition) override { return condition(); }
 
 private:
     fakes::FakeScreens fake;
@@ -66,6 +70,11 @@ public:
     }
 
     platform::Screens& screens() override { return real; }
+
+    bool waitUntil(const std::function<bool()>& condition) override
+    {
+        return mainLoop.runUntil(condition);
+    }
 
 private:
     desktop::PrivateXServer server;
@@ -114,6 +123,50 @@ TYPED_TEST(ScreensContract, FollowsAddedAndRemovedScreens)
     this->world.arrange({{0, 0, 1280, 720}});
     EXPECT_EQ(1U, this->world.screens().screens()->size());
     EXPECT_EQ(first, *this->world.screens().mainScreen());
+}
+
+TYPED_TEST(ScreensContract, TellsOnceOfScreensThatChangePlaces)
+{
+    const Frames frames{{0, 0, 1280, 720}, {1280, 0, 1280, 720}};
+    this->world.arrange(frames);
+    const auto arranged = [this, &frames] {
+        return this->world.screens().screens()->at(1).frame == frameOf(frames[1]);
+    };
+    ASSERT_TRUE(this->world.waitUntil(arranged));
+    int told = 0;
+    this->world.screens().observe([&told] { ++told; });
+
+    this->world.arrange({frames[1], frames[0]});
+
+    EXPECT_TRUE(this->world.waitUntil([&told] { return told > 0; }));
+    EXPECT_EQ(frameOf(frames[1]), this->world.screens().mainScreen()->frame);
+    this->world.arrange(frames);
+    EXPECT_TRUE(this->world.waitUntil([&told] { return told > 1; }));
+    EXPECT_EQ(2, told);
+}
+
+TYPED_TEST(ScreensContract, TellsOfScreensThatComeAndGo)
+{
+    std::size_t seen = 0;
+    this->world.screens().observe([this, &seen] { seen = this->world.screens().screens()->size(); }
+    );
+    this->world.arrange({{0, 0, 1280, 720}, {1280, 0, 640, 480}, {1920, 0, 640, 480}});
+    EXPECT_TRUE(this->world.waitUntil([&seen] { return seen == 3; }));
+    this->world.arrange({{0, 0, 1280, 720}});
+    EXPECT_TRUE(this->world.waitUntil([&seen] { return seen == 1; }));
+}
+
+TYPED_TEST(ScreensContract, AnEmptyHandlerTakesTheObserverAway)
+{
+    bool told = false;
+    int others = 0;
+    this->world.screens().observe([&told] { told = true; });
+    this->world.screens().observe(nullptr);
+    this->world.arrange({{0, 0, 1280, 720}});
+    this->world.screens().observe([&others] { ++others; });
+    this->world.arrange({{0, 0, 640, 480}, {640, 0, 640, 480}});
+    EXPECT_TRUE(this->world.waitUntil([&others] { return others > 0; }));
+    EXPECT_FALSE(told);
 }
 
 TYPED_TEST(ScreensContract, ALostDesktopHasNoScreens)

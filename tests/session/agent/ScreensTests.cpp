@@ -82,6 +82,7 @@ TEST_F(LockedScreens, MayChangeTheirSize)
 TEST_F(LockedScreens, MayChangePlaces)
 {
     EXPECT_TRUE(hidesAllOn({{1280, 0, 1280, 720}, {0, 0, 1280, 720}}));
+    EXPECT_TRUE(isWhole());
     EXPECT_TRUE(opensWithThePassword());
 }
 

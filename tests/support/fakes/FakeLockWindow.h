@@ -27,6 +27,8 @@ public:
 
     void focus() override { record("focus"); }
 
+    void screensChanged() override { record("screensChanged"); }
+
     void displayErrorMessage(const std::string& message) override
     {
         record("displayErrorMessage '" + message + "'");

@@ -86,6 +86,78 @@ TEST_F(CentralService, AScreenPluggedInWhileLockedIsCoveredAtTheNextCheck)
     EXPECT_EQ(platform.windows.visibleCount(), 0);
 }
 
+TEST_F(CentralService, ScreensThatChangePlacesWhileLockedTakeTheLockAlong)
+{
+    connectScreens(2);
+    begin();
+    lockAlpha();
+    const platform::Screen first = fakes::FakeScreens::screen(0);
+    const platform::Screen second = fakes::FakeScreens::screen(1);
+
+    platform.screens.arrange({{{first.identifier, second.frame}, {second.identifier, first.frame}}}
+    );
+
+    EXPECT_THAT(
+        platform.calls,
+        ElementsAre("windows create 2", "window 2 makeKeyAndOrderFront", "lock 1 screensChanged")
+    );
+    EXPECT_EQ(platform.windows.visibleCount(), 1);
+    EXPECT_EQ(
+        platform.windows.windows.at(2).attributes, locking::coveringWindowAttributes(first.frame)
+    );
+    forgetWhatHappened();
+    platform.timers.fireAll();
+    EXPECT_THAT(platform.calls, IsEmpty());
+}
+
+TEST_F(CentralService, AnotherMainScreenWhileLockedIsUncoveredForTheLockAndTheEarlierOneCovered)
+{
+    connectScreens(2);
+    begin();
+    lockAlpha();
+
+    platform.screens.arrange({{fakes::FakeScreens::screen(1), fakes::FakeScreens::screen(0)}});
+
+    EXPECT_EQ(
+        platform.windows.windows.at(2).attributes,
+        locking::coveringWindowAttributes(fakes::FakeScreens::screen(0).frame)
+    );
+    EXPECT_EQ(platform.windows.visibleCount(), 1);
+    EXPECT_EQ(platform.calls.back(), "lock 1 screensChanged");
+}
+
+TEST_F(CentralService, AnotherNumberOfScreensIsLeftToTheCheck)
+{
+    connectScreens(2);
+    begin();
+    lockAlpha();
+
+    platform.screens.arrange({{fakes::FakeScreens::screen(0)}});
+
+    EXPECT_THAT(platform.calls, IsEmpty());
+}
+
+TEST_F(CentralService, ScreensThatMoveWithoutALockChangeNothing)
+{
+    connectScreens(2);
+    begin();
+
+    platform.screens.arrange({{fakes::FakeScreens::screen(1), fakes::FakeScreens::screen(0)}});
+
+    EXPECT_THAT(platform.calls, IsEmpty());
+}
+
+TEST_F(CentralService, ADesktopThatCannotBeAskedMovesNoLock)
+{
+    begin();
+    lockAlpha();
+
+    platform.screens.arrange(std::nullopt);
+
+    EXPECT_THAT(platform.calls, IsEmpty());
+    EXPECT_TRUE(lockWindows.isLocked());
+}
+
 TEST_F(CentralService, ChecksWithoutAChangeDoNothing)
 {
     connectScreens(2);

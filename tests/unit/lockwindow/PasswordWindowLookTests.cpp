@@ -198,6 +198,34 @@ TEST_F(PasswordWindowLook, EverythingFitsOnEveryScreen)
     }
 }
 
+TEST_F(PasswordWindowLook, MovesToTheMainScreenWithWhatIsTyped)
+{
+    showOn(1280, 720);
+    field().setText("half of it");
+    const QRect before = place("passwordFieldOutlet");
+    fake.screens.list->front().frame = {1280, 0, 1280, 720};
+
+    controller->screensChanged();
+    fake.dispatchQueues.runAll();
+    QCoreApplication::processEvents();
+
+    EXPECT_EQ(window().geometry(), QRect(1280, 0, 1280, 720));
+    EXPECT_EQ(place("passwordFieldOutlet"), before);
+    EXPECT_EQ(field().text(), "half of it");
+}
+
+TEST_F(PasswordWindowLook, ALiftedLockDoesNotComeBackWithAnotherArrangementOfScreens)
+{
+    showOn(1280, 720);
+    controller->close();
+
+    controller->screensChanged();
+    fake.dispatchQueues.runAll();
+    QCoreApplication::processEvents();
+
+    EXPECT_FALSE(window().isVisible());
+}
+
 TEST_F(PasswordWindowLook, SizesGrowWithAScreenOfMorePixels)
 {
     showOn(1280, 720);
