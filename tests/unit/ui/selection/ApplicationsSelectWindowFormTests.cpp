@@ -1,0 +1,119 @@
+#include "SelectionWindowTest.h"
+#include "qt/FormChecks.h"
+#include "qt/ThemedApplication.h"
+#include "ui/views/Theme.h"
+
+#include <QCheckBox>
+
+#include <cmath>
+
+namespace {
+
+constexpr auto FORM = SOURCES "/ui/windows/selection/ApplicationsSelectWindow.ui";
+constexpr double LEAST_CONTRAST = 4.5;
+
+class SelectionForm : public SelectionWindowTest
+{
+protected:
+    QColor colorAt(const char* name, const QPoint& place)
+    {
+        const auto& widget = control<QWidget>(name);
+        const QImage picture = controller.window().grab().toImage();
+        const QPoint inWindow = widget.mapTo(&controller.window(), place);
+        return picture.pixelColor(inWindow * picture.devicePixelRatio());
+    }
+};
+
+double linear(double channel)
+{
+    constexpr double KNEE = 0.04045;
+    return channel <= KNEE ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color)
+{
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& light, const QColor& dark)
+{
+    return (luminance(light) + 0.05) / (luminance(dark) + 0.05);
+}
+
+} // namespace
+
+TEST_F(SelectionForm, EveryWidgetIsNamedAndAccessible)
+{
+    EXPECT_EQ(support::troublesOfForm(FORM), Names());
+}
+
+TEST_F(SelectionForm, EveryControlThatTakesTheFocusIsLabelledAndReachedByTab)
+{
+    show({"Alpha", "Beta"});
+    EXPECT_EQ(support::troublesOfWindow(controller.window()), Names());
+}
+
+TEST_F(SelectionForm, HasItsOutlets)
+{
+    for (const char* name :
+         {"applicationsTableViewOutlet",
+          "tableFooterViewOutlet",
+          "lockAdministrativeApplicationsCheckboxOutlet",
+          "showRunningApplicationsOnlyCheckboxOutlet",
+          "filterTextfieldOutlet",
+          "blurSearchTextfieldButtonOutlet",
+          "filterFieldBackgroundViewOutlet"}) {
+        EXPECT_NE(controller.window().findChild<QWidget*>(name), nullptr) << name;
+    }
+}
+
+TEST_F(SelectionForm, TheFooterIsAStripOfItsOwnColour)
+{
+    show({});
+    EXPECT_EQ(colorAt("tableFooterViewOutlet", QPoint(2, 2)), QColor(99, 102, 108));
+    EXPECT_GE(contrast(ui::Theme::TEXT, QColor(99, 102, 108)), LEAST_CONTRAST);
+}
+
+TEST_F(SelectionForm, TextInTheFilterIsLegibleOnItsGround)
+{
+    show({});
+    const auto& ground = control<QWidget>("filterFieldBackgroundViewOutlet");
+    const QColor color = colorAt("filterFieldBackgroundViewOutlet", QPoint(ground.width() / 2, 3));
+
+    const QColor wanted(
+        qRound(ui::Theme::GROUND_LOW.red() * 0.8 + 255 * 0.2),
+        qRound(ui::Theme::GROUND_LOW.green() * 0.8 + 255 * 0.2),
+        qRound(ui::Theme::GROUND_LOW.blue() * 0.8 + 255 * 0.2)
+    );
+    EXPECT_NEAR(color.red(), wanted.red(), 2);
+    EXPECT_NEAR(color.green(), wanted.green(), 2);
+    EXPECT_NEAR(color.blue(), wanted.blue(), 2);
+    EXPECT_GE(contrast(ui::Theme::TEXT, color), LEAST_CONTRAST);
+    EXPECT_GE(contrast(ui::Theme::QUIET, color), LEAST_CONTRAST); // the placeholder
+}
+
+TEST_F(SelectionForm, NothingIsCutAtTwiceTheSizeWithLongerTexts)
+{
+    const support::LargerType twice(2.0);
+    controller.window();
+    controller.displayApplicationsList({}, true); // so that its list says why it is empty
+    support::lengthenTexts(controller.window());
+
+    controller.focus();
+    settle();
+
+    ASSERT_TRUE(control<QWidget>("emptyView").isVisible());
+    EXPECT_EQ(support::cutTextsOf(controller.window()), Names());
+}
+
+TEST_F(SelectionForm, IsMirroredForThoseWhoReadFromTheRight)
+{
+    controller.window().setLayoutDirection(Qt::RightToLeft);
+    show({"Alpha"});
+    EXPECT_GT(control<QWidget>("magnifierView").x(), field().x());
+    EXPECT_GT(
+        control<QCheckBox>("showRunningApplicationsOnlyCheckboxOutlet").x(),
+        control<QWidget>("showRunningApplicationsHelpButton").x()
+    );
+}
