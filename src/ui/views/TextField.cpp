@@ -1,5 +1,7 @@
 #include "ui/views/TextField.h"
 
+#include "ui/views/Theme.h"
+
 #include <QFocusEvent>
 #include <QKeyEvent>
 
@@ -41,6 +43,33 @@ QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property) const
         return QString();
     default:
         return QLineEdit::inputMethodQuery(property);
+    }
+}
+
+bool TextField::event(QEvent* event)
+{
+    const bool done = QLineEdit::event(event);
+    if (event->type() == QEvent::Polish) {
+        keepPlaceholderLegible();
+    }
+    return done;
+}
+
+void TextField::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange) {
+        keepPlaceholderLegible();
+    }
+}
+
+void TextField::keepPlaceholderLegible()
+{
+    // a style sheet makes it half as opaque as the text
+    QPalette colors = palette();
+    if (colors.color(QPalette::PlaceholderText) != Theme::QUIET) {
+        colors.setColor(QPalette::PlaceholderText, Theme::QUIET);
+        setPalette(colors);
     }
 }
 

@@ -33,11 +33,14 @@ public:
     QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
 
 protected:
+    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
 private:
+    void keepPlaceholderLegible();
     void endEditing(toolkit::TextMovement movement);
 };
 

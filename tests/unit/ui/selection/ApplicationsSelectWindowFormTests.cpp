@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -91,6 +92,23 @@ TEST_F(SelectionForm, TextInTheFilterIsLegibleOnItsGround)
     EXPECT_NEAR(color.blue(), wanted.blue(), 2);
     EXPECT_GE(contrast(ui::Theme::TEXT, color), LEAST_CONTRAST);
     EXPECT_GE(contrast(ui::Theme::QUIET, color), LEAST_CONTRAST); // the placeholder
+}
+
+TEST_F(SelectionForm, ThePlaceholderIsDrawnAsLegibly)
+{
+    show({});
+    controller.lockAdministrativeApplicationsCheckboxOutlet->setFocus(); // no caret in the field
+    const QImage window = controller.window().grab().toImage();
+    const QColor ground =
+        colorAt("filterFieldBackgroundViewOutlet", QPoint(field().geometry().center().x(), 3));
+    double best = 0.0;
+    for (int x = 0; x < field().width(); ++x) {
+        for (int y = 0; y < field().height(); ++y) {
+            const QPoint place = field().mapTo(&controller.window(), QPoint(x, y));
+            best = std::max(best, contrast(window.pixelColor(place), ground));
+        }
+    }
+    EXPECT_GE(best, LEAST_CONTRAST);
 }
 
 TEST_F(SelectionForm, NothingIsCutAtTwiceTheSizeWithLongerTexts)
