@@ -38,6 +38,7 @@ void AlertMessagesService::showAlert(
     showAlertWithOptions(title, message, type, {}, {}, window);
 }
 
+// NOLINTNEXTLINE(readability-function-size): six things make such an alert
 void AlertMessagesService::showAlertWithOptions(
     const std::string& title,
     const std::string& message,

@@ -3,11 +3,14 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
+#include <memory>
+
 namespace ui {
 
 void FormButtons::install(QWidget& form)
 {
-    auto* const filter = new FormButtons(&form);
+    // The form owns it.
+    auto* const filter = std::make_unique<FormButtons>(&form).release();
     for (auto* const button : form.findChildren<QPushButton*>()) {
         button->setAutoDefault(false);
         button->installEventFilter(filter);

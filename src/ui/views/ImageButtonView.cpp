@@ -41,10 +41,10 @@ void ImageButtonView::initiate(int wantedId, bool wantedAnimated)
     tracking = true;
 }
 
-void ImageButtonView::setImageName(const QString& wanted)
+void ImageButtonView::setImageName(const QString& wantedName)
 {
-    setIcon(requiredImage(wanted));
-    name = wanted;
+    setIcon(requiredImage(wantedName));
+    name = wantedName;
 }
 
 QSize ImageButtonView::sizeHint() const
@@ -96,7 +96,7 @@ void ImageButtonView::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void ImageButtonView::click()
+void ImageButtonView::click() const
 {
     const std::function<void(int)> listener = onClick;
     if (listener) {

@@ -24,7 +24,7 @@ public:
     void stopFadeAnimation();
 
     /// Shows the program's own picture of that name. Fatal where there is none.
-    void setImageName(const QString& name);
+    void setImageName(const QString& wantedName);
 
     QString imageName() const { return name; }
 
@@ -49,7 +49,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void click();
+    void click() const;
     void fadeTo(double opacity);
 
     QString name;

@@ -16,12 +16,12 @@ public:
     explicit ImageView(QWidget* parent = nullptr);
 
     /// Shows the program's own picture of that name. Fatal where there is none.
-    void setImageName(const QString& name);
+    void setImageName(const QString& wanted);
 
     /// Empty where the picture is not one of the program's own.
     QString imageName() const { return name; }
 
-    void setImage(const QIcon& icon);
+    void setImage(const QIcon& wanted);
 
     const QIcon& image() const { return icon; }
 

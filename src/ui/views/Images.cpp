@@ -19,7 +19,7 @@ QIcon imageNamed(const QString& name)
 
 QIcon requiredImage(const QString& name)
 {
-    const QIcon image = imageNamed(name);
+    QIcon image = imageNamed(name);
     if (image.isNull()) {
         platform::fatal("there is no image " + name.toStdString());
     }

@@ -177,9 +177,17 @@ void TableView::hoverAgain()
     QCoreApplication::sendEvent(viewport(), &hover);
 }
 
-void TableView::select(int row)
+void TableView::select(int row) const
 {
     const std::function<void(int)> listener = onSelect;
+    if (row >= 0 && listener) {
+        listener(row);
+    }
+}
+
+void TableView::remove(int row) const
+{
+    const std::function<void(int)> listener = onDelete;
     if (row >= 0 && listener) {
         listener(row);
     }
@@ -218,7 +226,7 @@ void TableView::mouseDoubleClickEvent(QMouseEvent* event)
     event->accept();
 }
 
-bool TableView::isKeyUsed(const QKeyEvent& event)
+bool TableView::isKeyUsed(const QKeyEvent& event) const
 {
     const std::function<bool(const QKeyEvent&)> listener = onKeyDown;
     return listener && listener(event);
@@ -237,13 +245,11 @@ void TableView::keyPressEvent(QKeyEvent* event)
             select(currentRow());
         }
         return;
-    case Qt::Key_Delete: {
-        const std::function<void(int)> listener = onDelete;
-        if (currentRow() >= 0 && listener && !event->isAutoRepeat()) {
-            listener(currentRow());
+    case Qt::Key_Delete:
+        if (!event->isAutoRepeat()) {
+            remove(currentRow());
         }
         return;
-    }
     default:
         QListView::keyPressEvent(event);
     }

@@ -79,8 +79,9 @@ private:
     MyCell& cellFor(int row);
     void refillCells();
     void hoverAgain();
-    void select(int row);
-    bool isKeyUsed(const QKeyEvent& event);
+    void select(int row) const;
+    void remove(int row) const;
+    bool isKeyUsed(const QKeyEvent& event) const;
 
     std::unique_ptr<TableModel> rows;
     std::unique_ptr<CellDelegate> delegate;

@@ -95,7 +95,7 @@ bool TextField::focusNextPrevChild(bool next)
     return QLineEdit::focusNextPrevChild(next);
 }
 
-void TextField::endEditing(TextMovement movement)
+void TextField::endEditing(TextMovement movement) const
 {
     const std::function<void(TextMovement)> listener = onEndEditing;
     if (listener) {

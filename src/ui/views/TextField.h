@@ -19,7 +19,7 @@ public:
     explicit TextField(QWidget* parent = nullptr);
 
     std::string stringValue() const;
-    void setStringValue(const std::string& text);
+    void setStringValue(const std::string& value);
 
     /// The editing ended: by Return, by Tab or Backtab, or because the focus went elsewhere.
     std::function<void(toolkit::TextMovement)> onEndEditing;
@@ -41,7 +41,7 @@ protected:
 
 private:
     void keepPlaceholderLegible();
-    void endEditing(toolkit::TextMovement movement);
+    void endEditing(toolkit::TextMovement movement) const;
 };
 
 } // namespace ui
