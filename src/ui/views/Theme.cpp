@@ -14,6 +14,7 @@ namespace ui {
 const QColor Theme::GROUND_LOW(42, 43, 47);
 const QColor Theme::GROUND_HIGH(94, 97, 106);
 const QColor Theme::LINE(99, 102, 108);
+const QColor Theme::BORDER(142, 146, 155);
 const QColor Theme::TEXT(246, 247, 249);
 const QColor Theme::QUIET(221, 224, 230);
 const QColor Theme::ACCENT(52, 104, 198);
@@ -56,7 +57,7 @@ QString styleSheet(const QFont& font)
         std::pair{QStringLiteral("@accentHover"), css(Theme::ACCENT.lighter(112))},
         std::pair{QStringLiteral("@accentPressed"), css(Theme::ACCENT.darker(112))},
         std::pair{QStringLiteral("@accent"), css(Theme::ACCENT)},
-        std::pair{QStringLiteral("@border"), css(QColor(142, 146, 155))},
+        std::pair{QStringLiteral("@border"), css(Theme::BORDER)},
         std::pair{QStringLiteral("@buttonHover"), css(QColor(255, 255, 255, 2 * BUTTON_OPACITY))},
         std::pair{QStringLiteral("@buttonPressed"), css(QColor(0, 0, 0, FIELD_OPACITY))},
         std::pair{QStringLiteral("@button"), css(light)},

@@ -19,6 +19,7 @@ public:
     static const QColor GROUND_HIGH; // 94, 97, 106
 
     static const QColor LINE;   // 99, 102, 108: separators, strips
+    static const QColor BORDER; // 142, 146, 155: outline of buttons and fields
     static const QColor TEXT;   // on any ground
     static const QColor QUIET;  // secondary text
     static const QColor ACCENT; // what is chosen or the default

@@ -29,7 +29,7 @@ void FilterFieldBackgroundView::paintEvent(QPaintEvent* /*event*/)
     painter.setBrush(Theme::GROUND_LOW);
     painter.drawRoundedRect(area, Theme::RADIUS, Theme::RADIUS);
     const bool hasKeys = field != nullptr && field->hasFocus();
-    painter.setPen(hasKeys ? QPen(Theme::FOCUS) : QPen(Qt::NoPen));
+    painter.setPen(hasKeys ? Theme::FOCUS : Theme::BORDER);
     painter.setBrush(QColor::fromRgbF(1.0F, 1.0F, 1.0F, OPACITY));
     painter.drawRoundedRect(area, Theme::RADIUS, Theme::RADIUS);
 }
