@@ -2,8 +2,10 @@
 
 #include "locking/CoveringWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QPainter>
+#include <QWindow>
 
 namespace locking {
 
@@ -12,6 +14,44 @@ BorderlessKeyWindow::BorderlessKeyWindow(QWidget* parent)
 {
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
+}
+
+bool BorderlessKeyWindow::event(QEvent* event)
+{
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::WindowBlocked) {
+        passBlockingAlert();
+    }
+    return done;
+}
+
+/// Of several alerts the next one blocks when the latest goes, and that is not told.
+bool BorderlessKeyWindow::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() == QEvent::Hide) {
+        object->removeEventFilter(this);
+        passBlockingAlert();
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+/// A modal alert keeps keys and clicks from all windows but its own and those that stand on it.
+void BorderlessKeyWindow::passBlockingAlert()
+{
+    QWindow* const alert = QGuiApplication::modalWindow();
+    if (windowHandle() != nullptr && alert != nullptr) {
+        alert->installEventFilter(this);
+        windowHandle()->setTransientParent(alert);
+    }
+}
+
+void BorderlessKeyWindow::showEvent(QShowEvent* event)
+{
+    // an open menu of this program would take the keys, and hold keyboard and pointer
+    while (QWidget* const popup = QApplication::activePopupWidget()) {
+        popup->hide();
+    }
+    QWidget::showEvent(event);
 }
 
 void BorderlessKeyWindow::paintEvent(QPaintEvent* event)

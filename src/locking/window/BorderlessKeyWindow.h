@@ -1,5 +1,6 @@
 // A window without a border, outside the reach of the window manager, that takes typing all the
-// same. It paints its whole ground in the lock's colour, and nothing but its owner closes it.
+// same, whatever alerts and menus of this program are open. It paints its whole ground in the
+// lock's colour, and nothing but its owner closes it.
 #pragma once
 
 #include <QWidget>
@@ -16,8 +17,14 @@ public:
     bool canBecomeKeyWindow() const { return true; }
 
 protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    void passBlockingAlert();
 };
 
 } // namespace locking
