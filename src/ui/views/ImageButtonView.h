@@ -55,8 +55,8 @@ private:
     QString name;
     double alpha = 1.0;
     bool tracking = false;
-    QVariantAnimation fade;
-    QTimer fadeEnd;
+    QVariantAnimation fade{this};
+    QTimer fadeEnd{this};
 };
 
 } // namespace ui

@@ -29,6 +29,7 @@ void PanelWindow::orderFront()
 void PanelWindow::makeKeyAndOrderFront()
 {
     setAttribute(Qt::WA_ShowWithoutActivating, false);
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
@@ -73,6 +74,9 @@ void PanelWindow::closeEvent(QCloseEvent* event)
         sheet->close(); // nobody could tell what it belongs to
     }
     event->accept();
+    if (!isVisible()) {
+        return; // it was closed before
+    }
     const std::function<void()> listener = onClose;
     if (listener) {
         listener();

@@ -32,8 +32,13 @@ void TextField::setStringValue(const std::string& value)
 
 QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property) const
 {
+    return inputMethodQuery(property, QVariant());
+}
+
+QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const
+{
     if (echoMode() == QLineEdit::Normal) {
-        return QLineEdit::inputMethodQuery(property);
+        return QLineEdit::inputMethodQuery(property, argument);
     }
     switch (property) {
     case Qt::ImSurroundingText:
@@ -42,7 +47,7 @@ QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property) const
     case Qt::ImTextAfterCursor:
         return QString();
     default:
-        return QLineEdit::inputMethodQuery(property);
+        return QLineEdit::inputMethodQuery(property, argument);
     }
 }
 
@@ -84,8 +89,14 @@ void TextField::keyPressEvent(QKeyEvent* event)
 void TextField::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
-    if (event->reason() == Qt::MouseFocusReason || event->reason() == Qt::OtherFocusReason) {
+    switch (event->reason()) {
+    case Qt::MouseFocusReason:
+    case Qt::ShortcutFocusReason:
+    case Qt::OtherFocusReason:
         endEditing(TextMovement::Other);
+        break;
+    default: // Tab has said so already, and the rest comes back
+        break;
     }
 }
 

@@ -32,6 +32,10 @@ public:
 
     QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
 
+    /// The same; the toolkit finds this one by its name.
+    Q_INVOKABLE QVariant
+    inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const;
+
 protected:
     void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;

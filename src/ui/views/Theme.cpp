@@ -48,17 +48,19 @@ QString type(const QFont& base, double scale)
 QString styleSheet(const QFont& font)
 {
     constexpr int HANDLE_OPACITY = 90;
-    constexpr int BUTTON_OPACITY = 30;
+    constexpr int BUTTON_OPACITY = 14;
+    constexpr int BUTTON_HOVER_OPACITY = 26; // at more, its text is hard to read on GROUND_HIGH
+    constexpr int ACCENT_HOVER = 106;        // per cent of the accent's light, for the same reason
     constexpr int FIELD_OPACITY = 70;
     constexpr int FOOTER_OPACITY = 40;
     const QColor light(255, 255, 255, BUTTON_OPACITY);
     const std::array words{
         // a word before those that it begins with
-        std::pair{QStringLiteral("@accentHover"), css(Theme::ACCENT.lighter(112))},
+        std::pair{QStringLiteral("@accentHover"), css(Theme::ACCENT.lighter(ACCENT_HOVER))},
         std::pair{QStringLiteral("@accentPressed"), css(Theme::ACCENT.darker(112))},
         std::pair{QStringLiteral("@accent"), css(Theme::ACCENT)},
         std::pair{QStringLiteral("@border"), css(Theme::BORDER)},
-        std::pair{QStringLiteral("@buttonHover"), css(QColor(255, 255, 255, 2 * BUTTON_OPACITY))},
+        std::pair{QStringLiteral("@buttonHover"), css(QColor(255, 255, 255, BUTTON_HOVER_OPACITY))},
         std::pair{QStringLiteral("@buttonPressed"), css(QColor(0, 0, 0, FIELD_OPACITY))},
         std::pair{QStringLiteral("@button"), css(light)},
         std::pair{QStringLiteral("@disabled"), css(Theme::DISABLED)},

@@ -1,11 +1,11 @@
 // What a user sees: colours, places and sizes on screens of every kind.
 #include "LockWindowTest.h"
 #include "locking/window/MessageLabel.h"
+#include "qt/Contrast.h"
 
 #include <QScreen>
 #include <QStyleHints>
 
-#include <cmath>
 #include <cstdlib>
 
 namespace {
@@ -20,23 +20,7 @@ const std::vector<const char*> CONTROLS{
 const QColor LOCK(65, 68, 75);
 const QColor WHITE(Qt::white);
 
-double channel(double value)
-{
-    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color)
-{
-    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) +
-           0.0722 * channel(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other)
-{
-    const double lighter = std::max(luminance(one), luminance(other));
-    const double darker = std::min(luminance(one), luminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
-}
+using support::contrast;
 
 class PasswordWindowLook : public LockWindowTest
 {

@@ -1,5 +1,5 @@
 #include "qt/Input.h"
-#include "qt/QtEnvironment.h"
+#include "qt/ThemedApplication.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/ImageButtonView.h"
 #include "ui/views/TableView.h"
@@ -19,7 +19,7 @@
 namespace {
 
 const testing::Environment* const ENVIRONMENT =
-    testing::AddGlobalTestEnvironment(new support::QtEnvironment<QApplication>);
+    testing::AddGlobalTestEnvironment(new support::ThemedEnvironment);
 
 class TableViewTest : public testing::Test
 {
