@@ -1,5 +1,6 @@
 // Windows outside the reach of the window manager: plain ones without content, as covers of whole
-// screens, and the toolkit's own window of a lock. Main thread only.
+// screens, and the toolkit's own window of a lock; and what the toolkit cannot say of its ordinary
+// windows. Main thread only.
 #pragma once
 
 #include "platform/Geometry.h"
@@ -53,6 +54,13 @@ public:
     /// toolkit's. Never empty.
     virtual std::unique_ptr<PlainWindow>
     adoptWindow(std::uintptr_t nativeWindow, const WindowAttributes& attributes) = 0;
+
+    /// Keeps a window that the toolkit made out of the desktop's lists of windows the next time
+    /// that it is shown.
+    virtual void excludeFromWindowsMenu(std::uintptr_t nativeWindow) = 0;
+
+    /// True while the desktop lets what lies below a translucent window shine through.
+    virtual bool composited() = 0;
 };
 
 } // namespace platform

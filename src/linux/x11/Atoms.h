@@ -20,6 +20,9 @@ struct Atoms
     xcb_atom_t startupInfo = XCB_NONE;
     xcb_atom_t startupInfoBegin = XCB_NONE;
     xcb_atom_t windowType = XCB_NONE;
+    xcb_atom_t wmState = XCB_NONE;
+    xcb_atom_t stateSkipTaskbar = XCB_NONE;
+    xcb_atom_t stateSkipPager = XCB_NONE;
     xcb_atom_t serverTime = XCB_NONE;
     xcb_atom_t xkbRulesNames = XCB_NONE;
 

@@ -4,22 +4,10 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
 
 namespace x11 {
 
 namespace {
-
-xcb_atom_t compositorSelection(const Connection& connection)
-{
-    const std::string name = "_NET_WM_CM_S" + std::to_string(connection.screenNumber());
-    const Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        connection.get(),
-        xcb_intern_atom(connection.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr
-    ));
-    return reply ? reply->atom : XCB_NONE;
-}
 
 std::uint16_t twice(std::uint16_t length)
 {
@@ -31,7 +19,7 @@ std::uint16_t twice(std::uint16_t length)
 
 Backdrop::Backdrop(const Connection& connection)
     : connection(connection),
-      compositor(compositorSelection(connection)),
+      compositor(connection),
       id(xcb_generate_id(connection.get())),
       size(sizeToCover())
 {
@@ -70,14 +58,6 @@ void Backdrop::fitDesktop()
     connection.flush();
 }
 
-bool Backdrop::isComposited() const
-{
-    const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection.get(), xcb_get_selection_owner(connection.get(), compositor), nullptr
-    ));
-    return owner && owner->owner != XCB_NONE;
-}
-
 Backdrop::Size Backdrop::sizeToCover() const
 {
     const Reply<xcb_get_geometry_reply_t> desktop(xcb_get_geometry_reply(
@@ -87,7 +67,7 @@ Backdrop::Size Backdrop::sizeToCover() const
         desktop ? Size{desktop->width, desktop->height}
                 : Size{connection.screen().width_in_pixels, connection.screen().height_in_pixels};
     // A compositor keeps a picture of the whole window, however much of it is seen.
-    return isComposited() ? known : Size{twice(known.width), twice(known.height)};
+    return compositor.isRunning() ? known : Size{twice(known.width), twice(known.height)};
 }
 
 } // namespace x11

@@ -4,7 +4,7 @@
 // could react. Used by one thread.
 #pragma once
 
-#include "linux/x11/Connection.h"
+#include "linux/x11/Compositor.h"
 #include "platform/Geometry.h"
 
 namespace x11 {
@@ -39,11 +39,10 @@ private:
         friend bool operator==(const Size&, const Size&) = default;
     };
 
-    bool isComposited() const;
     Size sizeToCover() const;
 
     const Connection& connection;
-    xcb_atom_t compositor; // the selection that one owns while it runs
+    Compositor compositor;
     xcb_window_t id;
     Size size{};
 };

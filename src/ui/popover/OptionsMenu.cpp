@@ -3,6 +3,7 @@
 #include "ui/views/Images.h"
 
 #include <QKeyEvent>
+#include <QProxyStyle>
 
 namespace ui {
 
@@ -10,6 +11,20 @@ namespace {
 
 constexpr auto IMAGE = "image";
 constexpr auto KEY_EQUIVALENT = "keyEquivalent";
+
+/// The pictures of a menu are smaller than the toolkit's.
+class SmallIconStyle final : public QProxyStyle
+{
+public:
+    SmallIconStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget)
+        const override
+    {
+        return metric == PM_SmallIconSize ? OptionsMenu::IMAGE_SIDE
+                                          : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
 
 QString textOf(const QAction& item, const char* property)
 {
@@ -20,6 +35,9 @@ QString textOf(const QAction& item, const char* property)
 
 OptionsMenu::OptionsMenu(const Actions& actions, QWidget* parent) : QMenu(parent)
 {
+    auto* const style = new SmallIconStyle;
+    style->setParent(this);
+    setStyle(style);
     setAccessibleName(QStringLiteral("Options"));
     add({"Password Preferences", "PasswordMenuOption", ",", actions.changePreferences});
     add({"Lock Other Applications", "LockAnotherAppMenuOption", "+", actions.lockAnotherApp});

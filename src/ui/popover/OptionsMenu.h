@@ -14,6 +14,8 @@ class OptionsMenu : public QMenu
     Q_OBJECT
 
 public:
+    static constexpr int IMAGE_SIDE = 12;
+
     struct Actions
     {
         std::function<void()> changePreferences;

@@ -1,5 +1,7 @@
 #include "ui/popover/Popover.h"
 
+#include "platform/Platform.h"
+#include "platform/Windows.h"
 #include "toolkit/ScreenGeometry.h"
 #include "ui/popover/PopoverPlacement.h"
 #include "ui/views/GrayGradientView.h"
@@ -11,7 +13,10 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace ui {
 
@@ -19,6 +24,9 @@ namespace {
 
 const Qt::WindowFlags AT_ITEM =
     Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint;
+
+const Qt::WindowFlags AS_WINDOW = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
 
 QRect workAreaAt(const QPoint& point)
 {
@@ -36,14 +44,14 @@ Popover::Popover(ViewController& contentViewController)
 {
     setWindowTitle(QStringLiteral("Tarvel"));
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(1, 1, 1, 1); // the border
     layout->setSizeConstraint(QLayout::SetFixedSize);
     connect(
         qGuiApp,
         &QGuiApplication::applicationStateChanged,
         this,
         [this](Qt::ApplicationState state) {
-            if (state == Qt::ApplicationInactive && isVisible() && isAtItem()) {
+            // Windows of this program that come in front of it leave the program active.
+            if (state == Qt::ApplicationInactive && shown && isAtItem()) {
                 requestClose();
             }
         }
@@ -59,34 +67,59 @@ Popover::~Popover()
 
 void Popover::showAtItem(const std::optional<platform::Rect>& item)
 {
-    if (item) {
-        appear(AT_ITEM, toolkit::toolkitGeometry(*item));
-    } else {
-        appear(AT_ITEM, QRect(QCursor::pos(), QSize(0, 0)));
+    if (!shown) {
+        platform::Windows& windows = platform::current().windows;
+        anchor = item ? toolkit::toolkitGeometry(*item) : QRect(QCursor::pos(), QSize(0, 0));
+        appear(AT_ITEM, windows.composited());
+        windows.excludeFromWindowsMenu(winId());
     }
+    comeForward();
 }
 
 void Popover::showAsWindow()
 {
-    appear(Qt::Window, std::nullopt);
-}
-
-void Popover::appear(Qt::WindowFlags flags, const std::optional<QRect>& anchor)
-{
     if (!shown) {
-        if (layout()->isEmpty()) {
-            layout()->addWidget(&contentViewController.view());
-        }
-        contentViewController.viewWillAppear();
-        setWindowFlags(flags);
-        ensurePolished();
-        adjustSize();
-        if (anchor) {
-            setGeometry(popoverPlace(size(), *anchor, workAreaAt(anchor->center())));
-        }
-        shown = true;
+        anchor.reset();
+        appear(AS_WINDOW, false);
     }
     comeForward();
+}
+
+void Popover::appear(Qt::WindowFlags flags, bool wantedRounded)
+{
+    shown = true;
+    const int border = isAtItem() ? 1 : 0;
+    layout()->setContentsMargins(border, border, border, border);
+    if (layout()->isEmpty()) {
+        layout()->addWidget(&contentViewController.view());
+    }
+    contentViewController.viewWillAppear();
+    setRounded(wantedRounded);
+    setWindowFlags(flags);
+    ensurePolished();
+    adjustSize();
+    place();
+}
+
+/// Corners can be rounded only where what lies below the window shines through.
+void Popover::setRounded(bool wanted)
+{
+    if (std::exchange(rounded, wanted) == wanted) {
+        return;
+    }
+    destroy(); // a window is translucent from its beginning, or never
+    setAttribute(Qt::WA_TranslucentBackground, wanted);
+    setProperty("rounded", wanted);
+    for (QWidget* each : findChildren<QWidget*>()) {
+        each->style()->polish(each);
+    }
+}
+
+void Popover::place()
+{
+    if (isAtItem()) {
+        setGeometry(popoverPlace(size(), *anchor, workAreaAt(anchor->center())));
+    }
 }
 
 void Popover::comeForward()
@@ -114,18 +147,26 @@ void Popover::requestClose()
     }
 }
 
-bool Popover::isAtItem() const
-{
-    return windowFlags().testFlag(Qt::FramelessWindowHint);
-}
-
 void Popover::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    paintGrayGradient(painter, rect());
-    if (isAtItem()) {
-        painter.setPen(Theme::LINE);
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    if (!isAtItem()) {
+        paintGrayGradient(painter, rect());
+        return;
+    }
+    const int radius = rounded ? Theme::RADIUS : 0;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Theme::LINE);
+    painter.setBrush(grayGradient(rect()));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+}
+
+/// A page may be larger than the one before.
+void Popover::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    if (isVisible()) {
+        place();
     }
 }
 

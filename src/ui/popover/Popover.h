@@ -1,6 +1,7 @@
 // The window that a popover's view is shown in: a frameless one at the status item or, where no
-// status area shows the item, an ordinary small window. It never closes by itself; it asks to be
-// closed when the user is done with it. Main thread only.
+// status area shows the item, an ordinary small window. It holds no grab of the keyboard or the
+// pointer, and never closes by itself: it asks to be closed when the user is done with it. Main
+// thread only.
 #pragma once
 
 #include "platform/Geometry.h"
@@ -45,15 +46,22 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void appear(Qt::WindowFlags flags, const std::optional<QRect>& anchor);
+    void appear(Qt::WindowFlags flags, bool wantedRounded);
+    void setRounded(bool wanted);
+    void place();
     void comeForward();
-    bool isAtItem() const;
+
+    bool isAtItem() const { return anchor.has_value(); }
+
     void requestClose();
 
     ViewController& contentViewController;
     bool shown = false;
+    bool rounded = false;
+    std::optional<QRect> anchor; // nothing while it is a window of its own
 };
 
 } // namespace ui

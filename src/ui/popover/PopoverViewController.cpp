@@ -1,6 +1,5 @@
 #include "ui/popover/PopoverViewController.h"
 
-#include "platform/Fatal.h"
 #include "toolkit/QtIcon.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui_PopoverView.h"
@@ -141,103 +140,6 @@ void PopoverViewController::removeRow(int row) const
             applications::ApplicationEntityPtr(lockedApplications[index])
         );
     }
-}
-
-void PopoverViewController::viewWillAppear()
-{
-    showPage();
-}
-
-void PopoverViewController::viewDidDisappear()
-{
-    state = State::PasswordRequired;
-    // The page is hidden together with the popover, and what was typed does not outlive that.
-    if (requestPasswordViewController != nullptr) {
-        requestPasswordViewController->viewDidDisappear();
-    }
-}
-
-void PopoverViewController::showPage()
-{
-    switch (state) {
-    case State::NoPassword:
-        showNoPasswordPage();
-        return;
-    case State::PasswordRequired:
-        showPasswordPage();
-        return;
-    case State::Unlocked:
-        showContent();
-        return;
-    }
-    platform::fatal("the popover has no such state");
-}
-
-void PopoverViewController::hideAll()
-{
-    for (QWidget* subview : view().findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        subview->hide();
-    }
-    removePage(noPasswordViewController.get());
-    removePage(requestPasswordViewController.get());
-}
-
-void PopoverViewController::showNoPasswordPage()
-{
-    hideAll();
-    if (noPasswordViewController == nullptr) {
-        noPasswordViewController = std::make_unique<NoPasswordViewController>();
-        noPasswordViewController->onHelpRequest = onHelpRequest;
-        noPasswordViewController->onPasswordSetupRequest = onChangePreferencesRequest;
-    }
-    addPage(*noPasswordViewController);
-}
-
-void PopoverViewController::showPasswordPage()
-{
-    hideAll();
-    if (requestPasswordViewController == nullptr) {
-        requestPasswordViewController = std::make_unique<RequestPasswordViewController>();
-        requestPasswordViewController->onHelpRequest = onHelpRequest;
-        requestPasswordViewController->onPasswordEntered = onPasswordEntered;
-    }
-    addPage(*requestPasswordViewController);
-}
-
-void PopoverViewController::showContent()
-{
-    hideAll();
-    for (QWidget* subview : view().findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        subview->show();
-    }
-    showEmptyView();
-    if (lockedApplications.empty()) {
-        addApplicationButtonOutlet->setFocus();
-    } else {
-        applicationsTableViewOutlet->setFocus();
-    }
-}
-
-void PopoverViewController::addPage(ViewController& page)
-{
-    view().layout()->addWidget(&page.view());
-    page.view().show();
-    page.viewWillAppear();
-}
-
-void PopoverViewController::removePage(ViewController* page)
-{
-    if (page == nullptr || !page->isViewLoaded() || page->view().parentWidget() == nullptr) {
-        return;
-    }
-    view().layout()->removeWidget(&page->view());
-    page->view().setParent(nullptr);
-    page->viewDidDisappear();
-}
-
-void PopoverViewController::showEmptyView()
-{
-    noItemViewOutlet->setVisible(lockedApplications.empty());
 }
 
 void PopoverViewController::activateApplicationCheckboxClick()

@@ -14,6 +14,8 @@ namespace {
 
 constexpr auto TITLE = "Tarvel";
 constexpr auto OPEN_TITLE = "Open Tarvel";
+constexpr auto NO_STATUS_AREA = "this desktop shows no status area: Tarvel opens as a window, and "
+                                "each further start of it opens that window again";
 
 } // namespace
 
@@ -66,9 +68,7 @@ void PopupSystem::present()
     }
     if (!absenceSaid) {
         absenceSaid = true;
-        platform::current().log.diagnostic("this desktop shows no status area; Tarvel opens as a "
-                                           "window instead, and again when it "
-                                           "is started again");
+        platform::current().log.diagnostic(NO_STATUS_AREA);
     }
     popover.showAsWindow();
 }

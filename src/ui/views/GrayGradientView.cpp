@@ -7,12 +7,17 @@
 
 namespace ui {
 
-void paintGrayGradient(QPainter& painter, const QRect& area)
+QBrush grayGradient(const QRect& area)
 {
     QLinearGradient gradient(area.bottomLeft(), area.topLeft());
     gradient.setColorAt(0.0, Theme::GROUND_LOW);
     gradient.setColorAt(1.0, Theme::GROUND_HIGH);
-    painter.fillRect(area, gradient);
+    return gradient;
+}
+
+void paintGrayGradient(QPainter& painter, const QRect& area)
+{
+    painter.fillRect(area, grayGradient(area));
 }
 
 GrayGradientView::GrayGradientView(QWidget* parent) : QWidget(parent) {}

@@ -7,6 +7,9 @@ class QPainter;
 
 namespace ui {
 
+/// The brush of that ground for an area.
+QBrush grayGradient(const QRect& area);
+
 /// Paints that ground.
 void paintGrayGradient(QPainter& painter, const QRect& area);
 

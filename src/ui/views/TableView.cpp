@@ -137,6 +137,17 @@ void TableView::placeCells(int first, int end)
         cell.setGeometry(visualRect(rows->index(row)));
         cell.show();
     }
+    chainCells();
+}
+
+void TableView::chainCells()
+{
+    QWidget* previous = this;
+    for (const auto& [row, cell] : cells) {
+        QWidget* const button = viewWithTag(*cell, MyCell::BUTTON_TAG);
+        setTabOrder(previous, button);
+        previous = button;
+    }
 }
 
 MyCell& TableView::cellFor(int row)

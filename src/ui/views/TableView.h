@@ -77,6 +77,9 @@ private:
     void showCells();
     void placeCells(int first, int end);
     MyCell& cellFor(int row);
+
+    /// Has Tab go from the table through the buttons of its rows.
+    void chainCells();
     void refillCells();
     void hoverAgain();
     void select(int row) const;

@@ -70,6 +70,7 @@ QString styleSheet(const QFont& font)
         std::pair{QStringLiteral("@handle"), css(QColor(255, 255, 255, HANDLE_OPACITY))},
         std::pair{QStringLiteral("@header"), css(QColor(150, 150, 150))},
         std::pair{QStringLiteral("@heading"), type(font, HEADING_SCALE)},
+        std::pair{QStringLiteral("@innerRadius"), QStringLiteral("%1px").arg(Theme::RADIUS - 1)},
         std::pair{QStringLiteral("@line"), css(Theme::LINE)},
         std::pair{QStringLiteral("@low"), css(Theme::GROUND_LOW)},
         std::pair{QStringLiteral("@middle"), css(GROUND_MIDDLE)},

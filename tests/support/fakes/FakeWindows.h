@@ -38,6 +38,13 @@ public:
         return std::make_unique<FakeWindow>(*this, number);
     }
 
+    void excludeFromWindowsMenu(std::uintptr_t /*nativeWindow*/) override
+    {
+        calls.push_back("windows excludeFromWindowsMenu");
+    }
+
+    bool composited() override { return blending; }
+
     [[nodiscard]] int visibleCount() const
     {
         int count = 0;
@@ -48,6 +55,7 @@ public:
     }
 
     std::map<int, State> windows;
+    bool blending = false;
 
 private:
     class FakeWindow final : public platform::PlainWindow
