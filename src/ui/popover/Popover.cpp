@@ -150,15 +150,16 @@ void Popover::requestClose()
 void Popover::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    if (!isAtItem()) {
+    painter.setPen(isAtItem() ? QPen(Theme::LINE) : QPen(Qt::NoPen));
+    if (rounded) {
+        const QRectF outline = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(grayGradient(rect()));
+        painter.drawRoundedRect(outline, Theme::RADIUS, Theme::RADIUS);
+    } else {
         paintGrayGradient(painter, rect());
-        return;
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
-    const int radius = rounded ? Theme::RADIUS : 0;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Theme::LINE);
-    painter.setBrush(grayGradient(rect()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 /// A page may be larger than the one before.

@@ -1,8 +1,11 @@
 // What every implementation of the windows promises, asked of the fake and of a real display.
+#include "ToolkitWindow.h"
 #include "X11World.h"
 #include "fakes/FakeWindows.h"
 
 #include <memory>
+#include <string_view>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -129,6 +132,43 @@ TEST(X11Windows, AHigherLevelLiesAboveALowerOneThatCameLater)
         const auto picture = desktop::capture(world.session.connection(), {0, 0, 200, 100});
         return picture.at(50, 50) == RED && picture.at(150, 50) == BLUE;
     }));
+}
+
+TEST(X11Windows, AnOrdinaryWindowIsKeptOutOfListsOfWindows)
+{
+    X11World world;
+    const ToolkitWindow window(world.session.server().displayName(), {0, 0, 100, 100});
+    world.windows.excludeFromWindowsMenu(window.id());
+    const x11::Atoms& atoms = world.display.atoms();
+    const auto states =
+        x11::WindowInspector(world.display).identifiers(window.id(), atoms.wmState, XCB_ATOM_ATOM);
+    EXPECT_EQ(states, (std::vector<std::uint32_t>{atoms.stateSkipTaskbar, atoms.stateSkipPager}));
+}
+
+TEST(X11Windows, AWindowThatIsGoneIsNoTrouble)
+{
+    X11World world;
+    world.windows.excludeFromWindowsMenu(0xFFFFFFF);
+    EXPECT_FALSE(world.display.connection().broken());
+}
+
+TEST(X11Windows, TheDesktopIsCompositedWhileSomebodyOwnsThatSelection)
+{
+    X11World world;
+    EXPECT_FALSE(world.windows.composited());
+    {
+        ToolkitWindow compositor(world.session.server().displayName(), {0, 0, 1, 1});
+        xcb_connection_t* connection = compositor.display().get();
+        constexpr std::string_view NAME = "_NET_WM_CM_S0";
+        const desktop::Reply<xcb_intern_atom_reply_t> selection(xcb_intern_atom_reply(
+            connection, xcb_intern_atom(connection, 0, NAME.size(), NAME.data()), nullptr
+        ));
+        ASSERT_NE(selection, nullptr);
+        xcb_set_selection_owner(connection, compositor.id(), selection->atom, XCB_CURRENT_TIME);
+        compositor.display().sync();
+        EXPECT_TRUE(world.windows.composited());
+    }
+    EXPECT_TRUE(world.mainLoop.runUntil([&] { return !world.windows.composited(); }));
 }
 
 } // namespace

@@ -1,0 +1,256 @@
+// The popover never shows its content before the right password was typed in it, at every opening.
+#include "PopoverTest.h"
+
+namespace {
+
+class PageRule : public PopoverTest
+{
+protected:
+    static constexpr auto EMPTY = "";
+
+    void changeSettings()
+    {
+        presenter->configurationAndPreferencesService.setApplicationIsActive(true);
+        settle();
+    }
+};
+
+} // namespace
+
+TEST_F(PageRule, WithoutAPasswordOnlyTheNoPasswordPageIsShown)
+{
+    start();
+    open();
+    EXPECT_EQ(page(), Page::NoPassword);
+}
+
+TEST_F(PageRule, AnEmptyStoredPasswordIsNone)
+{
+    startWith(EMPTY, BOTH);
+    open();
+    EXPECT_EQ(page(), Page::NoPassword);
+}
+
+TEST_F(PageRule, WithAPasswordItIsAskedForFirst)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    EXPECT_EQ(page(), Page::Password);
+}
+
+TEST_F(PageRule, TheRightPasswordShowsTheContentAtOnce)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    EXPECT_EQ(page(), Page::Content);
+    EXPECT_EQ(controller().state, ui::PopoverViewController::State::Unlocked);
+    EXPECT_EQ(rows(), (std::vector<std::string>{"Calculator", "Mahjongg"}));
+}
+
+TEST_F(PageRule, AnyOtherTextLeavesThePasswordPage)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    for (const char* wrong : {"", " ", "Secret", "secret ", " secret", "secre", "secrets"}) {
+        enter(wrong);
+        EXPECT_EQ(page(), Page::Password) << wrong;
+        EXPECT_EQ(controller().state, ui::PopoverViewController::State::PasswordRequired);
+    }
+    unlock();
+    EXPECT_EQ(page(), Page::Content);
+}
+
+TEST_F(PageRule, EveryReopeningAsksAgainHoweverItWasClosed)
+{
+    startWith(PASSWORD, BOTH);
+    const std::vector<std::function<void()>> waysToClose{
+        [this] { clickItem(); },
+        [this] { clickElsewhere(); },
+        [this] { presenter->hideService(); },
+        [this] { QTest::keyClick(&window(), Qt::Key_Escape); },
+        [this] { window().close(); },
+        [this] {
+            Q_EMIT
+            qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+        },
+    };
+    for (std::size_t way = 0; way < waysToClose.size(); ++way) {
+        open();
+        EXPECT_EQ(page(), Page::Password) << way;
+        unlock();
+        EXPECT_EQ(page(), Page::Content) << way;
+        waysToClose[way]();
+        settle();
+        EXPECT_EQ(page(), Page::None) << way;
+        EXPECT_FALSE(popup().active) << way;
+        EXPECT_EQ(controller().state, ui::PopoverViewController::State::PasswordRequired) << way;
+    }
+}
+
+TEST_F(PageRule, NothingOfTheContentIsLeftWithinReachOfAClosedPopover)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    popup().hidePopover();
+    EXPECT_FALSE(controller().activateApplicationCheckboxOutlet->isEnabled());
+    EXPECT_FALSE(controller().menuButtonOutlet->isEnabled());
+    EXPECT_TRUE(controller().tableHeaderViewOutlet->isHidden());
+    open();
+    EXPECT_FALSE(controller().activateApplicationCheckboxOutlet->isEnabled());
+    unlock();
+    EXPECT_TRUE(controller().activateApplicationCheckboxOutlet->isEnabled());
+    EXPECT_TRUE(controller().menuButtonOutlet->isEnabled());
+}
+
+TEST_F(PageRule, ASettingsChangeShowsNothingOfTheContent)
+{
+    startWith(PASSWORD);
+    changeSettings(); // before the view is there
+    open();
+    changeSettings();
+    EXPECT_EQ(page(), Page::Password);
+    presenter->configurationAndPreferencesService.addLockedApplicationBundleId(CALCULATOR);
+    settle();
+    EXPECT_EQ(page(), Page::Password);
+    popup().hidePopover();
+    changeSettings();
+    EXPECT_EQ(page(), Page::None);
+    open();
+    EXPECT_EQ(page(), Page::Password);
+}
+
+TEST_F(PageRule, ASettingsChangeOfAnEmptyListShowsNothingBehindTheNoPasswordPage)
+{
+    start();
+    open();
+    changeSettings();
+    EXPECT_EQ(page(), Page::NoPassword);
+}
+
+TEST_F(PageRule, ASecondStartLeavesTheGateShut)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    open();
+    EXPECT_EQ(page(), Page::Password);
+    enter("wrong");
+    open();
+    EXPECT_EQ(page(), Page::Password);
+}
+
+TEST_F(PageRule, ASecondStartWhileUnlockedIsNoOpeningAnew)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    open();
+    EXPECT_EQ(page(), Page::Content);
+    popup().hidePopover();
+    open();
+    EXPECT_EQ(page(), Page::Password);
+}
+
+TEST_F(PageRule, SeveralRequestsBeforeItAppearsAreOneOpening)
+{
+    startWith(PASSWORD, BOTH);
+    popup().showPopover();
+    popup().showPopover();
+    fake.statusBar.item->onMouseDown();
+    settle();
+    EXPECT_EQ(page(), Page::Password);
+    unlock();
+    popup().hidePopover();
+    EXPECT_EQ(page(), Page::None);
+}
+
+TEST_F(PageRule, ClosingWhileItIsStillToAppearShowsTheGate)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    popup().hidePopover();
+    popup().showPopover();
+    popup().hidePopover();
+    settle();
+    EXPECT_EQ(page(), Page::Password);
+}
+
+TEST_F(PageRule, APasswordThatIsSetMeanwhileIsAskedForAtTheNextOpening)
+{
+    start();
+    open();
+    EXPECT_EQ(page(), Page::NoPassword);
+    presenter->configurationAndPreferencesService.setApplicationPassword(PASSWORD);
+    settle();
+    EXPECT_EQ(page(), Page::NoPassword);
+    popup().hidePopover();
+    open();
+    EXPECT_EQ(page(), Page::Password);
+    unlock();
+    EXPECT_EQ(page(), Page::Content);
+}
+
+TEST_F(PageRule, ThePasswordOfTheMomentCounts)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    presenter->configurationAndPreferencesService.setApplicationPassword("other");
+    enter(PASSWORD);
+    EXPECT_EQ(page(), Page::Password);
+    enter("other");
+    EXPECT_EQ(page(), Page::Content);
+}
+
+TEST_F(PageRule, APasswordThatIsGoneOpensNothing)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    presenter->configurationAndPreferencesService.setApplicationPassword(EMPTY);
+    enter(EMPTY);
+    EXPECT_EQ(page(), Page::Password);
+    enter(PASSWORD);
+    EXPECT_EQ(page(), Page::Password);
+    popup().hidePopover();
+    open();
+    EXPECT_EQ(page(), Page::NoPassword);
+}
+
+TEST_F(PageRule, AKeychainThatFailsOpensNothing)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    fake.keychainItems.failing = true;
+    enter(EMPTY);
+    EXPECT_EQ(page(), Page::Password);
+    enter(PASSWORD);
+    EXPECT_EQ(page(), Page::Password);
+    popup().hidePopover();
+    open();
+    EXPECT_EQ(page(), Page::NoPassword);
+}
+
+TEST_F(PageRule, AfterAnUnlockedOpeningNoPasswordShowsOnlyItsPage)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    popup().hidePopover();
+    presenter->configurationAndPreferencesService.setApplicationPassword(EMPTY);
+    open();
+    EXPECT_EQ(page(), Page::NoPassword);
+}
+
+TEST_F(PageRule, WhatWasTypedDoesNotOutliveTheOpening)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    field().setText("almost");
+    popup().hidePopover();
+    open();
+    EXPECT_EQ(field().text(), "");
+    unlock();
+    EXPECT_EQ(field().text(), "");
+    EXPECT_EQ(page(), Page::Content);
+}

@@ -1,0 +1,187 @@
+#include "PopoverTest.h"
+#include "ui/popover/Popover.h"
+
+#include <QScreen>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+class Popover : public PopoverTest
+{
+protected:
+    Popover() { startWith(PASSWORD, BOTH); }
+
+    [[nodiscard]] QColor cornerAt(const QPoint& point) const
+    {
+        QImage picture(window().size(), QImage::Format_ARGB32);
+        picture.fill(Qt::transparent);
+        window().render(&picture, {}, {}, QWidget::DrawChildren);
+        return picture.pixelColor(point);
+    }
+};
+
+} // namespace
+
+TEST_F(Popover, IsAFramelessToolAboveOrdinaryWindowsAndHoldsNoGrab)
+{
+    open();
+    const Qt::WindowFlags flags = window().windowFlags();
+    EXPECT_EQ(flags & Qt::WindowType_Mask, Qt::Tool);
+    EXPECT_TRUE(flags.testFlag(Qt::FramelessWindowHint));
+    EXPECT_TRUE(flags.testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_FALSE(flags.testFlag(Qt::X11BypassWindowManagerHint));
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(QWidget::keyboardGrabber(), nullptr);
+    EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+}
+
+TEST_F(Popover, IsKeptOutOfListsOfWindowsAtItsItemOnly)
+{
+    takeCalls();
+    open();
+    EXPECT_THAT(takeCalls(), testing::Contains("windows excludeFromWindowsMenu"));
+    popup().hidePopover();
+    fake.statusBar.shown = false;
+    takeCalls();
+    open();
+    EXPECT_THAT(takeCalls(), testing::Not(testing::Contains("windows excludeFromWindowsMenu")));
+}
+
+TEST_F(Popover, AppearsBelowItsItem)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    fake.statusBar.frame = platform::Rect{screen.center().x(), 0, 22, 22};
+    open();
+    EXPECT_EQ(window().y(), 22 + 4);
+    EXPECT_NEAR(window().geometry().center().x(), screen.center().x() + 11, 1);
+}
+
+TEST_F(Popover, AppearsAtThePointerWhereThePlaceOfTheItemIsNotKnown)
+{
+    fake.statusBar.frame = std::nullopt;
+    QCursor::setPos(300, 10);
+    open();
+    EXPECT_EQ(window().y(), 10 + 4);
+    EXPECT_NEAR(window().geometry().center().x(), 300, 1);
+}
+
+TEST_F(Popover, GoesToItsItemAgainAtEveryOpening)
+{
+    fake.statusBar.frame = platform::Rect{400, 0, 20, 20};
+    open();
+    const QPoint before = window().pos();
+    popup().hidePopover();
+    fake.statusBar.frame = platform::Rect{420, 0, 20, 20};
+    open();
+    EXPECT_EQ(window().pos(), before + QPoint(20, 0));
+}
+
+TEST_F(Popover, StaysAtItsItemWhenAPageIsLarger)
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    fake.statusBar.frame = platform::Rect{300, screen.bottom() - 19, 20, 20};
+    open();
+    const int bottom = window().geometry().bottom();
+    EXPECT_EQ(bottom, screen.bottom() - 20 - 4);
+    gate().view().setMinimumHeight(window().height() + 50);
+    settle();
+    EXPECT_EQ(window().geometry().bottom(), bottom);
+}
+
+TEST_F(Popover, IsActiveWithTheCaretInTheFieldAtEveryOpening)
+{
+    open();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    EXPECT_TRUE(field().hasFocus());
+    QWidget other;
+    other.show();
+    popup().hidePopover();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    open();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    EXPECT_TRUE(field().hasFocus());
+}
+
+TEST_F(Popover, EscapeClosesItWhoeverHasTheKeyboard)
+{
+    open();
+    QTest::keyClick(&field(), Qt::Key_Escape);
+    EXPECT_FALSE(popup().active);
+    open();
+    unlock();
+    QTest::keyClick(&table(), Qt::Key_Escape);
+    EXPECT_FALSE(popup().active);
+    open();
+    unlock();
+    QTest::keyClick(controller().startAtLoginCheckboxOutlet.get(), Qt::Key_Escape);
+    EXPECT_FALSE(popup().active);
+}
+
+TEST_F(Popover, ClosesWhenTheUserGoesToAnotherApplication)
+{
+    open();
+    Q_EMIT
+    qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_FALSE(popup().active);
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(Popover, StaysWhenAWindowOfTheProgramComesInFrontOfIt)
+{
+    open();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_TRUE(popup().active);
+    EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(Popover, AsAWindowStaysWhenTheUserGoesToAnotherApplication)
+{
+    fake.statusBar.shown = false;
+    open();
+    Q_EMIT
+    qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_TRUE(popup().active);
+    window().close();
+    EXPECT_FALSE(popup().active);
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(Popover, HasRoundCornersOnlyWhereTheDesktopBlendsWindows)
+{
+    open();
+    unlock();
+    EXPECT_FALSE(window().testAttribute(Qt::WA_TranslucentBackground));
+    EXPECT_EQ(cornerAt({0, 0}).alpha(), 255);
+    popup().hidePopover();
+
+    fake.windows.blending = true;
+    open();
+    unlock();
+    EXPECT_TRUE(window().testAttribute(Qt::WA_TranslucentBackground));
+    const QPoint bottomRight = window().rect().bottomRight();
+    for (const QPoint& corner :
+         {QPoint(0, 0), QPoint(bottomRight.x(), 0), QPoint(0, bottomRight.y()), bottomRight}) {
+        EXPECT_LT(cornerAt(corner).alpha(), 30) << corner.x() << ' ' << corner.y();
+    }
+    EXPECT_EQ(cornerAt(window().rect().center()).alpha(), 255);
+    popup().hidePopover();
+
+    fake.windows.blending = false;
+    open();
+    EXPECT_FALSE(window().testAttribute(Qt::WA_TranslucentBackground));
+    EXPECT_EQ(cornerAt({0, 0}).alpha(), 255);
+}
+
+TEST_F(Popover, AsAWindowHasTheCornersOfTheDesktopsWindows)
+{
+    fake.windows.blending = true;
+    fake.statusBar.shown = false;
+    open();
+    EXPECT_FALSE(window().testAttribute(Qt::WA_TranslucentBackground));
+    EXPECT_EQ(cornerAt({0, 0}).alpha(), 255);
+}
