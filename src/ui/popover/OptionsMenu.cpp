@@ -68,7 +68,10 @@ void OptionsMenu::willHighlightItem(QAction* item)
             each->setIcon(requiredImage(name));
         }
     }
-    const QString name = item != nullptr ? textOf(*item, IMAGE) : QString();
+    if (item == nullptr) {
+        return;
+    }
+    const QString name = textOf(*item, IMAGE);
     if (!name.isEmpty()) {
         item->setIcon(requiredImage(name + QStringLiteral("_White")));
     }

@@ -76,6 +76,15 @@ void Popover::showAtItem(const std::optional<platform::Rect>& item)
     comeForward();
 }
 
+void Popover::follow(const platform::Rect& item)
+{
+    const QRect place = toolkit::toolkitGeometry(item);
+    if (shown && isAtItem() && place != *anchor) {
+        anchor = place;
+        this->place();
+    }
+}
+
 void Popover::showAsWindow()
 {
     if (!shown) {

@@ -31,6 +31,10 @@ public:
     /// shown already only comes forward.
     void showAtItem(const std::optional<platform::Rect>& item);
 
+    /// The item is there now: a popover that is shown at it, or at the pointer for want of a place,
+    /// goes there.
+    void follow(const platform::Rect& item);
+
     /// Shows it as a window of its own.
     void showAsWindow();
 

@@ -48,14 +48,26 @@ void PopupSystem::showPopover()
         listener();
     }
     if (!active) {
-        app::BackgroundRunner::runOnMainThread([this, living = std::weak_ptr<bool>(alive)] {
-            if (!living.expired()) {
-                present();
-            }
-        });
+        later(&PopupSystem::present);
     }
     platform::current().log.line("Focus");
     systemApplicationsService.focusOnApplication(app::Constants::BUNDLE_ID());
+}
+
+void PopupSystem::later(void (PopupSystem::*step)())
+{
+    app::BackgroundRunner::runOnMainThread([this, step, living = std::weak_ptr<bool>(alive)] {
+        if (!living.expired()) {
+            (this->*step)();
+        }
+    });
+}
+
+void PopupSystem::follow()
+{
+    if (const std::optional<platform::Rect> frame = statusBar->frame()) {
+        popover.follow(*frame);
+    }
 }
 
 void PopupSystem::present()
@@ -92,8 +104,11 @@ void PopupSystem::mouseDown()
     }
 }
 
-platform::StatusItemLook PopupSystem::drawRect() const
+platform::StatusItemLook PopupSystem::drawRect()
 {
+    if (active) {
+        later(&PopupSystem::follow); // an item is drawn when it gets its place, or another one
+    }
     const bool white = active || systemConfigurationService.darkModeOn();
     return {.image = white ? imageWhite : image, .highlighted = active, .title = TITLE};
 }

@@ -30,7 +30,7 @@ public:
     void mouseDown();
 
     /// What the item shows now.
-    platform::StatusItemLook drawRect() const;
+    platform::StatusItemLook drawRect();
 
     ViewController& viewController;
     const std::string image;
@@ -46,6 +46,10 @@ public:
 
 private:
     void present();
+
+    /// Has an open popover go where the item is now.
+    void follow();
+    void later(void (PopupSystem::*step)());
 
     applications::SystemApplicationsService systemApplicationsService;
     applications::SystemConfigurationService systemConfigurationService;

@@ -40,13 +40,14 @@ void RequestPasswordViewController::viewDidLoad()
 
 void RequestPasswordViewController::viewWillAppear()
 {
-    if (passwordTextFieldOutlet) {
-        app::BackgroundRunner::runOnMainThread([field = passwordTextFieldOutlet] {
-            if (field) {
-                field->setFocus();
-            }
-        });
+    if (!passwordTextFieldOutlet) {
+        return;
     }
+    app::BackgroundRunner::runOnMainThread([field = passwordTextFieldOutlet] {
+        if (field) {
+            field->setFocus();
+        }
+    });
 }
 
 void RequestPasswordViewController::viewDidDisappear()

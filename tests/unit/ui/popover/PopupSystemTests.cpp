@@ -219,3 +219,16 @@ TEST_F(PopupSystem, LateWorkOfOneThatIsGoneDoesNothing)
     clickElsewhere();
     EXPECT_EQ(fake.statusBar.item, nullptr);
 }
+
+TEST_F(PopupSystem, AnOpenPopoverGoesToItsItemWhenThatGetsItsPlace)
+{
+    start();
+    fake.statusBar.frame.reset();
+    open();
+    fake.statusBar.frame = platform::Rect{40, 0, 22, 22};
+    static_cast<void>(look());
+    fake.dispatchQueues.runAll();
+    const QRect frame = window().frameGeometry();
+    EXPECT_TRUE(frame.left() <= 40 && 40 <= frame.right()) << frame.left() << " " << frame.right();
+    EXPECT_TRUE(window().isVisible());
+}
