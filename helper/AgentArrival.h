@@ -2,7 +2,7 @@
 #pragma once
 
 #include "helper/EventSource.h"
-#include "linux/session/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <functional>
 
@@ -25,7 +25,7 @@ public:
     void wake() override;
 
 private:
-    session::FileDescriptor changes;
+    posix::FileDescriptor changes;
 };
 
 } // namespace helper

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "helper/EventSource.h"
-#include "linux/session/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <functional>
 
@@ -21,7 +21,7 @@ public:
     void wake() override;
 
 private:
-    session::FileDescriptor pending;
+    posix::FileDescriptor pending;
 };
 
 } // namespace helper

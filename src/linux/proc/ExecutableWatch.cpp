@@ -39,9 +39,9 @@ int ExecutableWatch::openGroup()
 
 bool ExecutableWatch::start()
 {
-    group = FileDescriptor(open());
-    folders = FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
-    if (!group.valid() || !folders.valid()) {
+    group = posix::FileDescriptor(open());
+    folders = posix::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    if (!group.isOpen() || !folders.isOpen()) {
         return false;
     }
     thread.watch(group.get(), [this] { receiveExecutions(); });

@@ -17,7 +17,7 @@ PollThread::PollThread()
     : epoll(::epoll_create1(EPOLL_CLOEXEC)),
       wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
-    if (!epoll.valid() || !wake.valid()) {
+    if (!epoll.isOpen() || !wake.isOpen()) {
         platform::fatal("no descriptors left for a waiting thread");
     }
     watch(wake.get(), [this] {

@@ -1,6 +1,6 @@
 #include "linux/proc/ProcFilesystem.h"
 
-#include "linux/proc/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>
@@ -26,8 +26,8 @@ constexpr std::size_t DEEPEST_TREE = 256;
 
 std::optional<std::string> readAt(int folder, const char* name)
 {
-    const FileDescriptor file(::openat(folder, name, O_RDONLY | O_CLOEXEC));
-    if (!file.valid()) {
+    const posix::FileDescriptor file(::openat(folder, name, O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) {
         return std::nullopt;
     }
     std::string text;
@@ -107,13 +107,15 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
 {
     // Everything is read below one open folder, which stays that process's even if its number is
     // given to another one meanwhile.
-    const FileDescriptor folder(::open(folderOf(pid).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const posix::FileDescriptor folder(
+        ::open(folderOf(pid).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)
+    );
 
     struct stat owner
     {
     };
 
-    if (!folder.valid() || ::fstat(folder.get(), &owner) != 0 || !isOfUser(pid, owner.st_uid)) {
+    if (!folder.isOpen() || ::fstat(folder.get(), &owner) != 0 || !isOfUser(pid, owner.st_uid)) {
         return std::nullopt;
     }
     std::optional<std::string> executable = linkAt(folder.get(), "exe");

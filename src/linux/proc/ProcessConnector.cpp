@@ -40,13 +40,13 @@ ProcessConnector::ProcessConnector(PollThread& thread, ProcessConnectorOptions o
 
 int openConnectorSocket()
 {
-    FileDescriptor socket(
+    posix::FileDescriptor socket(
         ::socket(PF_NETLINK, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_CONNECTOR)
     );
     sockaddr_nl address{};
     address.nl_family = AF_NETLINK;
     address.nl_groups = CN_IDX_PROC;
-    if (!socket.valid() ||
+    if (!socket.isOpen() ||
         ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
         return -1;
     }
@@ -55,8 +55,8 @@ int openConnectorSocket()
 
 void ProcessConnector::start()
 {
-    socket = FileDescriptor(options.open());
-    if (!socket.valid()) {
+    socket = posix::FileDescriptor(options.open());
+    if (!socket.isOpen()) {
         refuse(textOf(errno));
         return;
     }
@@ -132,7 +132,7 @@ void ProcessConnector::answered(std::uint32_t error)
 void ProcessConnector::refuse(const std::string& reason)
 {
     state = State::Refused;
-    if (socket.valid()) {
+    if (socket.isOpen()) {
         thread.unwatch(socket.get());
     }
     callIfSet(onRefused, reason);

@@ -3,8 +3,8 @@
 // answer: either `onAccepted` or `onRefused` is called once, and nothing else before it.
 #pragma once
 
+#include "linux/posix/FileDescriptor.h"
 #include "linux/proc/ConnectorProtocol.h"
-#include "linux/proc/FileDescriptor.h"
 #include "linux/proc/PollThread.h"
 
 #include <chrono>
@@ -56,7 +56,7 @@ private:
 
     PollThread& thread;
     ProcessConnectorOptions options;
-    FileDescriptor socket;
+    posix::FileDescriptor socket;
     std::uint32_t token = 0;
     enum class State
     {

@@ -1,20 +1,14 @@
 #include "linux/proc/ProcessExits.h"
 
-#include <utility>
+#include "linux/posix/ProcessDescriptor.h"
 
-#include <sys/syscall.h>
-#include <unistd.h>
+#include <utility>
 
 namespace proc {
 
 namespace {
 
 constexpr std::chrono::milliseconds LOOK_INTERVAL{100};
-
-FileDescriptor openProcess(pid_t pid)
-{
-    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
-}
 
 } // namespace
 
@@ -33,7 +27,7 @@ void ProcessExits::watch(pid_t pid, std::uint64_t startTime)
         }
         ended(pid);
     }
-    FileDescriptor process = openProcess(pid);
+    posix::FileDescriptor process = posix::openProcess(pid);
     // The number may have been given to another process before it was opened.
     if (!processes.alive(pid, startTime)) {
         if (onExit) {
@@ -56,7 +50,7 @@ void ProcessExits::ended(pid_t pid)
     if (entry.empty()) {
         return;
     }
-    if (entry.mapped().process.valid()) {
+    if (entry.mapped().process.isOpen()) {
         thread.unwatch(entry.mapped().process.get());
     }
     if (onExit) {

@@ -1,6 +1,6 @@
 #include "linux/secretservice/PrivateFolder.h"
 
-#include "linux/secretservice/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <array>
 #include <cerrno>
@@ -82,7 +82,9 @@ PrivateFolder::PrivateFolder(fs::path folder) : folder(std::move(folder)) {}
 PrivateFolder::Content PrivateFolder::read(const std::string& name) const
 {
     Content content;
-    const FileDescriptor file(open((folder / name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    const posix::FileDescriptor file(
+        open((folder / name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW)
+    );
     if (!file.isOpen() && errno == ENOENT) {
         content.state = Content::State::Missing;
     } else if (file.isOpen() && readAll(file.get(), content.bytes)) {
@@ -133,7 +135,7 @@ Failure PrivateFolder::writeDraft(const std::string& draft, std::span<const std:
     }
     const fs::path path = folder / draft;
     unlink(path.c_str()); // of an earlier process that was ended on the way
-    const FileDescriptor file(
+    const posix::FileDescriptor file(
         open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, FILE_MODE)
     );
     if (!file.isOpen() || !writeAll(file.get(), bytes) || fsync(file.get()) != 0) {
@@ -194,7 +196,7 @@ Failure PrivateFolder::setAside(const std::string& name)
 
 Failure PrivateFolder::synchronize()
 {
-    const FileDescriptor file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const posix::FileDescriptor file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // Some file systems have nothing to do here and say so.
     if (!file.isOpen() || (fsync(file.get()) != 0 && errno != EINVAL)) {
         return failed("be written");

@@ -12,7 +12,7 @@ namespace {
 // Far more than the one helper and a few second starts at a time.
 constexpr std::size_t MOST_PEERS = 32;
 
-bool follow(const FileDescriptor& interest, const FileDescriptor& followed)
+bool follow(const posix::FileDescriptor& interest, const posix::FileDescriptor& followed)
 {
     epoll_event event = {};
     event.events = EPOLLIN;
@@ -21,7 +21,7 @@ bool follow(const FileDescriptor& interest, const FileDescriptor& followed)
 
 } // namespace
 
-InstanceServer::InstanceServer(FileDescriptor listener)
+InstanceServer::InstanceServer(posix::FileDescriptor listener)
     : owner(::getpid()),
       listener(std::move(listener)),
       interest(::epoll_create1(EPOLL_CLOEXEC))
@@ -34,7 +34,7 @@ int InstanceServer::receive()
     const std::lock_guard lock(guard);
     int activations = 0;
     admit();
-    std::erase_if(peers, [&activations](const FileDescriptor& peer) {
+    std::erase_if(peers, [&activations](const posix::FileDescriptor& peer) {
         return !serve(peer, activations);
     });
     return activations;
@@ -47,14 +47,15 @@ void InstanceServer::sendExit(int status)
     }
     const std::lock_guard lock(guard);
     admit();
-    for (const FileDescriptor& peer : peers) {
+    for (const posix::FileDescriptor& peer : peers) {
         sendMessage(peer, exitMessage(status));
     }
 }
 
 void InstanceServer::admit()
 {
-    for (FileDescriptor peer = acceptFrom(listener); peer.isOpen(); peer = acceptFrom(listener)) {
+    for (posix::FileDescriptor peer = acceptFrom(listener); peer.isOpen();
+         peer = acceptFrom(listener)) {
         const std::optional<Peer> facts = peerOf(peer);
         const bool isOwnUser = facts.has_value() && facts->user == ::geteuid();
         if (isOwnUser && peers.size() < MOST_PEERS && follow(interest, peer)) {
@@ -64,7 +65,7 @@ void InstanceServer::admit()
 }
 
 // False when the peer has gone.
-bool InstanceServer::serve(const FileDescriptor& peer, int& activations)
+bool InstanceServer::serve(const posix::FileDescriptor& peer, int& activations)
 {
     const std::optional<std::string> message = receiveMessage(peer);
     if (!message.has_value()) {

@@ -15,9 +15,10 @@ namespace {
 constexpr int BACKLOG = 32;
 constexpr std::size_t LONGEST_MESSAGE = 64;
 
-FileDescriptor makeSocket()
+posix::FileDescriptor makeSocket()
 {
-    return FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    return posix::FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)
+    );
 }
 
 bool setAddress(sockaddr_un& address, const std::string& path)
@@ -33,34 +34,35 @@ bool setAddress(sockaddr_un& address, const std::string& path)
 
 } // namespace
 
-FileDescriptor listenAt(const std::string& path)
+posix::FileDescriptor listenAt(const std::string& path)
 {
     sockaddr_un address = {};
-    FileDescriptor socket = makeSocket();
+    posix::FileDescriptor socket = makeSocket();
     const bool listens =
         socket.isOpen() && setAddress(address, path) &&
         ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
         ::listen(socket.get(), BACKLOG) == 0;
-    return listens ? std::move(socket) : FileDescriptor();
+    return listens ? std::move(socket) : posix::FileDescriptor();
 }
 
-FileDescriptor connectTo(const std::string& path)
+posix::FileDescriptor connectTo(const std::string& path)
 {
     sockaddr_un address = {};
-    FileDescriptor socket = makeSocket();
+    posix::FileDescriptor socket = makeSocket();
     const bool connected =
         socket.isOpen() && setAddress(address, path) &&
         ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    return connected ? std::move(socket) : FileDescriptor();
+    return connected ? std::move(socket) : posix::FileDescriptor();
 }
 
-FileDescriptor acceptFrom(const FileDescriptor& listener)
+posix::FileDescriptor acceptFrom(const posix::FileDescriptor& listener)
 {
-    return FileDescriptor(::accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)
+    return posix::FileDescriptor(
+        ::accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)
     );
 }
 
-std::optional<Peer> peerOf(const FileDescriptor& socket)
+std::optional<Peer> peerOf(const posix::FileDescriptor& socket)
 {
     ucred credentials = {};
     socklen_t size = sizeof credentials;
@@ -70,14 +72,14 @@ std::optional<Peer> peerOf(const FileDescriptor& socket)
     return Peer{credentials.pid, credentials.uid};
 }
 
-bool sendMessage(const FileDescriptor& socket, const std::string& text)
+bool sendMessage(const posix::FileDescriptor& socket, const std::string& text)
 {
     const ssize_t sent =
         ::send(socket.get(), text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     return sent == static_cast<ssize_t>(text.size());
 }
 
-std::optional<std::string> receiveMessage(const FileDescriptor& socket)
+std::optional<std::string> receiveMessage(const posix::FileDescriptor& socket)
 {
     std::array<char, LONGEST_MESSAGE> buffer{};
     const ssize_t size = ::recv(socket.get(), buffer.data(), buffer.size(), MSG_DONTWAIT);
@@ -87,7 +89,7 @@ std::optional<std::string> receiveMessage(const FileDescriptor& socket)
     return std::string(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
 }
 
-bool waitUntilReadable(const FileDescriptor& descriptor, int milliseconds)
+bool waitUntilReadable(const posix::FileDescriptor& descriptor, int milliseconds)
 {
     pollfd wanted = {descriptor.get(), POLLIN, 0};
     return ::poll(&wanted, 1, milliseconds) > 0;

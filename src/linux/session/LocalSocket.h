@@ -2,7 +2,7 @@
 // here waits and none raises SIGPIPE.
 #pragma once
 
-#include "linux/session/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <optional>
 #include <string>
@@ -18,23 +18,23 @@ struct Peer
 };
 
 /// Listens at `path`, which must not exist. Not open when that fails; errno says why.
-FileDescriptor listenAt(const std::string& path);
+posix::FileDescriptor listenAt(const std::string& path);
 
 /// Not open when nobody listens at `path`.
-FileDescriptor connectTo(const std::string& path);
+posix::FileDescriptor connectTo(const std::string& path);
 
 /// Not open when nobody is waiting to be let in.
-FileDescriptor acceptFrom(const FileDescriptor& listener);
+posix::FileDescriptor acceptFrom(const posix::FileDescriptor& listener);
 
 /// Who made the other end: the process that listened or connected.
-std::optional<Peer> peerOf(const FileDescriptor& socket);
+std::optional<Peer> peerOf(const posix::FileDescriptor& socket);
 
-bool sendMessage(const FileDescriptor& socket, const std::string& text);
+bool sendMessage(const posix::FileDescriptor& socket, const std::string& text);
 
 /// One message; empty text when the other end is closed; nothing when none has arrived yet.
-std::optional<std::string> receiveMessage(const FileDescriptor& socket);
+std::optional<std::string> receiveMessage(const posix::FileDescriptor& socket);
 
 /// False when `milliseconds` pass before the descriptor can be read or its other end closes.
-bool waitUntilReadable(const FileDescriptor& descriptor, int milliseconds);
+bool waitUntilReadable(const posix::FileDescriptor& descriptor, int milliseconds);
 
 } // namespace session

@@ -14,26 +14,27 @@ namespace {
 
 constexpr auto NAME = "com.quorvent.Tarvel";
 
-bool isOwn(const FileDescriptor& directory, mode_t forbidden)
+bool isOwn(const posix::FileDescriptor& directory, mode_t forbidden)
 {
     struct stat facts = {};
     return ::fstat(directory.get(), &facts) == 0 && facts.st_uid == ::geteuid() &&
            (facts.st_mode & forbidden) == 0;
 }
 
-FileDescriptor openDirectory(int parent, const std::string& path, int flags)
+posix::FileDescriptor openDirectory(int parent, const std::string& path, int flags)
 {
-    return FileDescriptor(::openat(parent, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags)
+    return posix::FileDescriptor(
+        ::openat(parent, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags)
     );
 }
 
-FileDescriptor openPrivate(int parent, const std::string& path, std::string& problem)
+posix::FileDescriptor openPrivate(int parent, const std::string& path, std::string& problem)
 {
     if (::mkdirat(parent, path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
         problem += path + ": " + std::generic_category().message(errno) + "; ";
         return {};
     }
-    FileDescriptor directory = openDirectory(parent, path, O_NOFOLLOW);
+    posix::FileDescriptor directory = openDirectory(parent, path, O_NOFOLLOW);
     if (!directory.isOpen() || !isOwn(directory, S_IRWXG | S_IRWXO)) {
         problem += path + ": not a private folder of this user; ";
         return {};
@@ -43,13 +44,13 @@ FileDescriptor openPrivate(int parent, const std::string& path, std::string& pro
     return directory;
 }
 
-FileDescriptor openRuntimeDirectory(std::string& problem)
+posix::FileDescriptor openRuntimeDirectory(std::string& problem)
 {
     const char* path = ::secure_getenv("XDG_RUNTIME_DIR");
     if (path == nullptr || *path != '/') {
         return {};
     }
-    FileDescriptor parent = openDirectory(AT_FDCWD, path, 0);
+    posix::FileDescriptor parent = openDirectory(AT_FDCWD, path, 0);
     if (!parent.isOpen() || !isOwn(parent, S_IWGRP | S_IWOTH)) {
         problem += std::string(path) + ": not this user's folder; ";
         return {};
@@ -59,9 +60,9 @@ FileDescriptor openRuntimeDirectory(std::string& problem)
 
 } // namespace
 
-FileDescriptor openSessionDirectory(std::string& problem)
+posix::FileDescriptor openSessionDirectory(std::string& problem)
 {
-    FileDescriptor directory = openRuntimeDirectory(problem);
+    posix::FileDescriptor directory = openRuntimeDirectory(problem);
     if (directory.isOpen()) {
         return directory;
     }
@@ -69,7 +70,7 @@ FileDescriptor openSessionDirectory(std::string& problem)
     return openPrivate(AT_FDCWD, path, problem);
 }
 
-std::string pathIn(const FileDescriptor& directory, const std::string& name)
+std::string pathIn(const posix::FileDescriptor& directory, const std::string& name)
 {
     return "/proc/self/fd/" + std::to_string(directory.get()) + "/" + name;
 }

@@ -22,8 +22,8 @@ namespace session {
 
 struct SessionInstance::Holding
 {
-    FileDescriptor directory;
-    FileDescriptor lock;
+    posix::FileDescriptor directory;
+    posix::FileDescriptor lock;
     std::unique_ptr<InstanceServer> server;
 };
 
@@ -39,25 +39,25 @@ std::string lastError()
     return std::generic_category().message(errno);
 }
 
-FileDescriptor openLock(const FileDescriptor& directory, const std::string& name)
+posix::FileDescriptor openLock(const posix::FileDescriptor& directory, const std::string& name)
 {
     constexpr int FLAGS = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW;
     const std::string file = lockName(name);
-    return FileDescriptor(::openat(directory.get(), file.c_str(), FLAGS, S_IRUSR | S_IWUSR));
+    return posix::FileDescriptor(::openat(directory.get(), file.c_str(), FLAGS, S_IRUSR | S_IWUSR));
 }
 
 // Appears under its name in one step and replaces what a crashed predecessor left: whoever finds
 // the socket of a living process can connect to it.
-FileDescriptor openListener(const FileDescriptor& directory, const std::string& name)
+posix::FileDescriptor openListener(const posix::FileDescriptor& directory, const std::string& name)
 {
     const std::string fresh = name + ".new";
     const std::string final = socketName(name);
     ::unlinkat(directory.get(), fresh.c_str(), 0);
-    FileDescriptor listener = listenAt(pathIn(directory, fresh));
+    posix::FileDescriptor listener = listenAt(pathIn(directory, fresh));
     const bool stands =
         listener.isOpen() &&
         ::renameat(directory.get(), fresh.c_str(), directory.get(), final.c_str()) == 0;
-    return stands ? std::move(listener) : FileDescriptor();
+    return stands ? std::move(listener) : posix::FileDescriptor();
 }
 
 enum class HandOver
@@ -69,7 +69,7 @@ enum class HandOver
 
 HandOver handOver(const std::string& path, std::chrono::milliseconds patience)
 {
-    const FileDescriptor socket = connectTo(path);
+    const posix::FileDescriptor socket = connectTo(path);
     const std::optional<Peer> first = peerOf(socket);
     if (!first.has_value() || first->user != ::geteuid() || !sendMessage(socket, ACTIVATE)) {
         return HandOver::NobodyThere;
@@ -87,8 +87,9 @@ SessionInstance::SessionInstance(const std::string& program) : name(sessionName(
 Acquired SessionInstance::acquire(SecondStart secondStart)
 {
     std::string problem;
-    FileDescriptor directory = openSessionDirectory(problem);
-    FileDescriptor lock = directory.isOpen() ? openLock(directory, name) : FileDescriptor();
+    posix::FileDescriptor directory = openSessionDirectory(problem);
+    posix::FileDescriptor lock =
+        directory.isOpen() ? openLock(directory, name) : posix::FileDescriptor();
     if (!lock.isOpen()) {
         report("cannot tell whether " + name + " runs already: " + problem + lastError());
         return Acquired::First;
@@ -117,9 +118,9 @@ Acquired SessionInstance::acquire(SecondStart secondStart)
     }
 }
 
-void SessionInstance::hold(FileDescriptor directory, FileDescriptor lock)
+void SessionInstance::hold(posix::FileDescriptor directory, posix::FileDescriptor lock)
 {
-    FileDescriptor listener = openListener(directory, name);
+    posix::FileDescriptor listener = openListener(directory, name);
     if (!listener.isOpen()) {
         report(name + " cannot be reached by others: " + lastError());
     }

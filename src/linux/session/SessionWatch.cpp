@@ -1,7 +1,7 @@
 #include "linux/session/SessionWatch.h"
 
+#include "linux/posix/ProcessDescriptor.h"
 #include "linux/session/LocalSocket.h"
-#include "linux/session/ProcessDescriptor.h"
 #include "linux/session/SessionDirectory.h"
 #include "linux/session/SessionMessage.h"
 #include "linux/session/SessionName.h"
@@ -11,16 +11,17 @@ namespace session {
 std::unique_ptr<SessionWatch> SessionWatch::open(const std::string& program)
 {
     std::string problem;
-    const FileDescriptor directory = openSessionDirectory(problem);
+    const posix::FileDescriptor directory = openSessionDirectory(problem);
     if (!directory.isOpen()) {
         return nullptr;
     }
-    FileDescriptor connection = connectTo(pathIn(directory, socketName(sessionName(program))));
+    posix::FileDescriptor connection =
+        connectTo(pathIn(directory, socketName(sessionName(program))));
     const std::optional<Peer> peer = peerOf(connection);
     if (!peer.has_value() || peer->user != ::geteuid()) {
         return nullptr;
     }
-    FileDescriptor process = openProcess(peer->processIdentifier);
+    posix::FileDescriptor process = posix::openProcess(peer->processIdentifier);
     // The connection is still up: the identifier has not passed to another process meanwhile.
     if (!process.isOpen() || waitUntilReadable(connection, 0)) {
         return nullptr;
@@ -30,7 +31,9 @@ std::unique_ptr<SessionWatch> SessionWatch::open(const std::string& program)
     );
 }
 
-SessionWatch::SessionWatch(pid_t identifier, FileDescriptor connection, FileDescriptor process)
+SessionWatch::SessionWatch(
+    pid_t identifier, posix::FileDescriptor connection, posix::FileDescriptor process
+)
     : identifier(identifier),
       connection(std::move(connection)),
       process(std::move(process))

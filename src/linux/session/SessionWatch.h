@@ -2,7 +2,7 @@
 // started it. One thread.
 #pragma once
 
-#include "linux/session/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <memory>
 #include <optional>
@@ -29,11 +29,11 @@ public:
     std::optional<int> exitStatus();
 
 private:
-    SessionWatch(pid_t identifier, FileDescriptor connection, FileDescriptor process);
+    SessionWatch(pid_t identifier, posix::FileDescriptor connection, posix::FileDescriptor process);
 
     const pid_t identifier;
-    FileDescriptor connection;
-    FileDescriptor process;
+    posix::FileDescriptor connection;
+    posix::FileDescriptor process;
     std::optional<int> status;
 };
 

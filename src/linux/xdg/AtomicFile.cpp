@@ -1,6 +1,6 @@
 #include "linux/xdg/AtomicFile.h"
 
-#include "linux/proc/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -17,11 +17,11 @@ namespace {
 /// All of it on the disk, or false.
 bool writeWhole(const std::string& path, const std::string& text, unsigned mode)
 {
-    const proc::FileDescriptor file(
+    const posix::FileDescriptor file(
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode)
     );
     std::size_t written = 0;
-    while (file.valid() && written < text.size()) {
+    while (file.isOpen() && written < text.size()) {
         const ssize_t size = ::write(file.get(), text.data() + written, text.size() - written);
         if (size < 0 && errno == EINTR) {
             continue;
@@ -31,7 +31,7 @@ bool writeWhole(const std::string& path, const std::string& text, unsigned mode)
         }
         written += static_cast<std::size_t>(size);
     }
-    return file.valid() && ::fsync(file.get()) == 0;
+    return file.isOpen() && ::fsync(file.get()) == 0;
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "linux/xdg/FileText.h"
 
-#include "linux/proc/FileDescriptor.h"
+#include "linux/posix/FileDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -57,13 +57,13 @@ std::optional<FolderIdentity> identityOf(const std::string& folder)
 std::optional<std::string> readText(const std::string& path)
 {
     // Without blocking: a pipe in the folder must not hold anything up.
-    const proc::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const posix::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
 
     struct stat status
     {
     };
 
-    if (!file.valid() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
         status.st_size > LARGEST_FILE) {
         return std::nullopt;
     }

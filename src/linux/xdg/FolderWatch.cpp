@@ -28,8 +28,8 @@ void FolderChanges::add(const FolderChanges& more)
 
 bool FolderWatch::start()
 {
-    notifications = proc::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
-    if (!notifications.valid()) {
+    notifications = posix::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    if (!notifications.isOpen()) {
         return false;
     }
     thread.watch(notifications.get(), [this] { receive(); });

@@ -1,11 +1,11 @@
-// Owns one file descriptor and closes it at its end.
+// Owns one file descriptor and closes it at its end; -1 stands for none.
 #pragma once
 
 #include <utility>
 
 #include <unistd.h>
 
-namespace proc {
+namespace posix {
 
 class FileDescriptor
 {
@@ -34,13 +34,13 @@ public:
 
     [[nodiscard]] int get() const { return number; }
 
+    [[nodiscard]] bool isOpen() const { return number >= 0; }
+
     /// Gives it away: the caller closes it.
     [[nodiscard]] int release() { return std::exchange(number, -1); }
-
-    [[nodiscard]] bool valid() const { return number >= 0; }
 
 private:
     int number = -1;
 };
 
-} // namespace proc
+} // namespace posix
