@@ -48,6 +48,19 @@ protected:
         return found;
     }
 
+    void expectFailureThatChangesNothing(const std::string& account, const fs::path& file)
+    {
+        const std::string content = readFile(file);
+        EmbeddedStore reader = store();
+        const ItemRead read = reader.read(account);
+        Items items;
+
+        EXPECT_EQ(read.state, State::Failed);
+        EXPECT_THAT(read.reason, HasSubstr(file.filename().string()));
+        EXPECT_NE(reader.readAll(items), std::nullopt);
+        EXPECT_EQ(readFile(file), content);
+    }
+
     desktop::TemporaryFolder home;
     fs::path path = home.path() / "data" / "keychain";
     std::vector<std::string> lines;
@@ -143,28 +156,22 @@ TEST_F(EmbeddedStoreTest, ReadAllGivesEveryItem)
     EXPECT_EQ(items, (Items{{"a", secret("x")}, {"b", secret("")}}));
 }
 
-TEST_F(EmbeddedStoreTest, TruncatedItemIsAFailureAndStaysWhereItIs)
+TEST_F(EmbeddedStoreTest, TruncatedItemIsAFailureAndStaysAsItIs)
 {
     put("a", "x");
     const fs::path file = files(".item").at(0);
     fs::resize_file(file, fs::file_size(file) / 2);
-    EmbeddedStore reader = store();
-    const ItemRead read = reader.read("a");
-    Items items;
 
-    EXPECT_EQ(read.state, State::Failed);
-    EXPECT_THAT(read.reason, HasSubstr(file.filename().string()));
-    EXPECT_NE(reader.readAll(items), std::nullopt);
-    EXPECT_TRUE(fs::exists(file));
+    expectFailureThatChangesNothing("a", file);
 }
 
-TEST_F(EmbeddedStoreTest, EmptyFileInPlaceOfAnItemIsAFailure)
+TEST_F(EmbeddedStoreTest, EmptyFileInPlaceOfAnItemIsAFailureAndStaysAsItIs)
 {
     put("a", "x");
-    fs::resize_file(files(".item").at(0), 0);
-    EmbeddedStore reader = store();
+    const fs::path file = files(".item").at(0);
+    fs::resize_file(file, 0);
 
-    EXPECT_EQ(reader.read("a").state, State::Failed);
+    expectFailureThatChangesNothing("a", file);
 }
 
 TEST_F(EmbeddedStoreTest, CorruptItemIsKeptBesideWhenItIsWrittenAnew)
