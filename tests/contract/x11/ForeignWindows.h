@@ -1,6 +1,7 @@
 // Another program with bright windows outside the window manager, as menus and notifications are.
 #pragma once
 
+#include "desktop/ForeignClient.h"
 #include "desktop/XConnection.h"
 
 #include <string>
@@ -17,25 +18,12 @@ public:
 
     xcb_window_t create(int x, int y)
     {
-        constexpr std::uint32_t BRIGHT_GREEN = 0x00FF00;
-        const std::uint32_t values[] = {BRIGHT_GREEN, 1};
-        const xcb_window_t window = xcb_generate_id(connection.get());
-        xcb_create_window(
-            connection.get(),
-            XCB_COPY_FROM_PARENT,
-            window,
-            connection.root(),
-            static_cast<std::int16_t>(x),
-            static_cast<std::int16_t>(y),
-            WIDTH,
-            HEIGHT,
-            0,
-            XCB_WINDOW_CLASS_INPUT_OUTPUT,
-            XCB_COPY_FROM_PARENT,
-            XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT,
-            values
+        constexpr desktop::Pixel BRIGHT_GREEN = 0x00FF00;
+        return desktop::createForeignWindow(
+            connection,
+            {static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), WIDTH, HEIGHT},
+            BRIGHT_GREEN
         );
-        return window;
     }
 
     void mapAndRaise(xcb_window_t window)

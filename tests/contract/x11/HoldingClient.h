@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desktop/Failure.h"
+#include "desktop/ForeignClient.h"
 #include "desktop/XConnection.h"
 
 #include <string>
@@ -15,35 +16,7 @@ public:
     /// Throws when it does not get them.
     explicit HoldingClient(const std::string& display) : connection(display)
     {
-        const desktop::Reply<xcb_grab_keyboard_reply_t> keyboard(xcb_grab_keyboard_reply(
-            connection.get(),
-            xcb_grab_keyboard(
-                connection.get(),
-                0,
-                connection.root(),
-                XCB_CURRENT_TIME,
-                XCB_GRAB_MODE_ASYNC,
-                XCB_GRAB_MODE_ASYNC
-            ),
-            nullptr
-        ));
-        const desktop::Reply<xcb_grab_pointer_reply_t> pointer(xcb_grab_pointer_reply(
-            connection.get(),
-            xcb_grab_pointer(
-                connection.get(),
-                0,
-                connection.root(),
-                XCB_EVENT_MASK_BUTTON_PRESS,
-                XCB_GRAB_MODE_ASYNC,
-                XCB_GRAB_MODE_ASYNC,
-                XCB_NONE,
-                XCB_NONE,
-                XCB_CURRENT_TIME
-            ),
-            nullptr
-        ));
-        if (!keyboard || keyboard->status != XCB_GRAB_STATUS_SUCCESS || !pointer ||
-            pointer->status != XCB_GRAB_STATUS_SUCCESS) {
+        if (!desktop::grabInput(connection)) {
             throw desktop::Failure("the grabs are refused");
         }
     }
@@ -68,9 +41,7 @@ public:
     void letGo()
     {
         holding = false;
-        xcb_ungrab_keyboard(connection.get(), XCB_CURRENT_TIME);
-        xcb_ungrab_pointer(connection.get(), XCB_CURRENT_TIME);
-        connection.sync();
+        desktop::releaseInput(connection);
     }
 
     bool holds() const { return holding; }

@@ -1,9 +1,9 @@
+#include "desktop/ForeignClient.h"
 #include "desktop/TemporaryFolder.h"
 #include "desktop/XConnection.h"
 #include "session/agent/AgentTest.h"
 
 #include <algorithm>
-#include <array>
 #include <csignal>
 #include <filesystem>
 
@@ -12,63 +12,14 @@ namespace agent {
 namespace {
 
 constexpr int FOREIGN_WINDOWS = 200;
-constexpr std::uint32_t GLARING = 0xFF00FF;
+constexpr desktop::Pixel GLARING = 0xFF00FF;
 
-/// Windows outside the window manager's reach, spread over both screens.
-void mapForeignWindow(desktop::XConnection& connection, int number)
+/// Spread over both screens.
+void showForeignWindow(desktop::XConnection& connection, int number)
 {
-    const xcb_window_t window = xcb_generate_id(connection.get());
-    const std::array<std::uint32_t, 2> values = {GLARING, 1};
-    xcb_create_window(
-        connection.get(),
-        XCB_COPY_FROM_PARENT,
-        window,
-        connection.root(),
-        static_cast<std::int16_t>(number * 12 % 2400),
-        static_cast<std::int16_t>(number * 7 % 600),
-        200,
-        150,
-        0,
-        XCB_WINDOW_CLASS_INPUT_OUTPUT,
-        XCB_COPY_FROM_PARENT,
-        XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT,
-        values.data()
-    );
-    xcb_map_window(connection.get(), window);
-    connection.sync();
-}
-
-bool grab(desktop::XConnection& connection)
-{
-    const desktop::Reply<xcb_grab_keyboard_reply_t> keyboard(xcb_grab_keyboard_reply(
-        connection.get(),
-        xcb_grab_keyboard(
-            connection.get(),
-            1,
-            connection.root(),
-            XCB_CURRENT_TIME,
-            XCB_GRAB_MODE_ASYNC,
-            XCB_GRAB_MODE_ASYNC
-        ),
-        nullptr
-    ));
-    const desktop::Reply<xcb_grab_pointer_reply_t> pointer(xcb_grab_pointer_reply(
-        connection.get(),
-        xcb_grab_pointer(
-            connection.get(),
-            1,
-            connection.root(),
-            XCB_EVENT_MASK_BUTTON_PRESS,
-            XCB_GRAB_MODE_ASYNC,
-            XCB_GRAB_MODE_ASYNC,
-            XCB_NONE,
-            XCB_NONE,
-            XCB_CURRENT_TIME
-        ),
-        nullptr
-    ));
-    return keyboard && keyboard->status == XCB_GRAB_STATUS_SUCCESS && pointer &&
-           pointer->status == XCB_GRAB_STATUS_SUCCESS;
+    const auto x = static_cast<std::int16_t>(number * 12 % 2400);
+    const auto y = static_cast<std::int16_t>(number * 7 % 600);
+    desktop::showForeignWindow(connection, {x, y, 200, 150}, GLARING);
 }
 
 } // namespace
@@ -163,7 +114,7 @@ TEST_F(Storm, ForeignWindowsStayBelowTheLock)
 
     desktop::XConnection other(session->desk.server().displayName());
     for (int number = 0; number < FOREIGN_WINDOWS; ++number) {
-        mapForeignWindow(other, number);
+        showForeignWindow(other, number);
     }
 
     EXPECT_TRUE(session->waitForCover() && coverStaysFor(500ms));
@@ -174,7 +125,7 @@ TEST_F(Storm, TheScreensAreCoveredThoughAnotherClientHoldsTheInput)
 {
     watch({TERMINAL});
     auto holder = std::make_unique<desktop::XConnection>(session->desk.server().displayName());
-    ASSERT_TRUE(grab(*holder));
+    ASSERT_TRUE(desktop::grabInput(*holder));
 
     const Recorder xterm(session->desk);
     EXPECT_TRUE(session->waitForCover());

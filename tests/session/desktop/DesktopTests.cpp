@@ -1,10 +1,10 @@
 #include "desktop/Desktop.h"
+#include "desktop/ForeignClient.h"
 #include "desktop/Framebuffer.h"
 #include "desktop/KeyringItems.h"
 #include "desktop/Pixels.h"
 #include "desktop/Wait.h"
 
-#include <array>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -15,31 +15,6 @@ namespace {
 
 constexpr auto ACCOUNT = "com.quorvent.Tarvel (Password)";
 constexpr desktop::Rectangle WHOLE{0, 0, 2560, 720};
-
-/// Fills the window with one colour, above everything.
-xcb_window_t showFilledWindow(desktop::XConnection& connection, desktop::Rectangle place)
-{
-    const xcb_window_t window = xcb_generate_id(connection.get());
-    const std::array<std::uint32_t, 2> values = {desktop::LOCK_COLOUR, 1};
-    xcb_create_window(
-        connection.get(),
-        XCB_COPY_FROM_PARENT,
-        window,
-        connection.root(),
-        place.x,
-        place.y,
-        place.width,
-        place.height,
-        0,
-        XCB_WINDOW_CLASS_INPUT_OUTPUT,
-        XCB_COPY_FROM_PARENT,
-        XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT,
-        values.data()
-    );
-    xcb_map_window(connection.get(), window);
-    connection.sync();
-    return window;
-}
 
 desktop::Desktop::Parts serverOnly()
 {
@@ -107,7 +82,7 @@ TEST(Desktop, PicturesShowWhatIsOnTheScreensAndNothingElse)
     const auto before = desktop::capture(desk.connection(), WHOLE);
     EXPECT_FALSE(before.contains(desktop::LOCK_COLOUR));
 
-    showFilledWindow(desk.connection(), {100, 50, 30, 20});
+    desktop::showForeignWindow(desk.connection(), {100, 50, 30, 20}, desktop::LOCK_COLOUR);
 
     const auto picture = desktop::capture(desk.connection(), WHOLE);
     EXPECT_EQ(picture.at(100, 50), desktop::LOCK_COLOUR);
@@ -116,7 +91,7 @@ TEST(Desktop, PicturesShowWhatIsOnTheScreensAndNothingElse)
 TEST(Desktop, PicturesCountThePixelsOfOtherColours)
 {
     desktop::Desktop desk(serverOnly());
-    showFilledWindow(desk.connection(), {100, 50, 30, 20});
+    desktop::showForeignWindow(desk.connection(), {100, 50, 30, 20}, desktop::LOCK_COLOUR);
 
     const auto whole = desktop::capture(desk.connection(), WHOLE);
     EXPECT_EQ(whole.countOthers(desktop::LOCK_COLOUR), 2560U * 720U - 600U);
@@ -145,7 +120,7 @@ TEST(Desktop, TheFramebufferShowsWhatPicturesShow)
     const desktop::Framebuffer framebuffer(desk.framebufferFile());
     EXPECT_EQ(framebuffer.row(60)[1400] & 0xFFFFFF, 0U);
 
-    showFilledWindow(desk.connection(), {1400, 50, 30, 20});
+    desktop::showForeignWindow(desk.connection(), {1400, 50, 30, 20}, desktop::LOCK_COLOUR);
 
     EXPECT_EQ(framebuffer.row(60)[1400] & 0xFFFFFF, desktop::LOCK_COLOUR);
     EXPECT_EQ(framebuffer.row(69)[1429] & 0xFFFFFF, desktop::LOCK_COLOUR);
