@@ -12,8 +12,8 @@ namespace helper {
 AgentArrival::AgentArrival()
 {
     std::string problem;
-    const posix::FileDescriptor directory = session::openSessionDirectory(problem);
-    posix::FileDescriptor notifier(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    const descriptors::FileDescriptor directory = session::openSessionDirectory(problem);
+    descriptors::FileDescriptor notifier(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     // A socket that can be connected to appears in one step, by being renamed.
     const bool watches =
         directory.isOpen() &&

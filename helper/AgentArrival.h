@@ -2,7 +2,7 @@
 #pragma once
 
 #include "helper/EventSource.h"
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <functional>
 
@@ -25,7 +25,7 @@ public:
     void wake() override;
 
 private:
-    posix::FileDescriptor changes;
+    descriptors::FileDescriptor changes;
 };
 
 } // namespace helper

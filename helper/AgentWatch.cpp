@@ -1,6 +1,6 @@
 #include "helper/AgentWatch.h"
 
-#include "linux/posix/ProcessDescriptor.h"
+#include "linux/descriptors/ProcessDescriptor.h"
 #include "linux/session/Programs.h"
 
 #include <cerrno>
@@ -33,7 +33,7 @@ bool AgentWatch::attach()
 void AgentWatch::adopt(pid_t process)
 {
     child = process;
-    childEnd = posix::openProcess(process);
+    childEnd = descriptors::openProcess(process);
 }
 
 pollfd AgentWatch::awaited() const
@@ -56,7 +56,7 @@ std::optional<int> AgentWatch::takeStatus()
         const std::unique_ptr<session::SessionWatch> ended = std::move(other);
         return ended->exitStatus();
     }
-    childEnd = posix::FileDescriptor();
+    childEnd = descriptors::FileDescriptor();
     return reap(child);
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "helper/EventSource.h"
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 #include "linux/session/SessionWatch.h"
 
 #include <functional>
@@ -35,7 +35,7 @@ private:
 
     std::unique_ptr<session::SessionWatch> other;
     pid_t child = 0;
-    posix::FileDescriptor childEnd;
+    descriptors::FileDescriptor childEnd;
 };
 
 } // namespace helper

@@ -25,10 +25,10 @@ std::string waylandPath(const std::string& display)
     return display.front() == '/' ? display : environmentValue("XDG_RUNTIME_DIR") + "/" + display;
 }
 
-posix::FileDescriptor connectToWayland(const std::string& path)
+descriptors::FileDescriptor connectToWayland(const std::string& path)
 {
     sockaddr_un address = {};
-    posix::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    descriptors::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     address.sun_family = AF_UNIX;
     if (path.size() >= sizeof address.sun_path) {
         return {};
@@ -36,7 +36,7 @@ posix::FileDescriptor connectToWayland(const std::string& path)
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     const bool connected =
         ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    return connected ? std::move(socket) : posix::FileDescriptor();
+    return connected ? std::move(socket) : descriptors::FileDescriptor();
 }
 
 } // namespace
@@ -65,7 +65,7 @@ void DisplayWatch::wake()
     if (!isLost()) {
         return;
     }
-    wayland = posix::FileDescriptor();
+    wayland = descriptors::FileDescriptor();
     x11.reset();
     const std::function<void()> listener = onLost;
     if (listener) {

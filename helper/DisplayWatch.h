@@ -3,7 +3,7 @@
 #pragma once
 
 #include "helper/EventSource.h"
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <functional>
 #include <memory>
@@ -32,7 +32,7 @@ private:
 
     bool isLost() const;
 
-    posix::FileDescriptor wayland;
+    descriptors::FileDescriptor wayland;
     std::unique_ptr<xcb_connection_t, Disconnect> x11;
 };
 

@@ -14,7 +14,7 @@ Signals::Signals()
         sigaddset(&set, signal);
     }
     ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
-    pending = posix::FileDescriptor(::signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
+    pending = descriptors::FileDescriptor(::signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK));
     struct sigaction ignoring = {};
     ignoring.sa_handler = SIG_IGN;
     ::sigaction(SIGPIPE, &ignoring, nullptr);

@@ -9,8 +9,8 @@
 
 namespace locking {
 
-/// Identifiers of the chosen applications, and of the administrative ones where those are protected,
-/// too, installed or not. Nothing where the settings do not answer.
+/// Identifiers of the chosen applications, and of the administrative ones where those are
+/// protected, too, installed or not. Nothing where the settings do not answer.
 std::optional<std::set<std::string>>
 protectedIdentifiers(storage::ConfigurationAndPreferencesService& settings);
 

@@ -39,8 +39,8 @@ int ExecutableWatch::openGroup()
 
 bool ExecutableWatch::start()
 {
-    group = posix::FileDescriptor(open());
-    folders = posix::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    group = descriptors::FileDescriptor(open());
+    folders = descriptors::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     if (!group.isOpen() || !folders.isOpen()) {
         return false;
     }

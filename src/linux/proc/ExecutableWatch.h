@@ -3,7 +3,7 @@
 // All of it, callbacks included, happens on the given thread.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 #include "linux/proc/PollThread.h"
 
 #include <functional>
@@ -39,8 +39,8 @@ private:
 
     PollThread& thread;
     std::function<int()> open;
-    posix::FileDescriptor group;
-    posix::FileDescriptor folders;
+    descriptors::FileDescriptor group;
+    descriptors::FileDescriptor folders;
     std::set<std::string> executables;
     std::map<int, std::string> folderOfWatch;
     std::set<std::string> watchedFolders;

@@ -3,7 +3,7 @@
 // before `start`. Handlers must not throw. Without the kernel objects it stands on it is fatal.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <chrono>
 #include <deque>
@@ -51,8 +51,8 @@ private:
     void runTimers();
     [[nodiscard]] int timeout() const;
 
-    posix::FileDescriptor epoll;
-    posix::FileDescriptor wake;
+    descriptors::FileDescriptor epoll;
+    descriptors::FileDescriptor wake;
     std::map<int, std::shared_ptr<Task>> handlers;
     std::multimap<Clock::time_point, Task> timers;
     std::mutex mutex;

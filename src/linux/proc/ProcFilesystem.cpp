@@ -1,6 +1,6 @@
 #include "linux/proc/ProcFilesystem.h"
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <algorithm>
 #include <array>
@@ -26,7 +26,7 @@ constexpr std::size_t DEEPEST_TREE = 256;
 
 std::optional<std::string> readAt(int folder, const char* name)
 {
-    const posix::FileDescriptor file(::openat(folder, name, O_RDONLY | O_CLOEXEC));
+    const descriptors::FileDescriptor file(::openat(folder, name, O_RDONLY | O_CLOEXEC));
     if (!file.isOpen()) {
         return std::nullopt;
     }
@@ -107,7 +107,7 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
 {
     // Everything is read below one open folder, which stays that process's even if its number is
     // given to another one meanwhile.
-    const posix::FileDescriptor folder(
+    const descriptors::FileDescriptor folder(
         ::open(folderOf(pid).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)
     );
 

@@ -40,7 +40,7 @@ ProcessConnector::ProcessConnector(PollThread& thread, ProcessConnectorOptions o
 
 int openConnectorSocket()
 {
-    posix::FileDescriptor socket(
+    descriptors::FileDescriptor socket(
         ::socket(PF_NETLINK, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_CONNECTOR)
     );
     sockaddr_nl address{};
@@ -55,7 +55,7 @@ int openConnectorSocket()
 
 void ProcessConnector::start()
 {
-    socket = posix::FileDescriptor(options.open());
+    socket = descriptors::FileDescriptor(options.open());
     if (!socket.isOpen()) {
         refuse(textOf(errno));
         return;

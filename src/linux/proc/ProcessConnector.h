@@ -3,7 +3,7 @@
 // answer: either `onAccepted` or `onRefused` is called once, and nothing else before it.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 #include "linux/proc/ConnectorProtocol.h"
 #include "linux/proc/PollThread.h"
 
@@ -56,7 +56,7 @@ private:
 
     PollThread& thread;
     ProcessConnectorOptions options;
-    posix::FileDescriptor socket;
+    descriptors::FileDescriptor socket;
     std::uint32_t token = 0;
     enum class State
     {

@@ -1,6 +1,6 @@
 #include "linux/proc/ProcessExits.h"
 
-#include "linux/posix/ProcessDescriptor.h"
+#include "linux/descriptors/ProcessDescriptor.h"
 
 #include <utility>
 
@@ -27,7 +27,7 @@ void ProcessExits::watch(pid_t pid, std::uint64_t startTime)
         }
         ended(pid);
     }
-    posix::FileDescriptor process = posix::openProcess(pid);
+    descriptors::FileDescriptor process = descriptors::openProcess(pid);
     // The number may have been given to another process before it was opened.
     if (!processes.alive(pid, startTime)) {
         if (onExit) {

@@ -1,7 +1,7 @@
 // Tells when chosen processes end. All of it, callbacks included, happens on the given thread.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 #include "linux/proc/PollThread.h"
 #include "linux/proc/ProcFilesystem.h"
 
@@ -24,7 +24,7 @@ public:
 private:
     struct Watched
     {
-        posix::FileDescriptor process;
+        descriptors::FileDescriptor process;
         std::uint64_t startTime = 0;
     };
 

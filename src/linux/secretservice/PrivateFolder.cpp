@@ -1,6 +1,6 @@
 #include "linux/secretservice/PrivateFolder.h"
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <array>
 #include <cerrno>
@@ -82,7 +82,7 @@ PrivateFolder::PrivateFolder(fs::path folder) : folder(std::move(folder)) {}
 PrivateFolder::Content PrivateFolder::read(const std::string& name) const
 {
     Content content;
-    const posix::FileDescriptor file(
+    const descriptors::FileDescriptor file(
         open((folder / name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW)
     );
     if (!file.isOpen() && errno == ENOENT) {
@@ -135,7 +135,7 @@ Failure PrivateFolder::writeDraft(const std::string& draft, std::span<const std:
     }
     const fs::path path = folder / draft;
     unlink(path.c_str()); // of an earlier process that was ended on the way
-    const posix::FileDescriptor file(
+    const descriptors::FileDescriptor file(
         open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, FILE_MODE)
     );
     if (!file.isOpen() || !writeAll(file.get(), bytes) || fsync(file.get()) != 0) {
@@ -196,7 +196,8 @@ Failure PrivateFolder::setAside(const std::string& name)
 
 Failure PrivateFolder::synchronize()
 {
-    const posix::FileDescriptor file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const descriptors::FileDescriptor file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)
+    );
     // Some file systems have nothing to do here and say so.
     if (!file.isOpen() || (fsync(file.get()) != 0 && errno != EINVAL)) {
         return failed("be written");

@@ -12,7 +12,9 @@ namespace {
 // Far more than the one helper and a few second starts at a time.
 constexpr std::size_t MOST_PEERS = 32;
 
-bool follow(const posix::FileDescriptor& interest, const posix::FileDescriptor& followed)
+bool follow(
+    const descriptors::FileDescriptor& interest, const descriptors::FileDescriptor& followed
+)
 {
     epoll_event event = {};
     event.events = EPOLLIN;
@@ -21,7 +23,7 @@ bool follow(const posix::FileDescriptor& interest, const posix::FileDescriptor& 
 
 } // namespace
 
-InstanceServer::InstanceServer(posix::FileDescriptor listener)
+InstanceServer::InstanceServer(descriptors::FileDescriptor listener)
     : owner(::getpid()),
       listener(std::move(listener)),
       interest(::epoll_create1(EPOLL_CLOEXEC))
@@ -34,7 +36,7 @@ int InstanceServer::receive()
     const std::lock_guard lock(guard);
     int activations = 0;
     admit();
-    std::erase_if(peers, [&activations](const posix::FileDescriptor& peer) {
+    std::erase_if(peers, [&activations](const descriptors::FileDescriptor& peer) {
         return !serve(peer, activations);
     });
     return activations;
@@ -47,14 +49,14 @@ void InstanceServer::sendExit(int status)
     }
     const std::lock_guard lock(guard);
     admit();
-    for (const posix::FileDescriptor& peer : peers) {
+    for (const descriptors::FileDescriptor& peer : peers) {
         sendMessage(peer, exitMessage(status));
     }
 }
 
 void InstanceServer::admit()
 {
-    for (posix::FileDescriptor peer = acceptFrom(listener); peer.isOpen();
+    for (descriptors::FileDescriptor peer = acceptFrom(listener); peer.isOpen();
          peer = acceptFrom(listener)) {
         const std::optional<Peer> facts = peerOf(peer);
         const bool isOwnUser = facts.has_value() && facts->user == ::geteuid();
@@ -65,7 +67,7 @@ void InstanceServer::admit()
 }
 
 // False when the peer has gone.
-bool InstanceServer::serve(const posix::FileDescriptor& peer, int& activations)
+bool InstanceServer::serve(const descriptors::FileDescriptor& peer, int& activations)
 {
     const std::optional<std::string> message = receiveMessage(peer);
     if (!message.has_value()) {

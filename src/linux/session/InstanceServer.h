@@ -3,7 +3,7 @@
 // watchers see the connection close. Never waits for anybody. Any thread.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <mutex>
 #include <vector>
@@ -15,7 +15,7 @@ namespace session {
 class InstanceServer
 {
 public:
-    explicit InstanceServer(posix::FileDescriptor listener);
+    explicit InstanceServer(descriptors::FileDescriptor listener);
 
     /// Readable while `receive` has something to do.
     int fd() const { return interest.get(); }
@@ -28,13 +28,13 @@ public:
 
 private:
     void admit();
-    static bool serve(const posix::FileDescriptor& peer, int& activations);
+    static bool serve(const descriptors::FileDescriptor& peer, int& activations);
 
     const pid_t owner;
     std::mutex guard;
-    posix::FileDescriptor listener;
-    posix::FileDescriptor interest;
-    std::vector<posix::FileDescriptor> peers;
+    descriptors::FileDescriptor listener;
+    descriptors::FileDescriptor interest;
+    std::vector<descriptors::FileDescriptor> peers;
 };
 
 } // namespace session

@@ -15,9 +15,10 @@ namespace {
 constexpr int BACKLOG = 32;
 constexpr std::size_t LONGEST_MESSAGE = 64;
 
-posix::FileDescriptor makeSocket()
+descriptors::FileDescriptor makeSocket()
 {
-    return posix::FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)
+    return descriptors::FileDescriptor(
+        ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)
     );
 }
 
@@ -34,35 +35,35 @@ bool setAddress(sockaddr_un& address, const std::string& path)
 
 } // namespace
 
-posix::FileDescriptor listenAt(const std::string& path)
+descriptors::FileDescriptor listenAt(const std::string& path)
 {
     sockaddr_un address = {};
-    posix::FileDescriptor socket = makeSocket();
+    descriptors::FileDescriptor socket = makeSocket();
     const bool listens =
         socket.isOpen() && setAddress(address, path) &&
         ::bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
         ::listen(socket.get(), BACKLOG) == 0;
-    return listens ? std::move(socket) : posix::FileDescriptor();
+    return listens ? std::move(socket) : descriptors::FileDescriptor();
 }
 
-posix::FileDescriptor connectTo(const std::string& path)
+descriptors::FileDescriptor connectTo(const std::string& path)
 {
     sockaddr_un address = {};
-    posix::FileDescriptor socket = makeSocket();
+    descriptors::FileDescriptor socket = makeSocket();
     const bool connected =
         socket.isOpen() && setAddress(address, path) &&
         ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    return connected ? std::move(socket) : posix::FileDescriptor();
+    return connected ? std::move(socket) : descriptors::FileDescriptor();
 }
 
-posix::FileDescriptor acceptFrom(const posix::FileDescriptor& listener)
+descriptors::FileDescriptor acceptFrom(const descriptors::FileDescriptor& listener)
 {
-    return posix::FileDescriptor(
+    return descriptors::FileDescriptor(
         ::accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)
     );
 }
 
-std::optional<Peer> peerOf(const posix::FileDescriptor& socket)
+std::optional<Peer> peerOf(const descriptors::FileDescriptor& socket)
 {
     ucred credentials = {};
     socklen_t size = sizeof credentials;
@@ -72,14 +73,14 @@ std::optional<Peer> peerOf(const posix::FileDescriptor& socket)
     return Peer{credentials.pid, credentials.uid};
 }
 
-bool sendMessage(const posix::FileDescriptor& socket, const std::string& text)
+bool sendMessage(const descriptors::FileDescriptor& socket, const std::string& text)
 {
     const ssize_t sent =
         ::send(socket.get(), text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     return sent == static_cast<ssize_t>(text.size());
 }
 
-std::optional<std::string> receiveMessage(const posix::FileDescriptor& socket)
+std::optional<std::string> receiveMessage(const descriptors::FileDescriptor& socket)
 {
     std::array<char, LONGEST_MESSAGE> buffer{};
     const ssize_t size = ::recv(socket.get(), buffer.data(), buffer.size(), MSG_DONTWAIT);
@@ -89,7 +90,7 @@ std::optional<std::string> receiveMessage(const posix::FileDescriptor& socket)
     return std::string(buffer.data(), size > 0 ? static_cast<std::size_t>(size) : 0);
 }
 
-bool waitUntilReadable(const posix::FileDescriptor& descriptor, int milliseconds)
+bool waitUntilReadable(const descriptors::FileDescriptor& descriptor, int milliseconds)
 {
     pollfd wanted = {descriptor.get(), POLLIN, 0};
     return ::poll(&wanted, 1, milliseconds) > 0;

@@ -2,7 +2,7 @@
 // here waits and none raises SIGPIPE.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <optional>
 #include <string>
@@ -18,23 +18,23 @@ struct Peer
 };
 
 /// Listens at `path`, which must not exist. Not open when that fails; errno says why.
-posix::FileDescriptor listenAt(const std::string& path);
+descriptors::FileDescriptor listenAt(const std::string& path);
 
 /// Not open when nobody listens at `path`.
-posix::FileDescriptor connectTo(const std::string& path);
+descriptors::FileDescriptor connectTo(const std::string& path);
 
 /// Not open when nobody is waiting to be let in.
-posix::FileDescriptor acceptFrom(const posix::FileDescriptor& listener);
+descriptors::FileDescriptor acceptFrom(const descriptors::FileDescriptor& listener);
 
 /// Who made the other end: the process that listened or connected.
-std::optional<Peer> peerOf(const posix::FileDescriptor& socket);
+std::optional<Peer> peerOf(const descriptors::FileDescriptor& socket);
 
-bool sendMessage(const posix::FileDescriptor& socket, const std::string& text);
+bool sendMessage(const descriptors::FileDescriptor& socket, const std::string& text);
 
 /// One message; empty text when the other end is closed; nothing when none has arrived yet.
-std::optional<std::string> receiveMessage(const posix::FileDescriptor& socket);
+std::optional<std::string> receiveMessage(const descriptors::FileDescriptor& socket);
 
 /// False when `milliseconds` pass before the descriptor can be read or its other end closes.
-bool waitUntilReadable(const posix::FileDescriptor& descriptor, int milliseconds);
+bool waitUntilReadable(const descriptors::FileDescriptor& descriptor, int milliseconds);
 
 } // namespace session

@@ -14,27 +14,27 @@ namespace {
 
 constexpr auto NAME = "com.quorvent.Tarvel";
 
-bool isOwn(const posix::FileDescriptor& directory, mode_t forbidden)
+bool isOwn(const descriptors::FileDescriptor& directory, mode_t forbidden)
 {
     struct stat facts = {};
     return ::fstat(directory.get(), &facts) == 0 && facts.st_uid == ::geteuid() &&
            (facts.st_mode & forbidden) == 0;
 }
 
-posix::FileDescriptor openDirectory(int parent, const std::string& path, int flags)
+descriptors::FileDescriptor openDirectory(int parent, const std::string& path, int flags)
 {
-    return posix::FileDescriptor(
+    return descriptors::FileDescriptor(
         ::openat(parent, path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags)
     );
 }
 
-posix::FileDescriptor openPrivate(int parent, const std::string& path, std::string& problem)
+descriptors::FileDescriptor openPrivate(int parent, const std::string& path, std::string& problem)
 {
     if (::mkdirat(parent, path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
         problem += path + ": " + std::generic_category().message(errno) + "; ";
         return {};
     }
-    posix::FileDescriptor directory = openDirectory(parent, path, O_NOFOLLOW);
+    descriptors::FileDescriptor directory = openDirectory(parent, path, O_NOFOLLOW);
     if (!directory.isOpen() || !isOwn(directory, S_IRWXG | S_IRWXO)) {
         problem += path + ": not a private folder of this user; ";
         return {};
@@ -44,13 +44,13 @@ posix::FileDescriptor openPrivate(int parent, const std::string& path, std::stri
     return directory;
 }
 
-posix::FileDescriptor openRuntimeDirectory(std::string& problem)
+descriptors::FileDescriptor openRuntimeDirectory(std::string& problem)
 {
     const char* path = ::secure_getenv("XDG_RUNTIME_DIR");
     if (path == nullptr || *path != '/') {
         return {};
     }
-    posix::FileDescriptor parent = openDirectory(AT_FDCWD, path, 0);
+    descriptors::FileDescriptor parent = openDirectory(AT_FDCWD, path, 0);
     if (!parent.isOpen() || !isOwn(parent, S_IWGRP | S_IWOTH)) {
         problem += std::string(path) + ": not this user's folder; ";
         return {};
@@ -60,9 +60,9 @@ posix::FileDescriptor openRuntimeDirectory(std::string& problem)
 
 } // namespace
 
-posix::FileDescriptor openSessionDirectory(std::string& problem)
+descriptors::FileDescriptor openSessionDirectory(std::string& problem)
 {
-    posix::FileDescriptor directory = openRuntimeDirectory(problem);
+    descriptors::FileDescriptor directory = openRuntimeDirectory(problem);
     if (directory.isOpen()) {
         return directory;
     }
@@ -70,7 +70,7 @@ posix::FileDescriptor openSessionDirectory(std::string& problem)
     return openPrivate(AT_FDCWD, path, problem);
 }
 
-std::string pathIn(const posix::FileDescriptor& directory, const std::string& name)
+std::string pathIn(const descriptors::FileDescriptor& directory, const std::string& name)
 {
     return "/proc/self/fd/" + std::to_string(directory.get()) + "/" + name;
 }

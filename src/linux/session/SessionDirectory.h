@@ -2,7 +2,7 @@
 // it: it is this user's own, mode 0700, and not reached through a link.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <string>
 
@@ -10,9 +10,9 @@ namespace session {
 
 /// Opens the folder, made where it is missing: in XDG_RUNTIME_DIR, or in /tmp where that cannot be
 /// used. Not open when neither can be; `problem` then says why.
-posix::FileDescriptor openSessionDirectory(std::string& problem);
+descriptors::FileDescriptor openSessionDirectory(std::string& problem);
 
 /// A path that reaches `name` in the folder, short enough for a socket address.
-std::string pathIn(const posix::FileDescriptor& directory, const std::string& name);
+std::string pathIn(const descriptors::FileDescriptor& directory, const std::string& name);
 
 } // namespace session

@@ -22,8 +22,8 @@ namespace session {
 
 struct SessionInstance::Holding
 {
-    posix::FileDescriptor directory;
-    posix::FileDescriptor lock;
+    descriptors::FileDescriptor directory;
+    descriptors::FileDescriptor lock;
     std::unique_ptr<InstanceServer> server;
 };
 
@@ -39,25 +39,29 @@ std::string lastError()
     return std::generic_category().message(errno);
 }
 
-posix::FileDescriptor openLock(const posix::FileDescriptor& directory, const std::string& name)
+descriptors::FileDescriptor
+openLock(const descriptors::FileDescriptor& directory, const std::string& name)
 {
     constexpr int FLAGS = O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW;
     const std::string file = lockName(name);
-    return posix::FileDescriptor(::openat(directory.get(), file.c_str(), FLAGS, S_IRUSR | S_IWUSR));
+    return descriptors::FileDescriptor(
+        ::openat(directory.get(), file.c_str(), FLAGS, S_IRUSR | S_IWUSR)
+    );
 }
 
 // Appears under its name in one step and replaces what a crashed predecessor left: whoever finds
 // the socket of a living process can connect to it.
-posix::FileDescriptor openListener(const posix::FileDescriptor& directory, const std::string& name)
+descriptors::FileDescriptor
+openListener(const descriptors::FileDescriptor& directory, const std::string& name)
 {
     const std::string fresh = name + ".new";
     const std::string final = socketName(name);
     ::unlinkat(directory.get(), fresh.c_str(), 0);
-    posix::FileDescriptor listener = listenAt(pathIn(directory, fresh));
+    descriptors::FileDescriptor listener = listenAt(pathIn(directory, fresh));
     const bool stands =
         listener.isOpen() &&
         ::renameat(directory.get(), fresh.c_str(), directory.get(), final.c_str()) == 0;
-    return stands ? std::move(listener) : posix::FileDescriptor();
+    return stands ? std::move(listener) : descriptors::FileDescriptor();
 }
 
 enum class HandOver
@@ -69,7 +73,7 @@ enum class HandOver
 
 HandOver handOver(const std::string& path, std::chrono::milliseconds patience)
 {
-    const posix::FileDescriptor socket = connectTo(path);
+    const descriptors::FileDescriptor socket = connectTo(path);
     const std::optional<Peer> first = peerOf(socket);
     if (!first.has_value() || first->user != ::geteuid() || !sendMessage(socket, ACTIVATE)) {
         return HandOver::NobodyThere;
@@ -87,9 +91,9 @@ SessionInstance::SessionInstance(const std::string& program) : name(sessionName(
 Acquired SessionInstance::acquire(SecondStart secondStart)
 {
     std::string problem;
-    posix::FileDescriptor directory = openSessionDirectory(problem);
-    posix::FileDescriptor lock =
-        directory.isOpen() ? openLock(directory, name) : posix::FileDescriptor();
+    descriptors::FileDescriptor directory = openSessionDirectory(problem);
+    descriptors::FileDescriptor lock =
+        directory.isOpen() ? openLock(directory, name) : descriptors::FileDescriptor();
     if (!lock.isOpen()) {
         report("cannot tell whether " + name + " runs already: " + problem + lastError());
         return Acquired::First;
@@ -118,9 +122,9 @@ Acquired SessionInstance::acquire(SecondStart secondStart)
     }
 }
 
-void SessionInstance::hold(posix::FileDescriptor directory, posix::FileDescriptor lock)
+void SessionInstance::hold(descriptors::FileDescriptor directory, descriptors::FileDescriptor lock)
 {
-    posix::FileDescriptor listener = openListener(directory, name);
+    descriptors::FileDescriptor listener = openListener(directory, name);
     if (!listener.isOpen()) {
         report(name + " cannot be reached by others: " + lastError());
     }

@@ -4,7 +4,7 @@
 // whatever becomes of this object. One thread, but `announceExit` may be called on any.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <functional>
 #include <string>
@@ -51,7 +51,7 @@ public:
 private:
     struct Holding;
 
-    void hold(posix::FileDescriptor directory, posix::FileDescriptor lock);
+    void hold(descriptors::FileDescriptor directory, descriptors::FileDescriptor lock);
     void report(const std::string& problem) const;
 
     const std::string name;

@@ -1,6 +1,6 @@
 #include "linux/session/SessionWatch.h"
 
-#include "linux/posix/ProcessDescriptor.h"
+#include "linux/descriptors/ProcessDescriptor.h"
 #include "linux/session/LocalSocket.h"
 #include "linux/session/SessionDirectory.h"
 #include "linux/session/SessionMessage.h"
@@ -11,17 +11,17 @@ namespace session {
 std::unique_ptr<SessionWatch> SessionWatch::open(const std::string& program)
 {
     std::string problem;
-    const posix::FileDescriptor directory = openSessionDirectory(problem);
+    const descriptors::FileDescriptor directory = openSessionDirectory(problem);
     if (!directory.isOpen()) {
         return nullptr;
     }
-    posix::FileDescriptor connection =
+    descriptors::FileDescriptor connection =
         connectTo(pathIn(directory, socketName(sessionName(program))));
     const std::optional<Peer> peer = peerOf(connection);
     if (!peer.has_value() || peer->user != ::geteuid()) {
         return nullptr;
     }
-    posix::FileDescriptor process = posix::openProcess(peer->processIdentifier);
+    descriptors::FileDescriptor process = descriptors::openProcess(peer->processIdentifier);
     // The connection is still up: the identifier has not passed to another process meanwhile.
     if (!process.isOpen() || waitUntilReadable(connection, 0)) {
         return nullptr;
@@ -32,7 +32,7 @@ std::unique_ptr<SessionWatch> SessionWatch::open(const std::string& program)
 }
 
 SessionWatch::SessionWatch(
-    pid_t identifier, posix::FileDescriptor connection, posix::FileDescriptor process
+    pid_t identifier, descriptors::FileDescriptor connection, descriptors::FileDescriptor process
 )
     : identifier(identifier),
       connection(std::move(connection)),

@@ -2,7 +2,7 @@
 // started it. One thread.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <memory>
 #include <optional>
@@ -29,11 +29,15 @@ public:
     std::optional<int> exitStatus();
 
 private:
-    SessionWatch(pid_t identifier, posix::FileDescriptor connection, posix::FileDescriptor process);
+    SessionWatch(
+        pid_t identifier,
+        descriptors::FileDescriptor connection,
+        descriptors::FileDescriptor process
+    );
 
     const pid_t identifier;
-    posix::FileDescriptor connection;
-    posix::FileDescriptor process;
+    descriptors::FileDescriptor connection;
+    descriptors::FileDescriptor process;
     std::optional<int> status;
 };
 

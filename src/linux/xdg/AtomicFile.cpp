@@ -1,6 +1,6 @@
 #include "linux/xdg/AtomicFile.h"
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -17,7 +17,7 @@ namespace {
 /// All of it on the disk, or false.
 bool writeWhole(const std::string& path, const std::string& text, unsigned mode)
 {
-    const posix::FileDescriptor file(
+    const descriptors::FileDescriptor file(
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, mode)
     );
     std::size_t written = 0;

@@ -1,6 +1,6 @@
 #include "linux/xdg/FileText.h"
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -57,7 +57,7 @@ std::optional<FolderIdentity> identityOf(const std::string& folder)
 std::optional<std::string> readText(const std::string& path)
 {
     // Without blocking: a pipe in the folder must not hold anything up.
-    const posix::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const descriptors::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
 
     struct stat status
     {

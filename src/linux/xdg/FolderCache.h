@@ -118,7 +118,7 @@ private:
             return !name.ends_with(suffix);
         });
         for (const std::string& name : names.files) {
-            read(path + "/" + name);
+            read(std::string(path).append("/").append(name));
         }
         return {std::move(names.files), std::move(names.folders)};
     }

@@ -28,7 +28,7 @@ void FolderChanges::add(const FolderChanges& more)
 
 bool FolderWatch::start()
 {
-    notifications = posix::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    notifications = descriptors::FileDescriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     if (!notifications.isOpen()) {
         return false;
     }

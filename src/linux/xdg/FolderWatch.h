@@ -2,7 +2,7 @@
 // thread.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 #include "linux/proc/PollThread.h"
 
 #include <cstdint>
@@ -50,7 +50,7 @@ private:
     );
 
     proc::PollThread& thread;
-    posix::FileDescriptor notifications;
+    descriptors::FileDescriptor notifications;
     std::map<int, std::set<std::string>> watched; // by the kernel's number
     /// The nearest folder that is there, by what is missing: the name to wait for in it.
     std::map<int, std::map<std::string, std::string>> standingForMissing;

@@ -18,7 +18,7 @@ class SessionDirectory : public testing::Test
 protected:
     std::string openedPath()
     {
-        const posix::FileDescriptor directory = session::openSessionDirectory(problem);
+        const descriptors::FileDescriptor directory = session::openSessionDirectory(problem);
         return directory.isOpen()
                    ? std::filesystem::canonical(session::pathIn(directory, ".")).string()
                    : "";

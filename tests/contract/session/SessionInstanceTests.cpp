@@ -73,7 +73,7 @@ protected:
 
     static void pollEnd(const session::SessionWatch& watch)
     {
-        const posix::FileDescriptor copy(::dup(watch.fd()));
+        const descriptors::FileDescriptor copy(::dup(watch.fd()));
         ASSERT_TRUE(session::waitUntilReadable(copy, PATIENCE_MILLISECONDS));
         EXPECT_TRUE(watch.hasEnded());
     }
@@ -104,7 +104,7 @@ void connectAs(uid_t user, const std::string& path)
     if (::setuid(user) != 0) {
         ::_exit(2);
     }
-    const posix::FileDescriptor socket = session::connectTo(path);
+    const descriptors::FileDescriptor socket = session::connectTo(path);
     if (!socket.isOpen()) {
         ::_exit(3);
     }
@@ -303,7 +303,7 @@ TEST_F(SessionInstance, WatchersThatNeverReadOrHaveGoneDoNotDisturbTheEnd)
 TEST_F(SessionInstance, UnknownMessagesAreIgnored)
 {
     const auto first = startFirst();
-    const posix::FileDescriptor stranger = session::connectTo(socketPath());
+    const descriptors::FileDescriptor stranger = session::connectTo(socketPath());
     ASSERT_TRUE(stranger.isOpen());
     EXPECT_TRUE(session::sendMessage(stranger, std::string(60, 'x')));
 

@@ -2,12 +2,12 @@
 // all that it held.
 #pragma once
 
-#include "linux/posix/FileDescriptor.h"
+#include "linux/descriptors/FileDescriptor.h"
 
 #include <sys/syscall.h>
 #include <sys/types.h>
 
-namespace posix {
+namespace descriptors {
 
 /// Not open when there is no such process.
 inline FileDescriptor openProcess(pid_t identifier)
@@ -16,4 +16,4 @@ inline FileDescriptor openProcess(pid_t identifier)
     return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, identifier, 0)));
 }
 
-} // namespace posix
+} // namespace descriptors

@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-namespace posix {
+namespace descriptors {
 
 class FileDescriptor
 {
@@ -43,4 +43,4 @@ private:
     int number = -1;
 };
 
-} // namespace posix
+} // namespace descriptors
