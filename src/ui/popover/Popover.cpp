@@ -4,6 +4,7 @@
 #include "platform/Windows.h"
 #include "toolkit/ScreenGeometry.h"
 #include "ui/popover/PopoverPlacement.h"
+#include "ui/views/BringForward.h"
 #include "ui/views/GrayGradientView.h"
 #include "ui/views/Theme.h"
 
@@ -73,7 +74,7 @@ void Popover::showAtItem(const std::optional<platform::Rect>& item)
         appear(AT_ITEM, windows.composited());
         windows.excludeFromWindowsMenu(winId());
     }
-    comeForward();
+    bringForward(*this);
 }
 
 void Popover::follow(const platform::Rect& item)
@@ -91,7 +92,7 @@ void Popover::showAsWindow()
         anchor.reset();
         appear(AS_WINDOW, false);
     }
-    comeForward();
+    bringForward(*this);
 }
 
 void Popover::appear(Qt::WindowFlags flags, bool wantedRounded)
@@ -131,13 +132,6 @@ void Popover::place()
     }
 }
 
-void Popover::comeForward()
-{
-    show();
-    raise();
-    activateWindow();
-}
-
 void Popover::closePopover()
 {
     if (!shown) {
@@ -145,6 +139,9 @@ void Popover::closePopover()
     }
     shown = false;
     hide();
+    // The keyboard leaves with the window. One that is only hidden still counts as having it until
+    // the display says otherwise, which closes a popover that was opened again meanwhile.
+    destroy();
     contentViewController.viewDidDisappear();
 }
 

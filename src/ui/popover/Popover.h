@@ -56,7 +56,6 @@ private:
     void appear(Qt::WindowFlags flags, bool wantedRounded);
     void setRounded(bool wanted);
     void place();
-    void comeForward();
 
     bool isAtItem() const { return anchor.has_value(); }
 

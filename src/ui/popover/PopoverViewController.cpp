@@ -108,10 +108,10 @@ void PopoverViewController::setUpSwitches()
     startAtLoginCheckboxOutlet->setChecked(startAtLogin);
     setLight(*activateApplicationLightOutlet, applicationIsActive);
     setLight(*startAtLoginLightOutlet, startAtLogin);
-    QObject::connect(activateApplicationCheckboxOutlet.get(), &QCheckBox::clicked, &view(), [this] {
+    QObject::connect(activateApplicationCheckboxOutlet.get(), &QCheckBox::toggled, &view(), [this] {
         activateApplicationCheckboxClick();
     });
-    QObject::connect(startAtLoginCheckboxOutlet.get(), &QCheckBox::clicked, &view(), [this] {
+    QObject::connect(startAtLoginCheckboxOutlet.get(), &QCheckBox::toggled, &view(), [this] {
         startApplicationAtLoginCheckboxClick();
     });
 }

@@ -1,5 +1,6 @@
 #include "ui/views/PanelWindow.h"
 
+#include "ui/views/BringForward.h"
 #include "ui/views/GrayGradientView.h"
 
 #include <QCloseEvent>
@@ -30,9 +31,7 @@ void PanelWindow::makeKeyAndOrderFront()
 {
     setAttribute(Qt::WA_ShowWithoutActivating, false);
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    bringForward(*this);
 }
 
 void PanelWindow::setBackgroundColor(const QColor& color)

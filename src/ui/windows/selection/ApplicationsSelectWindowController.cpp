@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <cstdlib>
@@ -103,12 +104,12 @@ void ApplicationsSelectWindowController::setUpCheckBoxes()
 {
     QCheckBox& administrative = *lockAdministrativeApplicationsCheckboxOutlet;
     administrative.setChecked(lockAdministrativeApplications);
-    QObject::connect(&administrative, &QCheckBox::clicked, &administrative, [this] {
+    QObject::connect(&administrative, &QCheckBox::toggled, &administrative, [this] {
         lockAdministrativeApplicationsButtonClick();
     });
     QCheckBox& running = *showRunningApplicationsOnlyCheckboxOutlet;
     running.setChecked(showRunningApplicationsOnly);
-    QObject::connect(&running, &QCheckBox::clicked, &running, [this] {
+    QObject::connect(&running, &QCheckBox::toggled, &running, [this] {
         showRunningApplicationsButtonClick();
     });
     administrativeHelpButton->initiate(0, true);
@@ -130,6 +131,8 @@ void ApplicationsSelectWindowController::showServiceWindow(
     showRunningApplicationsOnly = runningOnly;
     recomputeFilter();
     if (isWindowLoaded()) {
+        const QSignalBlocker first(lockAdministrativeApplicationsCheckboxOutlet.get());
+        const QSignalBlocker second(showRunningApplicationsOnlyCheckboxOutlet.get());
         lockAdministrativeApplicationsCheckboxOutlet->setChecked(administrative);
         showRunningApplicationsOnlyCheckboxOutlet->setChecked(runningOnly);
         reloadRows();
