@@ -25,7 +25,7 @@ void announceAssistiveTools(const desktop::BusConnection& session)
     desktop::callAndWait(session, call);
 }
 
-desktop::BusConnection openBus(const desktop::BusConnection& session)
+std::string addressFrom(const desktop::BusConnection& session)
 {
     const auto call = desktop::newCall(session, SERVICE, SERVICE_PATH, SERVICE, "GetAddress");
     const auto answer = desktop::callAndWait(session, call);
@@ -33,6 +33,11 @@ desktop::BusConnection openBus(const desktop::BusConnection& session)
     if (sd_bus_message_read(answer.get(), "s", &address) < 0) {
         throw desktop::Failure("the accessibility bus has no address");
     }
+    return address;
+}
+
+desktop::BusConnection open(const std::string& address)
+{
     desktop::BusConnection bus = desktop::connectToBus(address);
     if (!bus) {
         throw desktop::Failure("nobody answers on the accessibility bus");
@@ -51,7 +56,8 @@ AccessibilityBus::AccessibilityBus(desktop::Desktop& desktop)
         throw desktop::Failure("the accessibility bus does not come up");
     }
     const auto session = desktop::connectToBus(desktop.bus().address());
-    bus = std::make_shared<const desktop::BusConnection>(openBus(session));
+    busAddress = addressFrom(session);
+    bus = std::make_shared<const desktop::BusConnection>(open(busAddress));
     static_cast<void>(programs()); // the question starts the registry
     announceAssistiveTools(session);
 }

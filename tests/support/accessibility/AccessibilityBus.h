@@ -19,11 +19,14 @@ public:
     /// Returns when programs can come; throws `desktop::Failure` when it does not come to that.
     explicit AccessibilityBus(desktop::Desktop& desktop);
 
+    [[nodiscard]] const std::string& address() const { return busAddress; }
+
     /// The programs that show themselves, oldest first. None is no failure.
     [[nodiscard]] std::vector<Node> programs() const;
 
 private:
     desktop::ChildProcess launcher;
+    std::string busAddress;
     Node::Bus bus;
 };
 

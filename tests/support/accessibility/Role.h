@@ -9,6 +9,7 @@ enum class Role : std::uint32_t
 {
     CheckBox = 7,
     Label = 29,
+    List = 31,
     ListItem = 32,
     MenuItem = 35,
     PasswordText = 40,

@@ -5,6 +5,8 @@
 #include "desktop/TemporaryFolder.h"
 #include "desktop/Wait.h"
 
+#include <iomanip>
+#include <sstream>
 #include <string>
 
 namespace desktop {
@@ -14,26 +16,35 @@ namespace {
 constexpr std::chrono::seconds TIMEOUT{30};
 constexpr auto WATCHER = "org.kde.StatusNotifierWatcher";
 
-ChildProcess startTint2(Desktop& desktop)
+std::string inWords(Pixel colour)
+{
+    std::ostringstream text;
+    text << '#' << std::hex << std::setw(6) << std::setfill('0') << colour;
+    return text.str();
+}
+
+ChildProcess startTint2(Desktop& desktop, Pixel ground)
 {
     const auto configuration = desktop.home() / "tint2rc";
     writeFile(
         configuration,
         "panel_items = S\npanel_size = 100% 32\npanel_position = bottom left horizontal\n"
         "panel_padding = 0 0 0\nsystray_padding = 0 0 0\nsystray_icon_size = 24\n"
-        "rounded = 0\nbackground_color = #203040 100\npanel_background_id = 1\n"
+        "rounded = 0\nbackground_color = " +
+            inWords(ground) + " 100\npanel_background_id = 1\n"
     );
     return desktop.start({"tint2", "-c", configuration.string()});
 }
 
-ChildProcess startLxqtPanel(Desktop& desktop)
+ChildProcess startLxqtPanel(Desktop& desktop, Pixel ground)
 {
     const auto folder = desktop.home() / ".config/lxqt";
     std::filesystem::create_directories(folder);
     writeFile(
         folder / "panel.conf",
         "panels=panel1\n[panel1]\nplugins=statusnotifier\nposition=Bottom\ndesktop=0\n"
-        "panelSize=32\niconSize=22\n[statusnotifier]\nalignment=Left\ntype=statusnotifier\n"
+        "panelSize=32\niconSize=22\nbackground-color=" +
+            inWords(ground) + "\n[statusnotifier]\nalignment=Left\ntype=statusnotifier\n"
     );
     return desktop.start({"lxqt-panel"});
 }
@@ -68,25 +79,29 @@ bool hasHost(PrivateBus& sessionBus)
 
 } // namespace
 
-StatusPanel::StatusPanel(Desktop& desktop, Kind kind)
-    : panel(kind == Kind::SystemTray ? startTint2(desktop) : startLxqtPanel(desktop))
+StatusPanel::StatusPanel(Desktop& desktop, Kind kind, Pixel ground)
+    : panel(
+          kind == Kind::SystemTray ? startTint2(desktop, ground) : startLxqtPanel(desktop, ground)
+      )
 {
     const bool isTray = kind == Kind::SystemTray;
     const std::string name = isTray ? "Tint2" : "lxqt-panel";
-    xcb_window_t window = XCB_NONE;
     const bool isUp = waitUntil(
         [&] {
-            window = desktop.windows().ofClass(name);
-            return window != XCB_NONE && desktop.windows().isViewable(window) &&
-                   (isTray ? hasTray(desktop.connection()) : hasHost(desktop.bus()));
+            const xcb_window_t window = desktop.windows().ofClass(name);
+            if (window == XCB_NONE || !desktop.windows().isViewable(window) ||
+                !(isTray ? hasTray(desktop.connection()) : hasHost(desktop.bus()))) {
+                return false;
+            }
+            const Rectangle place = desktop.windows().placeOf(window);
+            first = {place.x, place.y, place.height, place.height};
+            return capture(desktop.connection(), place).contains(ground);
         },
         TIMEOUT
     );
     if (!isUp) {
         throw Failure("no status area comes with " + name);
     }
-    const Rectangle place = desktop.windows().placeOf(window);
-    first = {place.x, place.y, place.height, place.height};
 }
 
 } // namespace desktop

@@ -4,6 +4,7 @@
 
 #include "desktop/ChildProcess.h"
 #include "desktop/Desktop.h"
+#include "desktop/Pixels.h"
 
 namespace desktop {
 
@@ -16,8 +17,12 @@ public:
         StatusNotifier // lxqt-panel: over the session bus
     };
 
-    /// Returns when items can come; throws `Failure` when it does not come to that.
-    StatusPanel(Desktop& desktop, Kind kind);
+    static constexpr Pixel LIGHT = 0xE6E6E6;
+    static constexpr Pixel DARK = 0x202428;
+
+    /// Returns when the panel is drawn, on this ground, and items can come; throws `Failure` when
+    /// it does not come to that.
+    StatusPanel(Desktop& desktop, Kind kind, Pixel ground = LIGHT);
 
     ChildProcess& process() { return panel; }
 

@@ -47,6 +47,11 @@ inline Control field(const std::string& name)
     return {.role = accessibility::Role::Text, .name = name};
 }
 
+inline Control list(const std::string& name)
+{
+    return {.role = accessibility::Role::List, .name = name};
+}
+
 inline Control row(const std::string& name, const std::string& window = {})
 {
     return {.role = accessibility::Role::ListItem, .name = name, .window = window};

@@ -4,6 +4,7 @@
 #include "desktop/Failure.h"
 #include "desktop/Wait.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace person {
@@ -28,6 +29,8 @@ std::string inWords(std::optional<Role> role)
         return "check box";
     case Role::Label:
         return "label";
+    case Role::List:
+        return "list";
     case Role::ListItem:
         return "row";
     case Role::MenuItem:
@@ -140,10 +143,37 @@ void Person::focus(const Control& control) const
 
 void Person::waitForFocusOn(const Control& control) const
 {
-    waitUntil(inWords(control) + " has the keyboard", [&] {
-        const auto node = glimpse(control);
-        return node && node->is(State::Focused) && desk.windows().focused() != XCB_NONE;
-    });
+    waitUntil(inWords(control) + " has the keyboard", [&] { return hasFocus(control); });
+}
+
+bool Person::hasFocus(const Control& control) const
+{
+    const auto node = glimpse(control);
+    return node && node->is(State::Focused) && keysGoToAgent();
+}
+
+std::optional<Node> Person::focused() const
+{
+    if (!keysGoToAgent()) {
+        return std::nullopt;
+    }
+    std::vector<Node> found;
+    for (const Node& window : windows()) {
+        // A list's current row says so of itself even when the list has not got the keyboard.
+        const auto inIt = accessibility::findAll(window, [](const Node& node) {
+            return node.is(State::Focused) && !node.is(Role::ListItem);
+        });
+        found.insert(found.end(), inIt.begin(), inIt.end());
+    }
+    return found.empty() ? std::nullopt : std::optional(found.back());
+}
+
+/// The toolkit says what has its focus a moment before keys that are typed go there.
+bool Person::keysGoToAgent() const
+{
+    const xcb_window_t window = desk.windows().focused();
+    return window > XCB_INPUT_FOCUS_POINTER_ROOT && window != desk.connection().root() &&
+           window == desk.windows().active();
 }
 
 Rectangle Person::placeOf(const Control& control) const
@@ -172,6 +202,15 @@ void Person::clickAt(const Rectangle& place) const
     );
 }
 
+void Person::clickAtEndOf(const Control& row) const
+{
+    constexpr std::uint16_t BUTTON = 48;
+    Rectangle place = placeOf(row);
+    place.x = static_cast<std::int16_t>(place.x + place.width - BUTTON);
+    place.width = BUTTON;
+    clickAt(place);
+}
+
 void Person::write(const std::string& text, const Control& field) const
 {
     focus(field);
@@ -188,6 +227,32 @@ void Person::type(const std::string& text) const
 void Person::press(std::uint32_t key, const std::vector<std::uint32_t>& held) const
 {
     desk.input().press(key, held);
+}
+
+void Person::goTo(const Control& menuItem) const
+{
+    constexpr int MOST = 20;
+    waitUntil("a menu is open", [this] { return isMenuOpen(); });
+    for (int steps = 0; steps < MOST; ++steps) {
+        const auto before = keyboard.last();
+        press(desktop::KEY_DOWN);
+        waitUntil("the menu goes on", [&] { return keyboard.last() != before; });
+        const auto entry = keyboard.last();
+        if (entry->is(*menuItem.role) && entry->name() == menuItem.name) {
+            return;
+        }
+    }
+    throw desktop::Failure("the menu does not lead to " + inWords(menuItem));
+}
+
+/// Menus are windows of the agent that no window manager has put into a frame.
+bool Person::isMenuOpen() const
+{
+    desktop::WindowList& list = desk.windows();
+    const auto windows = list.viewableTopLevels();
+    return std::any_of(windows.begin(), windows.end(), [&list](xcb_window_t window) {
+        return list.classOf(window) == PROGRAM;
+    });
 }
 
 std::vector<std::string> Person::rows() const

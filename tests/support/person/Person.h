@@ -4,6 +4,7 @@
 #pragma once
 
 #include "accessibility/AccessibilityBus.h"
+#include "accessibility/FocusWatch.h"
 #include "accessibility/Node.h"
 #include "desktop/Desktop.h"
 #include "person/Control.h"
@@ -19,7 +20,7 @@ class Person
 {
 public:
     /// Must be there before the agent starts.
-    explicit Person(desktop::Desktop& desk) : desk(desk), tools(desk) {}
+    explicit Person(desktop::Desktop& desk) : desk(desk), tools(desk), keyboard(tools.address()) {}
 
     /// What the screen shows now; nothing where no such thing is to be seen.
     [[nodiscard]] std::optional<accessibility::Node> glimpse(const Control& control) const;
@@ -42,6 +43,9 @@ public:
     void click(const Control& control) const;
     void clickAt(const desktop::Rectangle& place) const;
 
+    /// On the button that a row has at its end.
+    void clickAtEndOf(const Control& row) const;
+
     /// Where a thing is once it stays where it is.
     desktop::Rectangle placeOf(const Control& control) const;
 
@@ -49,6 +53,13 @@ public:
     void write(const std::string& text, const Control& field) const;
     void type(const std::string& text) const;
     void press(std::uint32_t key, const std::vector<std::uint32_t>& held = {}) const;
+
+    /// What has the keyboard, the list where it is a row; nothing where none of the agent's windows has it.
+    [[nodiscard]] std::optional<accessibility::Node> focused() const;
+    [[nodiscard]] bool hasFocus(const Control& control) const;
+
+    /// Goes through the menu that is open until this entry has the keyboard.
+    void goTo(const Control& menuItem) const;
 
     /// Waits until this has the keyboard.
     void waitForFocusOn(const Control& control) const;
@@ -61,9 +72,12 @@ public:
 
 private:
     std::vector<accessibility::Node> windows() const;
+    bool keysGoToAgent() const;
+    bool isMenuOpen() const;
 
     desktop::Desktop& desk;
     accessibility::AccessibilityBus tools;
+    mutable accessibility::FocusWatch keyboard;
 };
 
 } // namespace person

@@ -1,0 +1,113 @@
+#include "session/interface/InterfaceTest.h"
+
+#include "desktop/KeyringItems.h"
+#include "desktop/TemporaryFolder.h"
+
+#include <iostream>
+
+namespace agent {
+
+void InterfaceTest::SetUp()
+{
+    desktop::Desktop::Parts parts;
+    parts.screens = {{0, 0, 1280, 720}};
+    session = std::make_unique<AgentSession>(parts);
+    user = std::make_unique<person::Person>(session->desk);
+    desk().environment["XDG_DATA_DIRS"] = (desk().home() / "no applications").string();
+}
+
+void InterfaceTest::TearDown()
+{
+    if (HasFailure() && user) {
+        std::cerr << session->report() << user->report();
+    }
+}
+
+void InterfaceTest::startAgent()
+{
+    session->startAgent({});
+    user->waitFor(person::window(texts::POPOVER));
+}
+
+void InterfaceTest::startWithPassword(const std::vector<std::string>& applications)
+{
+    session->protect(applications);
+    startAgent();
+}
+
+void InterfaceTest::enterAtGate(const std::string& password)
+{
+    user->write(password, texts::GATE);
+    user->activate(texts::UNLOCK);
+}
+
+void InterfaceTest::unlock()
+{
+    enterAtGate(PASSWORD);
+    user->waitFor(texts::CONTENT);
+}
+
+void InterfaceTest::openPopover()
+{
+    desktop::ChildProcess second = desk().start({AgentSession::agentPath()});
+    ASSERT_EQ(second.waitForExitStatus(PATIENCE), 0);
+    user->waitFor(person::window(texts::POPOVER));
+}
+
+void InterfaceTest::choose(const person::Control& entryOfMenu)
+{
+    user->activate(texts::OPTIONS);
+    user->goTo(entryOfMenu);
+    user->press(desktop::KEY_RETURN);
+}
+
+void InterfaceTest::enterNewPassword(const std::string& password, const std::string& confirmation)
+{
+    user->write(password, texts::NEW_PASSWORD);
+    user->write(confirmation, texts::CONFIRMATION);
+    user->activate(texts::CONFIRM);
+}
+
+void InterfaceTest::answerAlert(const std::string& title, const std::string& message)
+{
+    user->waitFor(person::label(title));
+    user->waitFor(person::label(message));
+    user->activate(texts::ALERT_BUTTON);
+    user->waitForEndOf(person::label(message));
+}
+
+void InterfaceTest::addApplication(
+    const std::string& identifier, const std::string& name, const std::string& categories
+)
+{
+    std::filesystem::copy_file("/usr/bin/xterm", programOf(identifier));
+    desktop::writeFile(
+        desk().home() / ".local/share/applications" / (identifier + ".desktop"),
+        "[Desktop Entry]\nType=Application\nName=" + name +
+            "\nExec=" + programOf(identifier).string() + "\nCategories=" + categories + "\n"
+    );
+}
+
+std::filesystem::path InterfaceTest::programOf(const std::string& identifier)
+{
+    return desk().home() / identifier;
+}
+
+desktop::ChildProcess InterfaceTest::startApplication(const std::string& identifier)
+{
+    return desk().start({programOf(identifier)});
+}
+
+std::optional<std::string> InterfaceTest::setting(const std::string& key)
+{
+    return desktop::lookUpItem(desk().bus().address(), "com.quorvent.Tarvel (" + key + ")");
+}
+
+void InterfaceTest::waitForSetting(const std::string& key, const std::string& value)
+{
+    user->waitUntil(key + " is \"" + value + "\" in the keyring", [&] {
+        return setting(key) == value;
+    });
+}
+
+} // namespace agent

@@ -1,0 +1,182 @@
+// The popover: its gate, its list, its switches, its menu.
+
+#include "desktop/TemporaryFolder.h"
+#include "session/interface/InterfaceTest.h"
+
+namespace agent {
+
+class PopoverUse : public InterfaceTest
+{
+protected:
+    [[nodiscard]] std::filesystem::path autostartFolder() const
+    {
+        return session->desk.home() / ".config/autostart";
+    }
+
+    [[nodiscard]] std::filesystem::path autostartFile() const
+    {
+        return autostartFolder() / "com.quorvent.OlvoHelper.desktop";
+    }
+
+    /// Sees the page shake and come to rest as it was.
+    void enterWrongPassword(const std::string& password)
+    {
+        const desktop::Rectangle atRest = user->placeOf(texts::GATE);
+        enterAtGate(password);
+        user->waitUntil("the page shakes", [&] {
+            return user->find(texts::GATE).place() != atRest;
+        });
+        user->waitUntil("the page rests", [&] {
+            return user->find(texts::GATE).place() == atRest;
+        });
+        EXPECT_FALSE(user->sees(texts::CONTENT));
+    }
+
+    [[nodiscard]] bool isOn(const person::Control& checkBox) const
+    {
+        return user->find(checkBox).is(accessibility::State::Checked);
+    }
+};
+
+TEST_F(PopoverUse, NothingIsShownWithoutThePassword)
+{
+    startWithPassword();
+    EXPECT_FALSE(user->sees(person::window(texts::GREETING)));
+    user->waitFor(texts::GATE);
+    EXPECT_FALSE(user->sees(texts::CONTENT));
+
+    enterWrongPassword("open sesam");
+    enterWrongPassword("");
+
+    unlock();
+    EXPECT_FALSE(user->sees(texts::GATE));
+}
+
+TEST_F(PopoverUse, EveryOpeningAsksForThePassword)
+{
+    startWithPassword();
+    unlock();
+    user->press(desktop::KEY_ESCAPE);
+    user->waitForEndOf(person::window(texts::POPOVER));
+
+    openPopover();
+
+    user->waitForFocusOn(texts::GATE);
+    EXPECT_FALSE(user->sees(texts::CONTENT));
+}
+
+TEST_F(PopoverUse, AProtectedApplicationIsRemovedByItsButtonAndByItsKey)
+{
+    addApplication("garden", "Garden");
+    addApplication("ledger", "Ledger");
+    startWithPassword({"garden", "ledger"});
+    unlock();
+    user->waitFor(person::row("Garden", texts::POPOVER));
+    EXPECT_EQ(user->rows(), (std::vector<std::string>{"Garden", "Ledger"}));
+
+    user->clickAtEndOf(person::row("Garden", texts::POPOVER));
+
+    user->waitForEndOf(person::row("Garden", texts::POPOVER));
+    waitForSetting("Applications", "ledger;");
+    EXPECT_EQ(session->countOf("removeApplicationRequest: Garden"), 1U);
+
+    user->waitForFocusOn(person::row("Ledger", texts::POPOVER));
+    user->press(desktop::KEY_DELETE);
+
+    user->waitFor(texts::NOTHING_PROTECTED);
+    waitForSetting("Applications", "");
+}
+
+TEST_F(PopoverUse, TheSwitchOfTheProtectionIsKept)
+{
+    startWithPassword();
+    unlock();
+    EXPECT_TRUE(isOn(texts::ACTIVE));
+
+    user->activate(texts::ACTIVE);
+    waitForSetting("Active", "0");
+    EXPECT_FALSE(isOn(texts::ACTIVE));
+
+    user->activate(texts::ACTIVE);
+    waitForSetting("Active", "1");
+    EXPECT_TRUE(isOn(texts::ACTIVE));
+}
+
+TEST_F(PopoverUse, TheAutostartFileComesAndGoesWithItsSwitch)
+{
+    startWithPassword();
+    unlock();
+    EXPECT_FALSE(isOn(texts::START_AT_LOGIN));
+
+    user->activate(texts::START_AT_LOGIN);
+    waitForSetting("LoginStart", "1");
+    const std::string entry = desktop::readFile(autostartFile());
+    EXPECT_NE(entry.find(AgentSession::helperPath().string()), std::string::npos) << entry;
+
+    user->activate(texts::START_AT_LOGIN);
+    waitForSetting("LoginStart", "0");
+    EXPECT_FALSE(std::filesystem::exists(autostartFile()));
+}
+
+TEST_F(PopoverUse, AnAutostartFolderThatFailsIsSaidAndNothingIsStored)
+{
+    desktop::writeFile(autostartFolder(), "no folder");
+    startWithPassword();
+    unlock();
+
+    user->activate(texts::START_AT_LOGIN);
+
+    answerAlert(
+        "There was an error",
+        "Tarvel could not be added to the login items. You can check your system's security "
+        "settings or you can restart your Mac and retry"
+    );
+    EXPECT_FALSE(setting("LoginStart").has_value());
+    EXPECT_EQ(session->countOf("startAtLoginConfigurationChanged"), 1U);
+}
+
+TEST_F(PopoverUse, AChangedPasswordCountsFromThenOn)
+{
+    startWithPassword();
+    unlock();
+    choose(texts::CHANGE_PASSWORD);
+    user->waitForFocusOn(texts::NEW_PASSWORD);
+    user->waitForEndOf(person::window(texts::POPOVER));
+
+    enterNewPassword("another", "another");
+
+    user->waitFor(texts::GATE);
+    enterWrongPassword(PASSWORD);
+    enterAtGate("another");
+    user->waitFor(texts::CONTENT);
+    waitForSetting("Password", "another");
+}
+
+TEST_F(PopoverUse, TheMenuOpensHelpAndThePicker)
+{
+    startWithPassword();
+    unlock();
+    choose(texts::HELP_AND_SUPPORT);
+    user->waitFor(person::window(texts::HELP));
+    user->waitForEndOf(person::window(texts::POPOVER));
+
+    openPopover();
+    unlock();
+    choose(texts::LOCK_OTHERS);
+    user->waitFor(person::window(texts::PICKER));
+}
+
+TEST_F(PopoverUse, QuittingEndsAgentAndHelper)
+{
+    startWithPassword();
+    user->waitUntil("the helper runs", [this] { return session->helpers().size() == 1; });
+    unlock();
+
+    choose(texts::QUIT);
+
+    EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 0);
+    user->waitUntil("the helper ends", [this] { return session->helpers().empty(); });
+    EXPECT_TRUE(session->agents().empty());
+}
+
+} // namespace agent
