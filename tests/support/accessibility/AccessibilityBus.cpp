@@ -58,8 +58,21 @@ AccessibilityBus::AccessibilityBus(desktop::Desktop& desktop)
     const auto session = desktop::connectToBus(desktop.bus().address());
     busAddress = addressFrom(session);
     bus = std::make_shared<const desktop::BusConnection>(open(busAddress));
-    static_cast<void>(programs()); // the question starts the registry
+    if (!desktop::waitUntil([this] { return hasRegistry(); }, TIMEOUT)) {
+        throw desktop::Failure("the registry of the accessibility bus does not come up");
+    }
     announceAssistiveTools(session);
+}
+
+/// The question starts the registry; one that comes up beside another may leave without an answer.
+bool AccessibilityBus::hasRegistry() const
+{
+    try {
+        static_cast<void>(programs());
+        return true;
+    } catch (const desktop::Failure&) {
+        return false;
+    }
 }
 
 std::vector<Node> AccessibilityBus::programs() const

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] std::vector<Node> programs() const;
 
 private:
+    [[nodiscard]] bool hasRegistry() const;
+
     desktop::ChildProcess launcher;
     std::string busAddress;
     Node::Bus bus;
