@@ -3,17 +3,14 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
-#include <memory>
-
 namespace ui {
 
 void FormButtons::install(QWidget& form)
 {
-    // The form owns it.
-    auto* const filter = std::make_unique<FormButtons>(&form).release();
+    static FormButtons filter; // keeps nothing, and so serves all forms
     for (auto* const button : form.findChildren<QPushButton*>()) {
         button->setAutoDefault(false);
-        button->installEventFilter(filter);
+        button->installEventFilter(&filter);
     }
 }
 

@@ -15,13 +15,10 @@ class FormButtons : public QObject
     Q_OBJECT
 
 public:
-    /// For all push buttons of a form that was loaded. Owned by the form.
+    /// For all push buttons of a form that was loaded.
     static void install(QWidget& form);
 
     bool eventFilter(QObject* object, QEvent* event) override;
-
-private:
-    using QObject::QObject;
 };
 
 } // namespace ui

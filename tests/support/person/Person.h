@@ -54,7 +54,8 @@ public:
     void type(const std::string& text) const;
     void press(std::uint32_t key, const std::vector<std::uint32_t>& held = {}) const;
 
-    /// What has the keyboard, the list where it is a row; nothing where none of the agent's windows has it.
+    /// What has the keyboard, the list where it is a row; nothing where none of the agent's windows
+    /// has it.
     [[nodiscard]] std::optional<accessibility::Node> focused() const;
     [[nodiscard]] bool hasFocus(const Control& control) const;
 
