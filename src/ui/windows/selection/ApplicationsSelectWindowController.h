@@ -27,15 +27,11 @@ public:
     using Applications = std::vector<applications::ApplicationEntityPtr>;
 
     /// Shows the window with that list and those options, the keys in the filter field.
-    void showServiceWindow(
-        Applications applications,
-        bool lockAdministrativeApplications,
-        bool showRunningApplicationsOnly
-    );
+    void showServiceWindow(Applications applications, bool administrative, bool runningOnly);
 
     /// Puts another list in place of the present one. The filter stays, and the current row as far
-    /// as it can. `someAreProtected`: there are more that need not be chosen any more.
-    void displayApplicationsList(Applications applications, bool someAreProtected = false);
+    /// as it can. `someMore`: there are more, which are protected already.
+    void displayApplicationsList(Applications applications, bool someMore = false);
 
     void closeServiceWindow();
 

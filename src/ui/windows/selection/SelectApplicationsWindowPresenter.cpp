@@ -91,22 +91,21 @@ void SelectApplicationsWindowPresenter::stopMonitoring()
 
 void SelectApplicationsWindowPresenter::reload()
 {
-    app::BackgroundRunner::run(
-        [this,
-         number = ++lastReload,
-         stillThere = std::weak_ptr(alive),
-         selectable = SelectableApplications(
-             systemApplicationsService, configurationAndPreferencesService, showRunningApplications
-         )]() mutable {
-            app::BackgroundRunner::runOnMainThread(
-                [this, number, stillThere, list = selectable.compute()] {
-                    if (!stillThere.expired()) {
-                        deliver(number, list);
-                    }
-                }
-            );
+    const auto deliverHere = [this,
+                              number = ++lastReload,
+                              stillThere = std::weak_ptr(alive)](const ApplicationsList& list) {
+        if (!stillThere.expired()) {
+            deliver(number, list);
         }
+    };
+    SelectableApplications selectable(
+        systemApplicationsService, configurationAndPreferencesService, showRunningApplications
     );
+    app::BackgroundRunner::run([deliverHere, selectable = std::move(selectable)]() mutable {
+        app::BackgroundRunner::runOnMainThread([deliverHere, list = selectable.compute()] {
+            deliverHere(list);
+        });
+    });
 }
 
 void SelectApplicationsWindowPresenter::deliver(std::uint64_t number, const ApplicationsList& list)
