@@ -304,6 +304,21 @@ void InstanceTracker::windowShown(const InstancePtr& instance, std::uint64_t win
         call(onStartedAgain, *instance);
     }
     call(onWindowShown, *instance);
+    tellSameProcess(instance);
+}
+
+/// A process that executed one application after the other shows the window of both.
+void InstanceTracker::tellSameProcess(const InstancePtr& instance) const
+{
+    for (const InstancePtr& other : std::vector<InstancePtr>(list)) {
+        const bool same = other != instance && !other->guest && !instance->guest &&
+                          other->leader.pid == instance->leader.pid;
+        if (same && isAwaited(*other)) {
+            other->awaited.reset();
+            other->windowShown = true;
+            call(onWindowShown, *other);
+        }
+    }
 }
 
 void InstanceTracker::windowThere(const InstancePtr& instance, std::uint64_t window)

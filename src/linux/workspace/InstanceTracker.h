@@ -133,6 +133,7 @@ private:
     InstancePtr latestOf(const std::string& identifier) const;
     bool wasExpected(const Instance& instance) const;
     InstancePtr earlierThan(const Instance& instance, bool sameApplication) const;
+    void tellSameProcess(const InstancePtr& instance) const;
     void loseWindow(const InstancePtr& instance, std::uint64_t window);
 
     std::vector<InstancePtr> list;

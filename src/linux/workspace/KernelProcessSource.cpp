@@ -37,7 +37,7 @@ std::optional<proc::ProcessFacts> KernelProcessSource::factsOf(pid_t pid) const
 {
     std::optional<proc::ProcessFacts> facts = processes.settledFacts(pid);
     const auto status = facts ? std::nullopt : processes.status(pid);
-    if (status) {
+    if (status && processes.alive(pid, status->startTime)) {
         facts.emplace();
         facts->pid = pid;
         facts->parent = status->parent;

@@ -1,5 +1,6 @@
 #include "linux/xdg/Catalogue.h"
 
+#include "linux/xdg/FileText.h"
 #include "linux/xdg/Interpreters.h"
 #include "linux/xdg/ProgramResolver.h"
 #include "platform/Text.h"
@@ -10,6 +11,15 @@
 #include <utility>
 
 namespace xdg {
+
+namespace {
+
+bool isFile(const std::string& path)
+{
+    return stampOf(path).has_value();
+}
+
+} // namespace
 
 Catalogue::Catalogue(Parts parts, const Preference& preference)
     : applications(std::move(parts.applications))
@@ -127,7 +137,7 @@ Catalogue::ofProcess(const proc::ProcessFacts& facts, const Claims& claims) cons
         return result;
     };
     const std::optional<std::size_t> index =
-        identities.find(facts, {.realPath = realPath, .claims = indices});
+        identities.find(facts, {.realPath = realPath, .exists = isFile, .claims = indices});
     return index ? &applications[*index] : nullptr;
 }
 

@@ -155,7 +155,9 @@ IdentityTable::ofRunFile(const proc::ProcessFacts& facts, const Lookup& lookup) 
     if (loader) {
         return ofLoaded(path, *file, facts, lookup);
     }
-    return file->find('/') == std::string::npos ? ofSearched(*file, facts, lookup) : Candidates();
+    const bool there = lookup.exists && lookup.exists(path);
+    return there || !searchesScripts(facts.executable) ? Candidates()
+                                                       : ofSearched(*file, facts, lookup);
 }
 
 /// A script that is not in the folder of the process is looked for by shells where programs are.
@@ -163,6 +165,9 @@ IdentityTable::Candidates IdentityTable::ofSearched(
     const std::string& name, const proc::ProcessFacts& facts, const Lookup& lookup
 ) const
 {
+    if (name.find('/') != std::string::npos) {
+        return {};
+    }
     for (const std::string& folder : searchFolders) {
         std::string path = folder;
         if (const auto* rows = rowsOf(scripts, path.append("/").append(name), lookup)) {

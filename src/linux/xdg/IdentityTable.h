@@ -55,6 +55,8 @@ public:
     {
         /// The real path of a file; the path itself where there is none.
         std::function<std::string(const std::string& path)> realPath;
+        /// Whether there is such a file. Unset: there is none.
+        std::function<bool(const std::string& path)> exists = {};
         /// The indices of the applications that the process is said to be, the best word first.
         std::function<std::vector<std::size_t>(pid_t pid)> claims;
     };

@@ -91,6 +91,13 @@ bool isInterpreter(const std::string& executable)
     return isOneOf(withoutVersion(baseName(executable)), NAMES);
 }
 
+bool searchesScripts(const std::string& executable)
+{
+    constexpr std::array<std::string_view, 7> SHELLS{
+        "sh", "bash", "dash", "zsh", "ksh", "mksh", "busybox"};
+    return isOneOf(withoutVersion(baseName(executable)), SHELLS);
+}
+
 bool isLauncher(const std::string& executable)
 {
     constexpr std::array<std::string_view, 17> NAMES{

@@ -10,6 +10,9 @@ namespace xdg {
 /// True for an executable that runs scripts or classes.
 bool isInterpreter(const std::string& executable);
 
+/// True for one that looks for a script where programs are, too.
+bool searchesScripts(const std::string& executable);
+
 /// True for an executable that starts an application which its other arguments name.
 bool isLauncher(const std::string& executable);
 

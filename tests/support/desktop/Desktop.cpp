@@ -77,7 +77,9 @@ Desktop::Desktop(const Parts& parts)
     environment["DISPLAY"] = xServer->displayName();
     if (parts.bus) {
         sessionBus = std::make_unique<PrivateBus>(
-            files.subfolder("bus"), environment, parts.keyringPrompts ? prompterIn(files) : ""
+            files.subfolder("bus"),
+            environment,
+            parts.keyringPrompts ? prompterIn(files) : parts.services
         );
         environment["DBUS_SESSION_BUS_ADDRESS"] = sessionBus->address();
     }

@@ -32,9 +32,10 @@ public:
         std::vector<Rectangle> screens = PrivateXServer::twoScreens();
         bool windowManager = true;
         bool bus = true;
-        bool keyring = true;         // only with a bus
-        bool framebuffer = false;    // the pixels are in `framebufferFile`
-        bool keyringPrompts = false; // a closed keyring can ask the user for its password
+        bool keyring = true;                 // only with a bus
+        bool framebuffer = false;            // the pixels are in `framebufferFile`
+        bool keyringPrompts = false;         // a closed keyring can ask the user for its password
+        std::filesystem::path services = {}; // what the bus may start besides
     };
 
     /// Throws `Failure` when a part does not come up.

@@ -182,6 +182,17 @@ TEST_F(InstanceTracker, ProcessThatExecutesAnotherApplicationIsBothUntilItEnds)
     );
 }
 
+TEST_F(InstanceTracker, ProcessThatExecutedTwoApplicationsShowsTheWindowOfBoth)
+{
+    start(10, "uxterm");
+    start(10, "xterm");
+    tracker.windowShown(tracker.instanceWith(10, "uxterm"), 1);
+
+    EXPECT_THAT(
+        said, ElementsAre("started uxterm", "started xterm", "window uxterm", "window xterm")
+    );
+}
+
 TEST_F(InstanceTracker, EndThatWasNotHeardOfYetIsSaidBeforeTheNextStart)
 {
     start(10, "mousepad");

@@ -1,6 +1,7 @@
 #include "linux/xdg/IdentityTable.h"
 
 #include <map>
+#include <set>
 
 #include <gtest/gtest.h>
 
@@ -52,6 +53,7 @@ protected:
                      const auto link = links.find(path);
                      return link == links.end() ? path : link->second;
                  },
+             .exists = [this](const std::string& path) { return files.contains(path); },
              .claims = [this](pid_t) -> std::vector<std::size_t> {
                  ++claimsRead;
                  return claim.empty() ? std::vector<std::size_t>() : std::vector{indices.at(claim)};
@@ -62,6 +64,7 @@ protected:
 
     xdg::IdentityTable table;
     std::map<std::string, std::string> links;
+    std::set<std::string> files;
     std::string claim;
     int claimsRead = 0;
 
@@ -112,6 +115,16 @@ TEST_F(IdentityTableTest, ScriptIsFoundRelativeToTheProcessesOwnFolder)
     EXPECT_EQ(find("/usr/bin/dash", {"sh", "run.sh"}, "/opt/foo"), "foo");
     EXPECT_EQ(find("/usr/bin/dash", {"sh", "../foo/./run.sh"}, "/opt/bar"), "foo");
     EXPECT_EQ(find("/usr/bin/dash", {"sh", "run.sh"}, "/opt/bar"), "");
+}
+
+TEST_F(IdentityTableTest, ScriptInTheOwnFolderGoesBeforeThatOfThePath)
+{
+    addScript("foo", "/usr/bin/foo");
+    table.setSearchFolders({"/usr/bin"});
+
+    EXPECT_EQ(find("/usr/bin/dash", {"sh", "foo"}), "foo");
+    files.insert("/home/foo");
+    EXPECT_EQ(find("/usr/bin/dash", {"sh", "foo"}), "");
 }
 
 TEST_F(IdentityTableTest, ScriptIsFoundBehindALink)

@@ -215,6 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
             {},
             "/usr/lib"},
         Case{"ThatTheShellFindsInThePath", BASH, {"bash", "uxterm"}, "debian-uxterm"},
+        Case{"OfPythonIsNotLookedForInThePath", PYTHON, {"python3", "meld"}, ""},
         Case{"OfTheSameNameElsewhere", BASH, {"bash", "./uxterm"}, ""},
         Case{
             "OfGjs",
