@@ -29,6 +29,20 @@ xcb_window_t childUnderPointer(const Connection& connection, xcb_window_t window
     return pointer ? pointer->child : XCB_NONE;
 }
 
+/// The child of the root window that the window is in, or that it is itself.
+xcb_window_t outermost(const Connection& connection, xcb_window_t window)
+{
+    xcb_window_t outer = XCB_NONE;
+    for (xcb_window_t each = window; each != XCB_NONE && each != connection.root();) {
+        outer = each;
+        const Reply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), each), nullptr)
+        );
+        each = tree ? tree->parent : XCB_NONE;
+    }
+    return outer;
+}
+
 } // namespace
 
 ForeignPresses::ForeignPresses(X11Desktop& desktop, const X11Guard& guard, platform::Timers& timers)
@@ -151,7 +165,17 @@ ForeignPresses::Target ForeignPresses::targetAt(xcb_window_t topLevel) const
             target = Target::Panel;
         }
     }
-    return target;
+    return target == Target::Other && framesOwnWindow(topLevel) ? Target::Own : target;
+}
+
+bool ForeignPresses::framesOwnWindow(xcb_window_t topLevel) const
+{
+    const xcb_window_t root = desktop.connection().root();
+    const auto managed = inspector.identifiers(root, desktop.atoms().clientList, XCB_ATOM_WINDOW);
+    return std::any_of(managed.begin(), managed.end(), [&](xcb_window_t window) {
+        return inspector.processOf(window) == getpid() &&
+               outermost(desktop.connection(), window) == topLevel;
+    });
 }
 
 bool ForeignPresses::isPanel(xcb_window_t window) const

@@ -50,6 +50,9 @@ private:
     std::uint8_t meaningOf(std::uint32_t physicalButton) const;
     Target targetAt(xcb_window_t topLevel) const;
     bool isPanel(xcb_window_t window) const;
+
+    /// True for what a window manager drew around one of this program's windows.
+    bool framesOwnWindow(xcb_window_t topLevel) const;
     void tell(const Press& press) const;
 
     const X11Desktop& desktop;

@@ -3,6 +3,7 @@
 #include "Terminal.h"
 #include "X11World.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -110,6 +111,14 @@ protected:
 
     desktop::Rectangle place() { return world.session.windows().placeOf(terminal().windowSoon()); }
 
+    /// A place in the title bar above a window, for a click.
+    desktop::Rectangle frameOf(xcb_window_t window)
+    {
+        constexpr int ABOVE = 6;
+        const desktop::Rectangle inner = world.session.windows().placeOf(window);
+        return {inner.x, static_cast<std::int16_t>(inner.y - INSIDE - ABOVE), 1, 1};
+    }
+
     X11World world{true};
     std::optional<Terminal> other;
     std::size_t marks = 0;
@@ -142,6 +151,30 @@ TEST_F(MousePresses, OnesInThisProgramsWindowInsideOfAnothersAreNotOthers)
     ours.mapAndRaise(window);
     click(world.session.windows().placeOf(window));
     EXPECT_TRUE(left.empty());
+}
+
+TEST_F(MousePresses, OnesInTheFrameOfThisProgramsWindowAreNotOthers)
+{
+    ForeignWindows ours(world.session.server().displayName());
+    const xcb_window_t window = ours.create(400, 300);
+    constexpr std::uint32_t MANAGED = 0;
+    xcb_change_window_attributes(ours.display().get(), window, XCB_CW_OVERRIDE_REDIRECT, &MANAGED);
+    ours.mapAndRaise(window);
+    ASSERT_TRUE(world.mainLoop.runUntil([&] {
+        const auto managed = world.session.windows().managed();
+        return world.session.windows().isViewable(window) &&
+               std::find(managed.begin(), managed.end(), window) != managed.end();
+    }));
+    click(frameOf(window));
+    EXPECT_TRUE(left.empty());
+}
+
+TEST_F(MousePresses, OnesInTheFrameOfAnotherProgramsWindowAreHeard)
+{
+    const xcb_window_t window = terminal().windowSoon();
+    ASSERT_NE(window, xcb_window_t{XCB_NONE});
+    click(frameOf(window));
+    EXPECT_EQ(1U, left.size());
 }
 
 TEST_F(MousePresses, OnesInAnotherProgramsWindowAreHeardWithTheModifiers)
