@@ -90,6 +90,25 @@ std::optional<std::string> applicationOfSnap(std::string_view unit)
     return std::string(name).append("_").append(program);
 }
 
+/// What the innermost unit of the group that names an application names.
+std::optional<std::string> applicationOfGroup(std::string_view line)
+{
+    while (!line.empty()) {
+        const std::size_t slash = line.rfind('/');
+        const bool outermost = slash == std::string_view::npos;
+        const std::string_view unit = outermost ? line : line.substr(slash + 1);
+        std::optional<std::string> application = applicationOfUnit(unit);
+        if (!application) {
+            application = applicationOfSnap(unit);
+        }
+        if (application) {
+            return application;
+        }
+        line = outermost ? std::string_view() : line.substr(0, slash);
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<ProcessStatus> parseStatus(std::string_view text)
@@ -169,20 +188,10 @@ std::optional<std::string> applicationOfCgroup(std::string_view text)
 {
     // The innermost unit counts; of several hierarchies any that names an application.
     while (!text.empty()) {
-        std::string_view line = text.substr(0, text.find('\n'));
+        const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
-        while (!line.empty()) {
-            const std::size_t slash = line.rfind('/');
-            const std::string_view unit =
-                slash == std::string_view::npos ? line : line.substr(slash + 1);
-            std::optional<std::string> application = applicationOfUnit(unit);
-            if (!application) {
-                application = applicationOfSnap(unit);
-            }
-            if (application) {
-                return application;
-            }
-            line = slash == std::string_view::npos ? std::string_view() : line.substr(0, slash);
+        if (std::optional<std::string> application = applicationOfGroup(line)) {
+            return application;
         }
     }
     return std::nullopt;

@@ -27,23 +27,24 @@ TraySelection::TraySelection(x11::X11Desktop& desktop)
     follow();
 }
 
-void TraySelection::handle(const xcb_generic_event_t& event)
+bool TraySelection::isOfChange(const xcb_generic_event_t& event) const
 {
     switch (x11::typeOf(event)) {
     case XCB_CLIENT_MESSAGE: {
         const auto& message = x11::as<xcb_client_message_event_t>(event);
-        if (message.type == desktop.atoms().manager && message.data.data32[1] == selection) {
-            change();
-        }
-        break;
+        return message.type == desktop.atoms().manager && message.data.data32[1] == selection;
     }
     case XCB_DESTROY_NOTIFY:
-        if (owner != XCB_NONE && x11::as<xcb_destroy_notify_event_t>(event).window == owner) {
-            change();
-        }
-        break;
+        return owner != XCB_NONE && x11::as<xcb_destroy_notify_event_t>(event).window == owner;
     default:
-        break;
+        return false;
+    }
+}
+
+void TraySelection::handle(const xcb_generic_event_t& event)
+{
+    if (isOfChange(event)) {
+        change();
     }
 }
 

@@ -20,6 +20,7 @@ public:
     std::function<void()> onChanged;
 
 private:
+    bool isOfChange(const xcb_generic_event_t& event) const;
     void handle(const xcb_generic_event_t& event);
     xcb_window_t readOwner() const;
     void follow();

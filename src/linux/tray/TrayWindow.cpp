@@ -184,13 +184,9 @@ void TrayWindow::handle(const xcb_generic_event_t& event)
     case XCB_BUTTON_PRESS:
         handlePress(x11::as<xcb_button_press_event_t>(event));
         break;
-    case XCB_CONFIGURE_NOTIFY: {
-        const auto& configured = x11::as<xcb_configure_notify_event_t>(event);
-        if (configured.window == window) {
-            extent = QSize(configured.width, configured.height); // an exposure follows
-        }
+    case XCB_CONFIGURE_NOTIFY:
+        handleConfigure(x11::as<xcb_configure_notify_event_t>(event));
         break;
-    }
     case XCB_REPARENT_NOTIFY:
         handleReparent(x11::as<xcb_reparent_notify_event_t>(event));
         break;
@@ -201,6 +197,13 @@ void TrayWindow::handle(const xcb_generic_event_t& event)
         break;
     default:
         break;
+    }
+}
+
+void TrayWindow::handleConfigure(const xcb_configure_notify_event_t& event)
+{
+    if (event.window == window) {
+        extent = QSize(event.width, event.height); // an exposure follows
     }
 }
 

@@ -49,6 +49,7 @@ private:
     void create(xcb_visualid_t trayVisual);
     void askForDocking(xcb_window_t manager) const;
     void handle(const xcb_generic_event_t& event);
+    void handleConfigure(const xcb_configure_notify_event_t& event);
     void handleExpose(const xcb_expose_event_t& event) const;
     void handlePress(const xcb_button_press_event_t& event) const;
     void handleReparent(const xcb_reparent_notify_event_t& event);
