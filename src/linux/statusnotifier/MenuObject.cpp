@@ -136,6 +136,18 @@ void MenuObject::addReadingMethods()
     });
 }
 
+QList<int> MenuObject::allHappened(const MenuEvents& events)
+{
+    QList<int> unknown;
+    for (const MenuEvent& event : events) {
+        happened(event.id, event.kind);
+        if (!has(event.id)) {
+            unknown.append(event.id);
+        }
+    }
+    return unknown;
+}
+
 void MenuObject::addActingMethods()
 {
     addMethod("Event", [this](const QVariantList& arguments) {
@@ -143,14 +155,8 @@ void MenuObject::addActingMethods()
         return QVariantList();
     });
     addMethod("EventGroup", [this](const QVariantList& arguments) {
-        QList<int> unknown;
-        for (const MenuEvent& event : argumentAt<MenuEvents>(arguments, 0)) {
-            happened(event.id, event.kind);
-            if (!has(event.id)) {
-                unknown.append(event.id);
-            }
-        }
-        return QVariantList{QVariant::fromValue(unknown)};
+        const auto events = argumentAt<MenuEvents>(arguments, 0);
+        return QVariantList{QVariant::fromValue(allHappened(events))};
     });
     // The menu is always up to date.
     addMethod("AboutToShow", [](const QVariantList& /*arguments*/) { return QVariantList{false}; });

@@ -25,6 +25,9 @@ private:
     MenuLayout layoutOf(int id, int depth) const;
     MenuEntries entriesOf(const QList<int>& ids) const;
     void happened(int id, const QString& kind);
+
+    /// The ids of those that there are not.
+    QList<int> allHappened(const MenuEvents& events);
     void addReadingMethods();
     void addActingMethods();
 
