@@ -1,6 +1,7 @@
 #include "qt/FormChecks.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QFile>
 #include <QLabel>
@@ -8,6 +9,9 @@
 #include <QSet>
 #include <QWidget>
 #include <QXmlStreamReader>
+
+#include <algorithm>
+#include <iterator>
 
 namespace support {
 
@@ -20,19 +24,21 @@ struct FormWidget
     bool accessible = false;
 };
 
-/// Assistive tools speak the text of a control unless it has a name of its own.
+/// Assistive tools speak the text of a control unless it has a name of its own. A control with a
+/// tag is filled in by a list, row by row.
 bool saysWhatItIs(const QXmlStreamReader& xml)
 {
     const auto property = xml.attributes().value("name");
     return xml.isStartElement() && xml.name() == QLatin1String("property") &&
            (property == QLatin1String("accessibleName") || property == QLatin1String("text") ||
-            property == QLatin1String("windowTitle"));
+            property == QLatin1String("windowTitle") || property == QLatin1String("tag"));
 }
 
-/// Lines and pictures without a name, which assistive tools pass over.
+/// What assistive tools pass over when it has no name: lines, pictures, and what only holds others.
 bool isDecoration(const QString& type)
 {
-    return type == QLatin1String("QFrame") || type == QLatin1String("ui::ImageView");
+    return type == QLatin1String("QFrame") || type == QLatin1String("ui::ImageView") ||
+           type == QLatin1String("QWidget");
 }
 
 /// The widgets of the form, each with the properties of its own.
@@ -61,6 +67,67 @@ QString spokenName(QWidget& widget)
 {
     const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&widget);
     return interface == nullptr ? QString() : interface->text(QAccessible::Name);
+}
+
+/// What a user sees and uses, not what holds it.
+bool isControl(const QWidget& widget)
+{
+    return widget.inherits("QLabel") || widget.inherits("QAbstractButton") ||
+           widget.inherits("QLineEdit") || widget.inherits("QAbstractScrollArea") ||
+           widget.inherits("ui::ImageView");
+}
+
+/// A list without rows is a mere ground: a text on it may say why nothing is there.
+bool isGround(const QWidget& widget)
+{
+    const auto* const list = qobject_cast<const QAbstractItemView*>(&widget);
+    return list != nullptr && list->model() != nullptr && list->model()->rowCount() == 0;
+}
+
+/// Parts of a list or a page may be scrolled out of sight.
+bool isScrolled(const QWidget& widget, const QWidget& window)
+{
+    const QWidget* parent = widget.parentWidget();
+    while (parent != nullptr && parent != &window && !parent->inherits("QAbstractScrollArea")) {
+        parent = parent->parentWidget();
+    }
+    return parent != nullptr && parent != &window;
+}
+
+std::vector<QWidget*> controlsOf(QWidget& window)
+{
+    std::vector<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (widget->isVisible() && isControl(*widget) && !isScrolled(*widget, window)) {
+            controls.push_back(widget);
+        }
+    }
+    return controls;
+}
+
+QRect placeOf(const QWidget& widget, const QWidget& window)
+{
+    return {widget.mapTo(&window, QPoint(0, 0)), widget.size()};
+}
+
+/// The controls that Tab reaches, in that order, from the first of the window on.
+std::vector<QWidget*> tabStopsOf(QWidget& window)
+{
+    std::vector<QWidget*> stops;
+    for (QWidget* widget = window.nextInFocusChain(); widget != &window;
+         widget = widget->nextInFocusChain()) {
+        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+        if (takesTab && widget->isVisible() && widget->isEnabled() &&
+            !isScrolled(*widget, window)) {
+            stops.push_back(widget);
+        }
+    }
+    return stops;
+}
+
+std::string said(const QSize& size)
+{
+    return std::to_string(size.width()) + "x" + std::to_string(size.height());
 }
 
 QString lengthened(const QString& text)
@@ -148,16 +215,56 @@ std::vector<std::string> cutTextsOf(const QWidget& window)
                 : widget.sizeHint();
         const bool fits = widget.width() >= wanted.width() && widget.height() >= wanted.height();
         if (widget.isVisible() && !text.isEmpty() && !fits) {
-            cut.push_back(widget.objectName().toStdString() + " \"" + text.toStdString() + '"');
+            cut.push_back(
+                widget.objectName().toStdString() + " \"" + text.toStdString() + "\" has " +
+                said(widget.size()) + " of " + said(wanted)
+            );
         }
     };
     for (const QLabel* label : window.findChildren<QLabel*>()) {
-        check(*label, label->text());
+        if (!label->inherits("ui::ElidedLabel")) { // cuts its text itself, and says so
+            check(*label, label->text());
+        }
     }
     for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
         check(*button, button->text());
     }
     return cut;
+}
+
+std::vector<std::string> misplacedIn(QWidget& window)
+{
+    std::vector<std::string> troubles;
+    const std::vector<QWidget*> controls = controlsOf(window);
+    for (auto one = controls.begin(); one != controls.end(); ++one) {
+        const std::string name = (*one)->objectName().toStdString();
+        const QRect place = placeOf(**one, window);
+        if (!window.rect().contains(place)) {
+            troubles.push_back(name + " is outside");
+        }
+        for (auto other = std::next(one); other != controls.end(); ++other) {
+            const bool related = isGround(**one) || isGround(**other) ||
+                                 (*one)->isAncestorOf(*other) || (*other)->isAncestorOf(*one);
+            if (!related && place.intersects(placeOf(**other, window))) {
+                troubles.push_back(name + " meets " + (*other)->objectName().toStdString());
+            }
+        }
+    }
+    return troubles;
+}
+
+std::vector<std::string> tabJumpsOf(QWidget& window)
+{
+    std::vector<std::string> jumps;
+    int lowest = -1;
+    for (const QWidget* stop : tabStopsOf(window)) {
+        const QRect place = placeOf(*stop, window);
+        if (place.bottom() < lowest) {
+            jumps.push_back(stop->objectName().toStdString() + " comes late");
+        }
+        lowest = std::max(lowest, place.top());
+    }
+    return jumps;
 }
 
 } // namespace support

@@ -19,6 +19,12 @@ std::vector<std::string> troublesOfWindow(QWidget& window);
 /// The labels, buttons and check boxes on the screen that have less room than their text needs.
 std::vector<std::string> cutTextsOf(const QWidget& window);
 
+/// The controls on the screen that are not wholly in the window, or that lie upon one another.
+std::vector<std::string> misplacedIn(QWidget& window);
+
+/// The controls that Tab reaches only after one that is wholly below them.
+std::vector<std::string> tabJumpsOf(QWidget& window);
+
 /// Makes the texts of its labels and buttons 40 % longer, as in a wordy language.
 void lengthenTexts(QWidget& window);
 

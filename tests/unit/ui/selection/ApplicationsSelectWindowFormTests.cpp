@@ -1,4 +1,5 @@
 #include "SelectionWindowTest.h"
+#include "qt/Contrast.h"
 #include "qt/FormChecks.h"
 #include "qt/ThemedApplication.h"
 #include "ui/views/Theme.h"
@@ -6,7 +7,6 @@
 #include <QCheckBox>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -25,22 +25,7 @@ protected:
     }
 };
 
-double linear(double channel)
-{
-    constexpr double KNEE = 0.04045;
-    return channel <= KNEE ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color)
-{
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& light, const QColor& dark)
-{
-    return (luminance(light) + 0.05) / (luminance(dark) + 0.05);
-}
+using support::contrast;
 
 } // namespace
 
