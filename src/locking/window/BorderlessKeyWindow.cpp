@@ -2,8 +2,8 @@
 
 #include "locking/CoveringWindow.h"
 
-#include <QApplication>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QWindow>
 
@@ -43,15 +43,6 @@ void BorderlessKeyWindow::passBlockingAlert()
         alert->installEventFilter(this);
         windowHandle()->setTransientParent(alert);
     }
-}
-
-void BorderlessKeyWindow::showEvent(QShowEvent* event)
-{
-    // an open menu of this program would take the keys, and hold keyboard and pointer
-    while (QWidget* const popup = QApplication::activePopupWidget()) {
-        popup->hide();
-    }
-    QWidget::showEvent(event);
 }
 
 void BorderlessKeyWindow::paintEvent(QPaintEvent* event)

@@ -19,7 +19,6 @@ public:
 protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 

@@ -3,6 +3,7 @@
 #include "ui/views/BringForward.h"
 #include "ui/views/GrayGradientView.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QKeyEvent>
@@ -50,12 +51,30 @@ void PanelWindow::paintEvent(QPaintEvent* /*event*/)
     }
 }
 
+// Only what no control took for itself comes to these three.
+
 void PanelWindow::mousePressEvent(QMouseEvent* event)
 {
-    // Only what no control took for itself comes here.
-    if (event->button() == Qt::LeftButton && windowHandle() != nullptr) {
+    if (event->button() == Qt::LeftButton) {
+        pressedAt = event->position().toPoint();
+    }
+}
+
+void PanelWindow::mouseMoveEvent(QMouseEvent* event)
+{
+    // A window manager that is asked to move the window at a mere click would go on moving it.
+    const bool dragged =
+        pressedAt && (event->position().toPoint() - *pressedAt).manhattanLength() >=
+                         QApplication::startDragDistance();
+    if (dragged && windowHandle() != nullptr) {
+        pressedAt.reset();
         windowHandle()->startSystemMove();
     }
+}
+
+void PanelWindow::mouseReleaseEvent(QMouseEvent* /*event*/)
+{
+    pressedAt.reset();
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event)

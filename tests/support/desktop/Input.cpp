@@ -60,6 +60,18 @@ void Input::movePointer(std::int16_t x, std::int16_t y)
     connection.sync();
 }
 
+void Input::holdButton(std::uint8_t button)
+{
+    send(XCB_BUTTON_PRESS, button);
+    connection.sync();
+}
+
+void Input::releaseButton(std::uint8_t button)
+{
+    send(XCB_BUTTON_RELEASE, button);
+    connection.sync();
+}
+
 void Input::click(std::int16_t x, std::int16_t y, std::uint8_t button)
 {
     movePointer(x, y);

@@ -39,6 +39,9 @@ public:
     void release(std::uint32_t keySymbol);
 
     void movePointer(std::int16_t x, std::int16_t y);
+    void holdButton(std::uint8_t button = 1);
+    void releaseButton(std::uint8_t button = 1);
+
     void click(std::int16_t x, std::int16_t y, std::uint8_t button = 1);
 
 private:

@@ -1,5 +1,7 @@
 #include "desktop/WindowList.h"
 
+#include <algorithm>
+
 namespace desktop {
 
 std::vector<xcb_window_t> WindowList::managed()
@@ -44,6 +46,20 @@ xcb_window_t WindowList::ofClass(const std::string& windowClass)
         }
     }
     return 0;
+}
+
+std::string WindowList::titleOf(xcb_window_t window)
+{
+    return connection.textProperty(window, "_NET_WM_NAME");
+}
+
+xcb_window_t WindowList::ofTitle(const std::string& title)
+{
+    const std::vector<xcb_window_t> all = managed();
+    const auto found = std::find_if(all.rbegin(), all.rend(), [&](xcb_window_t window) {
+        return titleOf(window) == title;
+    });
+    return found == all.rend() ? 0 : *found;
 }
 
 bool WindowList::isViewable(xcb_window_t window)

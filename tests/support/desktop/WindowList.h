@@ -34,6 +34,12 @@ public:
     /// The managed window of this class; 0 when there is none.
     xcb_window_t ofClass(const std::string& windowClass);
 
+    /// What the title bar says.
+    std::string titleOf(xcb_window_t window);
+
+    /// The latest managed window with this title; 0 when there is none.
+    xcb_window_t ofTitle(const std::string& title);
+
     bool isViewable(xcb_window_t window);
 
     /// Where the window lies in the root window.

@@ -1,0 +1,110 @@
+// The agent's own windows beside its lock: none of them keeps anything from it.
+
+#include "desktop/TemporaryFolder.h"
+#include "session/agent/InterfaceTest.h"
+
+namespace agent {
+
+class OwnWindows : public InterfaceTest
+{
+protected:
+    void SetUp() override
+    {
+        open();
+        session->protect({TERMINAL});
+    }
+
+    bool start(const std::vector<std::string>& arguments) const
+    {
+        session->startAgent(arguments);
+        return session->waitForLine("Monitoring services started");
+    }
+
+    /// Whether the popover opens to the password.
+    bool unlockPopover() const
+    {
+        if (!getsKeys(TARVEL)) {
+            return false;
+        }
+        session->enter(PASSWORD);
+        return desktop::waitUntil([this] { return showsTheList(); }, PATIENCE);
+    }
+
+    /// On the last button of the strip above the list.
+    void clickOptions() const
+    {
+        constexpr int FROM_THE_EDGES = 22;
+        const desktop::Rectangle place =
+            session->desk.windows().placeOf(session->desk.windows().ofTitle(TARVEL));
+        session->desk.input().click(
+            static_cast<std::int16_t>(place.x + place.width - FROM_THE_EDGES),
+            static_cast<std::int16_t>(place.y + FROM_THE_EDGES)
+        );
+    }
+
+    /// Whether a terminal that is started now is locked, and to be had with the password.
+    bool locksAndUnlocks() const
+    {
+        Recorder xterm(session->desk);
+        if (!locks()) {
+            return false;
+        }
+        session->enter(PASSWORD); // once: an alert would end at the first Return
+        return getsFocus(xterm.process()) && xterm.waitUntilItListens() && xterm.received().empty();
+    }
+};
+
+TEST_F(OwnWindows, ASecondStartOpensThePopover)
+{
+    ASSERT_TRUE(start({"-psn_0_1"}));
+    EXPECT_EQ(session->desk.windows().ofTitle(TARVEL), 0U);
+    desktop::ChildProcess second = session->desk.start({AgentSession::agentPath()});
+
+    EXPECT_TRUE(getsKeys(TARVEL));
+    EXPECT_FALSE(showsTheList());
+    EXPECT_EQ(second.waitForExitStatus(PATIENCE), 0);
+}
+
+TEST_F(OwnWindows, AnOpenPopoverLeavesTheKeysToTheLock)
+{
+    ASSERT_TRUE(start({}));
+    ASSERT_TRUE(getsKeys(TARVEL));
+
+    EXPECT_TRUE(locksAndUnlocks());
+    EXPECT_FALSE(showsTheList()); // the password was the lock's
+}
+
+TEST_F(OwnWindows, AnOpenMenuLeavesTheKeysToTheLock)
+{
+    ASSERT_TRUE(start({}));
+    ASSERT_TRUE(unlockPopover());
+    const std::size_t windows = session->desk.windows().viewableTopLevels().size();
+    clickOptions();
+    ASSERT_TRUE(desktop::waitUntil(
+        [&] { return session->desk.windows().viewableTopLevels().size() > windows; }, PATIENCE
+    ));
+
+    EXPECT_TRUE(locksAndUnlocks());
+}
+
+TEST_F(OwnWindows, AnAlertOfTheWholeProgramLeavesTheKeysToTheLock)
+{
+    // a file where the folder of the login items should be
+    desktop::writeFile(session->desk.home() / ".config/autostart", "");
+    ASSERT_TRUE(start({}));
+    ASSERT_TRUE(unlockPopover());
+    const xcb_window_t popover = session->desk.windows().ofTitle(TARVEL);
+    press('l', {desktop::KEY_ALT}); // start at login
+    ASSERT_TRUE(session->waitForLine("startAtLoginConfigurationChanged"));
+    ASSERT_TRUE(desktop::waitUntil(
+        [&] { return session->desk.windows().ofTitle(TARVEL) != popover; }, PATIENCE
+    ));
+    ASSERT_TRUE(getsKeys(TARVEL)); // the alert
+    const xcb_window_t alert = session->desk.windows().ofTitle(TARVEL);
+
+    EXPECT_TRUE(locksAndUnlocks());
+    EXPECT_EQ(session->desk.windows().ofTitle(TARVEL), alert); // it is still to be answered
+    EXPECT_EQ(kept("LoginStart"), std::nullopt);
+}
+
+} // namespace agent
