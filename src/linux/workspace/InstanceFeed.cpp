@@ -17,7 +17,7 @@ bool isShell(const std::string& executable)
 
 } // namespace
 
-InstanceFeed::InstanceFeed(Parts parts) : parts(parts)
+InstanceFeed::InstanceFeed(Parts parts) : parts(std::move(parts))
 {
     wireTracker();
     wireProcesses();

@@ -254,7 +254,7 @@ InstancePtr InstanceTracker::startedByWindow(const Sighting& sighting)
 {
     settle();
     const bool shares = isGuest(sighting);
-    if (const InstancePtr awaited = awaitedOf(sighting.application->identifier)) {
+    if (InstancePtr awaited = awaitedOf(sighting.application->identifier)) {
         addProcess(*awaited, sighting.facts.pid, sighting.facts.startTime);
         awaited->guest = awaited->guest || shares;
         return awaited;

@@ -19,6 +19,13 @@ bool isFile(const std::string& path)
     return stampOf(path).has_value();
 }
 
+void append(std::vector<std::size_t>& indices, std::optional<std::size_t> index)
+{
+    if (index) {
+        indices.push_back(*index);
+    }
+}
+
 } // namespace
 
 Catalogue::Catalogue(Parts parts, const Preference& preference)
@@ -130,9 +137,7 @@ Catalogue::ofProcess(const proc::ProcessFacts& facts, const Claims& claims) cons
     const auto indices = [&](pid_t pid) {
         std::vector<std::size_t> result;
         for (const std::string& claim : claims(pid)) {
-            if (const std::optional<std::size_t> index = claimed(claim)) {
-                result.push_back(*index);
-            }
+            append(result, claimed(claim));
         }
         return result;
     };

@@ -55,22 +55,30 @@ InstalledEntries DesktopEntryReader::entries()
 {
     InstalledEntries result;
     std::map<std::string, DesktopEntry> found; // the first folder that has an entry counts
+    for (DesktopEntry& entry : allEntries()) {
+        if (!found.emplace(entry.id, entry).second) {
+            result.hidden.push_back(std::move(entry));
+        }
+    }
+    for (auto& [id, entry] : found) {
+        (entry.hidden ? result.hidden : result.counting).push_back(std::move(entry));
+    }
+    return result;
+}
+
+std::vector<DesktopEntry> DesktopEntryReader::allEntries()
+{
+    std::vector<DesktopEntry> result;
     for (const std::string& folder : environment.dataFolders) {
         for (auto& item : entryFiles.below(folder + "/applications")) {
-            DesktopEntry entry = std::move(item.value);
-            entry.id = item.id;
+            DesktopEntry& entry = result.emplace_back(std::move(item.value));
+            entry.id = std::move(item.id);
             entry.path = std::move(item.path);
             entry.homemade = entry.path.starts_with(environment.dataFolders.front() + "/");
             // Without its program the entry is as good as deleted, too.
             entry.hidden =
                 entry.hidden || (!entry.tryExec.empty() && !programs.find(entry.tryExec));
-            if (!found.emplace(item.id, entry).second) {
-                result.hidden.push_back(std::move(entry));
-            }
         }
-    }
-    for (auto& [id, entry] : found) {
-        (entry.hidden ? result.hidden : result.counting).push_back(std::move(entry));
     }
     return result;
 }

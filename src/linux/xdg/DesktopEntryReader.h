@@ -49,6 +49,9 @@ public:
     void forgetAll();
 
 private:
+    /// Of every folder, the preferred folder first.
+    std::vector<DesktopEntry> allEntries();
+
     const XdgEnvironment& environment;
     const ProgramResolver& programs;
     FolderCache<DesktopEntry> entryFiles;

@@ -238,10 +238,12 @@ std::vector<std::size_t> IdentityTable::applicationsOf(const std::string& path) 
 {
     std::vector<std::size_t> result;
     for (const Rows* rows : {&executables, &scripts}) {
-        if (const auto found = rows->find(path); found != rows->end()) {
-            for (const Row& row : found->second) {
-                result.push_back(row.application);
-            }
+        const auto found = rows->find(path);
+        if (found == rows->end()) {
+            continue;
+        }
+        for (const Row& row : found->second) {
+            result.push_back(row.application);
         }
     }
     return result;
