@@ -87,6 +87,8 @@ void RequestPasswordViewController::submit()
 void RequestPasswordViewController::wrongPassword()
 {
     shake->start(SHAKE);
+    passwordTextFieldOutlet->setFocus();
+    passwordTextFieldOutlet->selectAll(); // what is typed next replaces what was wrong
     // The shake says nothing to people who do not see it.
     passwordTextFieldOutlet->setAccessibleDescription(QStringLiteral("Wrong password"));
     QAccessibleEvent alert(passwordTextFieldOutlet.get(), QAccessible::Alert);

@@ -116,6 +116,18 @@ TEST_F(RequestPasswordPage, GetsTheCaretOnTheMainQueueWhenItAppears)
     EXPECT_TRUE(field().hasFocus());
 }
 
+TEST_F(RequestPasswordPage, WhatIsTypedAfterAWrongPasswordReplacesIt)
+{
+    QTest::keyClicks(&field(), "wrong");
+    button("passwordEnterButton").setFocus();
+    button("passwordEnterButton").click();
+    controller.wrongPassword();
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_EQ(field().text(), "wrong");
+    QTest::keyClicks(&field(), "right");
+    EXPECT_EQ(field().text(), "right");
+}
+
 TEST_F(RequestPasswordPage, IsEmptiedWhenItDisappears)
 {
     QTest::keyClicks(&field(), "abc");
