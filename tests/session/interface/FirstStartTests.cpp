@@ -11,34 +11,34 @@ protected:
     {
         InterfaceTest::SetUp();
         startAgent();
-        user->waitFor(person::window(texts::GREETING));
+        user->waitFor(person::window(screens::GREETING));
     }
 
     void openPasswordWindow()
     {
-        user->activate(person::button("Set Up Password", texts::GREETING));
-        user->waitFor(person::window(texts::PASSWORD_WINDOW));
+        user->activate(person::button("Set Up Password", screens::GREETING));
+        user->waitFor(person::window(screens::PASSWORD_WINDOW));
     }
 };
 
 TEST_F(FirstStart, GreetsAndShowsThatThereIsNoPassword)
 {
-    EXPECT_TRUE(user->sees(texts::NO_PASSWORD));
-    EXPECT_FALSE(user->sees(texts::GATE));
-    EXPECT_FALSE(user->sees(texts::CONTENT));
+    EXPECT_TRUE(user->sees(screens::NO_PASSWORD));
+    EXPECT_FALSE(user->sees(screens::GATE));
+    EXPECT_FALSE(user->sees(screens::CONTENT));
 }
 
 TEST_F(FirstStart, HelpLeavesTheGreetingOpen)
 {
-    user->activate(person::button("Help", texts::GREETING));
+    user->activate(person::button("Help", screens::GREETING));
 
-    user->waitFor(person::window(texts::HELP));
-    EXPECT_TRUE(user->sees(person::window(texts::GREETING)));
+    user->waitFor(person::window(screens::HELP));
+    EXPECT_TRUE(user->sees(person::window(screens::GREETING)));
 }
 
 TEST_F(FirstStart, QuittingFromTheGreetingEndsTheAgentWithZero)
 {
-    user->activate(person::button("Quit", texts::GREETING));
+    user->activate(person::button("Quit", screens::GREETING));
 
     EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 0);
 }
@@ -47,18 +47,18 @@ TEST_F(FirstStart, SettingUpThePasswordClosesGreetingAndPopover)
 {
     openPasswordWindow();
 
-    user->waitForFocusOn(texts::NEW_PASSWORD);
-    user->waitForEndOf(person::window(texts::GREETING));
-    user->waitForEndOf(person::window(texts::POPOVER));
+    user->waitForFocusOn(screens::NEW_PASSWORD);
+    user->waitForEndOf(person::window(screens::GREETING));
+    user->waitForEndOf(person::window(screens::POPOVER));
 }
 
 TEST_F(FirstStart, TheWayFromThePopoverIsTheSame)
 {
-    user->activate(person::button("Set Up Password", texts::POPOVER));
+    user->activate(person::button("Set Up Password", screens::POPOVER));
 
-    user->waitFor(person::window(texts::PASSWORD_WINDOW));
-    user->waitForEndOf(person::window(texts::GREETING));
-    user->waitForEndOf(person::window(texts::POPOVER));
+    user->waitFor(person::window(screens::PASSWORD_WINDOW));
+    user->waitForEndOf(person::window(screens::GREETING));
+    user->waitForEndOf(person::window(screens::POPOVER));
 }
 
 TEST_F(FirstStart, EveryPasswordThatCannotBeIsRefusedWithItsReason)
@@ -73,7 +73,7 @@ TEST_F(FirstStart, EveryPasswordThatCannotBeIsRefusedWithItsReason)
     enterNewPassword("abc", "abd");
     answerAlert(TITLE, "The passwords do not match");
 
-    EXPECT_TRUE(user->sees(person::window(texts::PASSWORD_WINDOW)));
+    EXPECT_TRUE(user->sees(person::window(screens::PASSWORD_WINDOW)));
     EXPECT_FALSE(setting("Password").has_value());
 }
 
@@ -83,37 +83,37 @@ TEST_F(FirstStart, APasswordTypedTwiceIsKeptAndAskedForAtOnce)
 
     enterNewPassword("ab", "ab");
 
-    user->waitFor(texts::GATE);
-    user->waitForEndOf(person::window(texts::PASSWORD_WINDOW));
+    user->waitFor(screens::GATE);
+    user->waitForEndOf(person::window(screens::PASSWORD_WINDOW));
     waitForSetting("Password", "ab");
 }
 
 TEST_F(FirstStart, ReturnConfirmsInTheSecondFieldOnly)
 {
     openPasswordWindow();
-    user->write("ab", texts::NEW_PASSWORD);
+    user->write("ab", screens::NEW_PASSWORD);
 
     user->press(desktop::KEY_RETURN);
     user->press(desktop::KEY_TAB);
-    user->waitForFocusOn(texts::CONFIRMATION);
-    EXPECT_FALSE(user->sees(texts::ALERT_BUTTON));
+    user->waitForFocusOn(screens::CONFIRMATION);
+    EXPECT_FALSE(user->sees(screens::ALERT_BUTTON));
     user->type("ab");
     user->press(desktop::KEY_RETURN);
 
-    user->waitFor(texts::GATE);
+    user->waitFor(screens::GATE);
 }
 
 TEST_F(FirstStart, CancellingKeepsNothing)
 {
     openPasswordWindow();
-    user->write("abc", texts::NEW_PASSWORD);
-    user->write("abc", texts::CONFIRMATION);
+    user->write("abc", screens::NEW_PASSWORD);
+    user->write("abc", screens::CONFIRMATION);
 
-    user->activate(texts::CANCEL);
+    user->activate(screens::CANCEL);
 
-    user->waitForEndOf(person::window(texts::PASSWORD_WINDOW));
+    user->waitForEndOf(person::window(screens::PASSWORD_WINDOW));
     openPopover();
-    EXPECT_TRUE(user->sees(texts::NO_PASSWORD));
+    EXPECT_TRUE(user->sees(screens::NO_PASSWORD));
     EXPECT_FALSE(setting("Password").has_value());
 }
 

@@ -26,7 +26,7 @@ void InterfaceTest::TearDown()
 void InterfaceTest::startAgent()
 {
     session->startAgent({});
-    user->waitFor(person::window(texts::POPOVER));
+    user->waitFor(person::window(screens::POPOVER));
 }
 
 void InterfaceTest::startWithPassword(const std::vector<std::string>& applications)
@@ -37,42 +37,42 @@ void InterfaceTest::startWithPassword(const std::vector<std::string>& applicatio
 
 void InterfaceTest::enterAtGate(const std::string& password)
 {
-    user->write(password, texts::GATE);
-    user->activate(texts::UNLOCK);
+    user->write(password, screens::GATE);
+    user->activate(screens::UNLOCK);
 }
 
 void InterfaceTest::unlock()
 {
     enterAtGate(PASSWORD);
-    user->waitFor(texts::CONTENT);
+    user->waitFor(screens::CONTENT);
 }
 
 void InterfaceTest::openPopover()
 {
     desktop::ChildProcess second = desk().start({AgentSession::agentPath()});
     ASSERT_EQ(second.waitForExitStatus(PATIENCE), 0);
-    user->waitFor(person::window(texts::POPOVER));
+    user->waitFor(person::window(screens::POPOVER));
 }
 
 void InterfaceTest::choose(const person::Control& entryOfMenu)
 {
-    user->activate(texts::OPTIONS);
+    user->activate(screens::OPTIONS);
     user->goTo(entryOfMenu);
     user->press(desktop::KEY_RETURN);
 }
 
 void InterfaceTest::enterNewPassword(const std::string& password, const std::string& confirmation)
 {
-    user->write(password, texts::NEW_PASSWORD);
-    user->write(confirmation, texts::CONFIRMATION);
-    user->activate(texts::CONFIRM);
+    user->write(password, screens::NEW_PASSWORD);
+    user->write(confirmation, screens::CONFIRMATION);
+    user->activate(screens::CONFIRM);
 }
 
 void InterfaceTest::answerAlert(const std::string& title, const std::string& message)
 {
     user->waitFor(person::label(title));
     user->waitFor(person::label(message));
-    user->activate(texts::ALERT_BUTTON);
+    user->activate(screens::ALERT_BUTTON);
     user->waitForEndOf(person::label(message));
 }
 

@@ -4,7 +4,7 @@
 
 #include "agent/AgentSession.h"
 #include "person/Person.h"
-#include "session/interface/Texts.h"
+#include "person/Screens.h"
 
 #include <filesystem>
 #include <memory>
@@ -15,6 +15,8 @@
 #include <gtest/gtest.h>
 
 namespace agent {
+
+namespace screens = person::screens;
 
 class InterfaceTest : public ::testing::Test
 {

@@ -30,27 +30,27 @@ TEST_F(Keyboard, LeadsFromTheFirstStartToAProtectedApplication)
 {
     addApplication("garden", "Garden");
     startAgent();
-    tabTo(person::button("Set Up Password", texts::POPOVER));
+    tabTo(person::button("Set Up Password", screens::POPOVER));
     user->press(desktop::KEY_RETURN);
-    user->waitForFocusOn(texts::NEW_PASSWORD);
+    user->waitForFocusOn(screens::NEW_PASSWORD);
     user->type(PASSWORD);
     user->press(desktop::KEY_TAB);
     user->type(PASSWORD);
     user->press(desktop::KEY_RETURN);
 
-    user->waitForFocusOn(texts::GATE);
+    user->waitForFocusOn(screens::GATE);
     user->type(PASSWORD);
     user->press(desktop::KEY_RETURN);
-    user->waitFor(texts::CONTENT);
-    tabTo(texts::ADD);
+    user->waitFor(screens::CONTENT);
+    tabTo(screens::ADD);
     user->press(desktop::KEY_RETURN);
-    user->waitFor(person::row("Garden", texts::PICKER));
-    tabTo(texts::FILTER);
+    user->waitFor(person::row("Garden", screens::PICKER));
+    tabTo(screens::FILTER);
     user->type("gard");
     user->waitUntil("one is left", [this] {
         return user->rows() == std::vector<std::string>{"Garden"};
     });
-    tabTo(texts::OFFERED);
+    tabTo(screens::OFFERED);
     user->press(desktop::KEY_RETURN);
     waitForSetting("Applications", "garden;");
 
@@ -64,15 +64,15 @@ TEST_F(Keyboard, OpensTheMenuAndItsEntries)
 {
     startWithPassword();
     unlock();
-    tabTo(texts::OPTIONS);
+    tabTo(screens::OPTIONS);
     user->press(desktop::KEY_RETURN);
-    user->goTo(texts::QUIT);
+    user->goTo(screens::QUIT);
 
     user->press('h');
 
-    user->waitForFocusOn(texts::HELP_PAGE);
+    user->waitForFocusOn(screens::HELP_PAGE);
     user->press(desktop::KEY_ESCAPE);
-    user->waitForEndOf(person::window(texts::HELP));
+    user->waitForEndOf(person::window(screens::HELP));
 }
 
 } // namespace agent

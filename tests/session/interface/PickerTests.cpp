@@ -17,14 +17,14 @@ protected:
         addApplication("console", "Console", "System;TerminalEmulator;");
         startWithPassword();
         unlock();
-        user->activate(texts::ADD);
-        user->waitFor(person::row("Garden", texts::PICKER));
+        user->activate(screens::ADD);
+        user->waitFor(person::row("Garden", screens::PICKER));
     }
 
     void filter(const std::string& text)
     {
-        user->click(texts::FILTER);
-        user->waitForFocusOn(texts::FILTER);
+        user->click(screens::FILTER);
+        user->waitForFocusOn(screens::FILTER);
         user->type(text);
     }
 
@@ -37,7 +37,7 @@ protected:
 TEST_F(Picker, ListsApplicationsByNameAndHidesThePopover)
 {
     EXPECT_EQ(user->rows(), (std::vector<std::string>{"Console", "Garden", "Ledger"}));
-    EXPECT_FALSE(user->sees(person::window(texts::POPOVER)));
+    EXPECT_FALSE(user->sees(person::window(screens::POPOVER)));
 }
 
 TEST_F(Picker, AClickOnARowProtects)
@@ -45,9 +45,9 @@ TEST_F(Picker, AClickOnARowProtects)
     filter("garden");
     waitForRows({"Garden"});
 
-    user->click(person::row("Garden", texts::PICKER));
+    user->click(person::row("Garden", screens::PICKER));
 
-    user->waitForEndOf(person::row("Garden", texts::PICKER));
+    user->waitForEndOf(person::row("Garden", screens::PICKER));
     waitForSetting("Applications", "garden;");
 }
 
@@ -56,13 +56,13 @@ TEST_F(Picker, TheButtonOfARowProtects)
     filter("ledg");
     waitForRows({"Ledger"});
 
-    user->clickAtEndOf(person::row("Ledger", texts::PICKER));
+    user->clickAtEndOf(person::row("Ledger", screens::PICKER));
 
-    user->waitForEndOf(person::row("Ledger", texts::PICKER));
+    user->waitForEndOf(person::row("Ledger", screens::PICKER));
     waitForSetting("Applications", "ledger;");
     openPopover();
     unlock();
-    user->waitFor(person::row("Ledger", texts::POPOVER));
+    user->waitFor(person::row("Ledger", screens::POPOVER));
 }
 
 TEST_F(Picker, TheFilterLooksForThePartOfANameInAnyCase)
@@ -73,46 +73,46 @@ TEST_F(Picker, TheFilterLooksForThePartOfANameInAnyCase)
     user->type("x");
     waitForRows({});
 
-    user->activate(texts::CLEAR_FILTER);
-    user->waitFor(person::row("Ledger", texts::PICKER));
-    EXPECT_EQ(user->find(texts::FILTER).text(), "");
+    user->activate(screens::CLEAR_FILTER);
+    user->waitFor(person::row("Ledger", screens::PICKER));
+    EXPECT_EQ(user->find(screens::FILTER).text(), "");
 }
 
 TEST_F(Picker, RunningApplicationsComeAndGoWhileTheyAreListed)
 {
-    user->activate(texts::RUNNING_ONLY);
-    user->waitForEndOf(person::row("Garden", texts::PICKER));
+    user->activate(screens::RUNNING_ONLY);
+    user->waitForEndOf(person::row("Garden", screens::PICKER));
 
     desktop::ChildProcess garden = startApplication("garden");
-    user->waitFor(person::row("Garden", texts::PICKER));
+    user->waitFor(person::row("Garden", screens::PICKER));
 
     garden.signal(SIGTERM);
-    user->waitForEndOf(person::row("Garden", texts::PICKER));
+    user->waitForEndOf(person::row("Garden", screens::PICKER));
 
-    user->activate(texts::RUNNING_ONLY);
-    user->waitFor(person::row("Ledger", texts::PICKER));
+    user->activate(screens::RUNNING_ONLY);
+    user->waitFor(person::row("Ledger", screens::PICKER));
 }
 
 TEST_F(Picker, AdministrativeApplicationsAreOfferedUnlessTheyAreLockedTogether)
 {
-    user->waitFor(person::row("Console", texts::PICKER)); // the option was off
+    user->waitFor(person::row("Console", screens::PICKER)); // the option was off
 
-    user->activate(texts::ADMINISTRATIVE);
+    user->activate(screens::ADMINISTRATIVE);
 
-    user->waitForEndOf(person::row("Console", texts::PICKER));
+    user->waitForEndOf(person::row("Console", screens::PICKER));
     waitForSetting("Administrative", "1");
 }
 
 TEST_F(Picker, BothOptionsAreExplained)
 {
-    user->activate(texts::ABOUT_ADMINISTRATIVE);
+    user->activate(screens::ABOUT_ADMINISTRATIVE);
     answerAlert(
         "Lock administrative applications",
         "With administrative applications users that are sharing your computer can (but it will be "
         "hard to) stop Tarvel from protecting your apps. \n\nThe administrative applications are: "
         "Terminal, Activity Monitor and Keychain Access."
     );
-    user->activate(texts::ABOUT_RUNNING_ONLY);
+    user->activate(screens::ABOUT_RUNNING_ONLY);
     answerAlert(
         "List Running Applications Only",
         "By default, Tarvel will list the apps installed under your Applications folder. If you "

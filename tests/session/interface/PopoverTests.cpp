@@ -21,15 +21,15 @@ protected:
     /// Sees the page shake and come to rest as it was.
     void enterWrongPassword(const std::string& password)
     {
-        const desktop::Rectangle atRest = user->placeOf(texts::GATE);
+        const desktop::Rectangle atRest = user->placeOf(screens::GATE);
         enterAtGate(password);
         user->waitUntil("the page shakes", [&] {
-            return user->find(texts::GATE).place() != atRest;
+            return user->find(screens::GATE).place() != atRest;
         });
         user->waitUntil("the page rests", [&] {
-            return user->find(texts::GATE).place() == atRest;
+            return user->find(screens::GATE).place() == atRest;
         });
-        EXPECT_FALSE(user->sees(texts::CONTENT));
+        EXPECT_FALSE(user->sees(screens::CONTENT));
     }
 
     [[nodiscard]] bool isOn(const person::Control& checkBox) const
@@ -41,15 +41,15 @@ protected:
 TEST_F(PopoverUse, NothingIsShownWithoutThePassword)
 {
     startWithPassword();
-    EXPECT_FALSE(user->sees(person::window(texts::GREETING)));
-    user->waitFor(texts::GATE);
-    EXPECT_FALSE(user->sees(texts::CONTENT));
+    EXPECT_FALSE(user->sees(person::window(screens::GREETING)));
+    user->waitFor(screens::GATE);
+    EXPECT_FALSE(user->sees(screens::CONTENT));
 
     enterWrongPassword("open sesam");
     enterWrongPassword("");
 
     unlock();
-    EXPECT_FALSE(user->sees(texts::GATE));
+    EXPECT_FALSE(user->sees(screens::GATE));
 }
 
 TEST_F(PopoverUse, EveryOpeningAsksForThePassword)
@@ -57,12 +57,12 @@ TEST_F(PopoverUse, EveryOpeningAsksForThePassword)
     startWithPassword();
     unlock();
     user->press(desktop::KEY_ESCAPE);
-    user->waitForEndOf(person::window(texts::POPOVER));
+    user->waitForEndOf(person::window(screens::POPOVER));
 
     openPopover();
 
-    user->waitForFocusOn(texts::GATE);
-    EXPECT_FALSE(user->sees(texts::CONTENT));
+    user->waitForFocusOn(screens::GATE);
+    EXPECT_FALSE(user->sees(screens::CONTENT));
 }
 
 TEST_F(PopoverUse, AProtectedApplicationIsRemovedByItsButtonAndByItsKey)
@@ -71,19 +71,19 @@ TEST_F(PopoverUse, AProtectedApplicationIsRemovedByItsButtonAndByItsKey)
     addApplication("ledger", "Ledger");
     startWithPassword({"garden", "ledger"});
     unlock();
-    user->waitFor(person::row("Garden", texts::POPOVER));
+    user->waitFor(person::row("Garden", screens::POPOVER));
     EXPECT_EQ(user->rows(), (std::vector<std::string>{"Garden", "Ledger"}));
 
-    user->clickAtEndOf(person::row("Garden", texts::POPOVER));
+    user->clickAtEndOf(person::row("Garden", screens::POPOVER));
 
-    user->waitForEndOf(person::row("Garden", texts::POPOVER));
+    user->waitForEndOf(person::row("Garden", screens::POPOVER));
     waitForSetting("Applications", "ledger;");
     EXPECT_EQ(session->countOf("removeApplicationRequest: Garden"), 1U);
 
-    user->waitForFocusOn(person::row("Ledger", texts::POPOVER));
+    user->waitForFocusOn(person::row("Ledger", screens::POPOVER));
     user->press(desktop::KEY_DELETE);
 
-    user->waitFor(texts::NOTHING_PROTECTED);
+    user->waitFor(screens::NOTHING_PROTECTED);
     waitForSetting("Applications", "");
 }
 
@@ -91,29 +91,29 @@ TEST_F(PopoverUse, TheSwitchOfTheProtectionIsKept)
 {
     startWithPassword();
     unlock();
-    EXPECT_TRUE(isOn(texts::ACTIVE));
+    EXPECT_TRUE(isOn(screens::ACTIVE));
 
-    user->activate(texts::ACTIVE);
+    user->activate(screens::ACTIVE);
     waitForSetting("Active", "0");
-    EXPECT_FALSE(isOn(texts::ACTIVE));
+    EXPECT_FALSE(isOn(screens::ACTIVE));
 
-    user->activate(texts::ACTIVE);
+    user->activate(screens::ACTIVE);
     waitForSetting("Active", "1");
-    EXPECT_TRUE(isOn(texts::ACTIVE));
+    EXPECT_TRUE(isOn(screens::ACTIVE));
 }
 
 TEST_F(PopoverUse, TheAutostartFileComesAndGoesWithItsSwitch)
 {
     startWithPassword();
     unlock();
-    EXPECT_FALSE(isOn(texts::START_AT_LOGIN));
+    EXPECT_FALSE(isOn(screens::START_AT_LOGIN));
 
-    user->activate(texts::START_AT_LOGIN);
+    user->activate(screens::START_AT_LOGIN);
     waitForSetting("LoginStart", "1");
     const std::string entry = desktop::readFile(autostartFile());
     EXPECT_NE(entry.find(AgentSession::helperPath().string()), std::string::npos) << entry;
 
-    user->activate(texts::START_AT_LOGIN);
+    user->activate(screens::START_AT_LOGIN);
     waitForSetting("LoginStart", "0");
     EXPECT_FALSE(std::filesystem::exists(autostartFile()));
 }
@@ -124,7 +124,7 @@ TEST_F(PopoverUse, AnAutostartFolderThatFailsIsSaidAndNothingIsStored)
     startWithPassword();
     unlock();
 
-    user->activate(texts::START_AT_LOGIN);
+    user->activate(screens::START_AT_LOGIN);
 
     answerAlert(
         "There was an error",
@@ -139,16 +139,16 @@ TEST_F(PopoverUse, AChangedPasswordCountsFromThenOn)
 {
     startWithPassword();
     unlock();
-    choose(texts::CHANGE_PASSWORD);
-    user->waitForFocusOn(texts::NEW_PASSWORD);
-    user->waitForEndOf(person::window(texts::POPOVER));
+    choose(screens::CHANGE_PASSWORD);
+    user->waitForFocusOn(screens::NEW_PASSWORD);
+    user->waitForEndOf(person::window(screens::POPOVER));
 
     enterNewPassword("another", "another");
 
-    user->waitFor(texts::GATE);
+    user->waitFor(screens::GATE);
     enterWrongPassword(PASSWORD);
     enterAtGate("another");
-    user->waitFor(texts::CONTENT);
+    user->waitFor(screens::CONTENT);
     waitForSetting("Password", "another");
 }
 
@@ -156,14 +156,14 @@ TEST_F(PopoverUse, TheMenuOpensHelpAndThePicker)
 {
     startWithPassword();
     unlock();
-    choose(texts::HELP_AND_SUPPORT);
-    user->waitFor(person::window(texts::HELP));
-    user->waitForEndOf(person::window(texts::POPOVER));
+    choose(screens::HELP_AND_SUPPORT);
+    user->waitFor(person::window(screens::HELP));
+    user->waitForEndOf(person::window(screens::POPOVER));
 
     openPopover();
     unlock();
-    choose(texts::LOCK_OTHERS);
-    user->waitFor(person::window(texts::PICKER));
+    choose(screens::LOCK_OTHERS);
+    user->waitFor(person::window(screens::PICKER));
 }
 
 TEST_F(PopoverUse, QuittingEndsAgentAndHelper)
@@ -172,7 +172,7 @@ TEST_F(PopoverUse, QuittingEndsAgentAndHelper)
     user->waitUntil("the helper runs", [this] { return session->helpers().size() == 1; });
     unlock();
 
-    choose(texts::QUIT);
+    choose(screens::QUIT);
 
     EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 0);
     user->waitUntil("the helper ends", [this] { return session->helpers().empty(); });

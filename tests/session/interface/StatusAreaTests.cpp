@@ -51,10 +51,10 @@ protected:
     void open()
     {
         clickItem();
-        user->waitForFocusOn(texts::GATE);
+        user->waitForFocusOn(screens::GATE);
     }
 
-    void expectClosed() { user->waitForEndOf(person::window(texts::POPOVER)); }
+    void expectClosed() { user->waitForEndOf(person::window(screens::POPOVER)); }
 
     std::optional<StatusPanel> panel;
 };
@@ -62,14 +62,14 @@ protected:
 TEST_P(StatusArea, AStartByTheHelperLeavesThePopoverClosed)
 {
     EXPECT_TRUE(session->waitForLine("Monitoring services started"));
-    EXPECT_FALSE(user->sees(person::window(texts::POPOVER)));
+    EXPECT_FALSE(user->sees(person::window(screens::POPOVER)));
     EXPECT_EQ(session->errors().find("status area"), std::string::npos) << session->errors();
 }
 
 TEST_P(StatusArea, AClickOpensThePopoverAtTheItemAndASecondOneClosesIt)
 {
     open();
-    const Rectangle popover = user->placeOf(person::window(texts::POPOVER));
+    const Rectangle popover = user->placeOf(person::window(screens::POPOVER));
     EXPECT_GE(popover.x, 0);
     EXPECT_LT(popover.x, panel->firstItem().x + panel->firstItem().width);
     EXPECT_LE(popover.y + popover.height, panel->firstItem().y);

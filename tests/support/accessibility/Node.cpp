@@ -56,6 +56,11 @@ std::string Node::name() const
     return property(ACCESSIBLE, "Name");
 }
 
+std::string Node::description() const
+{
+    return property(ACCESSIBLE, "Description");
+}
+
 bool Node::is(Role role) const
 {
     std::uint32_t number = 0;

@@ -22,6 +22,7 @@ public:
     Node(Bus bus, std::string peer, std::string path);
 
     [[nodiscard]] std::string name() const;
+    [[nodiscard]] std::string description() const;
     [[nodiscard]] bool is(Role role) const;
     [[nodiscard]] bool is(State state) const;
 

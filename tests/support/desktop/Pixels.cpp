@@ -52,6 +52,16 @@ bool Picture::contains(Pixel colour) const
     return std::find(pixels.begin(), pixels.end(), colour) != pixels.end();
 }
 
+std::size_t Picture::countDifferent(const Picture& other) const
+{
+    const std::size_t shared = std::min(pixels.size(), other.pixels.size());
+    std::size_t count = std::max(pixels.size(), other.pixels.size()) - shared;
+    for (std::size_t index = 0; index < shared; ++index) {
+        count += pixels[index] != other.pixels[index] ? 1U : 0U;
+    }
+    return count;
+}
+
 void Picture::savePng(const std::filesystem::path& path) const
 {
     std::vector<png_byte> bytes;

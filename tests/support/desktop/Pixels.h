@@ -35,6 +35,9 @@ public:
 
     [[nodiscard]] bool contains(Pixel colour) const;
 
+    /// How many pixels differ from those of another picture of the same area.
+    [[nodiscard]] std::size_t countDifferent(const Picture& other) const;
+
     /// Throws `Failure` when the file cannot be written.
     void savePng(const std::filesystem::path& path) const;
 

@@ -2,6 +2,7 @@
 
 #include "accessibility/Search.h"
 #include "desktop/Failure.h"
+#include "desktop/Pixels.h"
 #include "desktop/Wait.h"
 
 #include <algorithm>
@@ -232,7 +233,7 @@ void Person::press(std::uint32_t key, const std::vector<std::uint32_t>& held) co
 void Person::goTo(const Control& menuItem) const
 {
     constexpr int MOST = 20;
-    waitUntil("a menu is open", [this] { return isMenuOpen(); });
+    waitUntil("a menu is open", [this] { return placeOfMenu().has_value(); });
     for (int steps = 0; steps < MOST; ++steps) {
         const auto before = keyboard.last();
         press(desktop::KEY_DOWN);
@@ -246,12 +247,30 @@ void Person::goTo(const Control& menuItem) const
 }
 
 /// Menus are windows of the agent that no window manager has put into a frame.
-bool Person::isMenuOpen() const
+std::optional<Rectangle> Person::placeOfMenu() const
 {
     desktop::WindowList& list = desk.windows();
-    const auto windows = list.viewableTopLevels();
-    return std::any_of(windows.begin(), windows.end(), [&list](xcb_window_t window) {
-        return list.classOf(window) == PROGRAM;
+    for (const xcb_window_t window : list.viewableTopLevels()) {
+        if (list.classOf(window) == PROGRAM) {
+            return list.placeOf(window);
+        }
+    }
+    return std::nullopt;
+}
+
+void Person::waitUntilScreenRests() const
+{
+    constexpr std::size_t CARET = 200; // pixels
+    constexpr std::chrono::milliseconds MOMENT{250};
+    const Rectangle screen = desk.server().screens().front();
+    waitUntil("the screen rests", [&] {
+        const auto before = desktop::capture(desk.connection(), screen);
+        return desktop::holdsFor(
+            [&] {
+                return desktop::capture(desk.connection(), screen).countDifferent(before) <= CARET;
+            },
+            MOMENT
+        );
     });
 }
 

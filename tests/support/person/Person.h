@@ -68,13 +68,18 @@ public:
     /// Names of all rows of lists that show, in order.
     std::vector<std::string> rows() const;
 
+    /// The menu that is open.
+    [[nodiscard]] std::optional<desktop::Rectangle> placeOfMenu() const;
+
+    /// Waits until nothing on the screen has changed for a moment, a blinking caret aside.
+    void waitUntilScreenRests() const;
+
     /// For a person who looks for the cause of a failure: all that shows.
     std::string report() const;
 
 private:
     std::vector<accessibility::Node> windows() const;
     bool keysGoToAgent() const;
-    bool isMenuOpen() const;
 
     desktop::Desktop& desk;
     accessibility::AccessibilityBus tools;

@@ -1,14 +1,15 @@
-// How the windows and controls are called that the tests use.
+// How the windows of the agent and the things in them are called.
 #pragma once
 
 #include "person/Control.h"
 
-namespace agent::texts {
+namespace person::screens {
 
 inline constexpr auto GREETING = "Welcome to Tarvel";
 inline constexpr auto PASSWORD_WINDOW = "Tarvel Password";
 inline constexpr auto POPOVER = "Tarvel";
 inline constexpr auto PICKER = "Choose applications to protect";
+inline constexpr auto PICKER_TITLE = "Choose Applications"; // for the eye
 inline constexpr auto HELP = "Tarvel Help";
 
 inline const person::Control NEW_PASSWORD = person::passwordField("New password");
@@ -45,4 +46,4 @@ inline const person::Control HELP_PAGE = person::label("Help page", HELP);
 
 inline const person::Control ALERT_BUTTON = person::button("OK");
 
-} // namespace agent::texts
+} // namespace person::screens
