@@ -1,15 +1,14 @@
 #include "tour/Tour.h"
 
 #include "agent/Cover.h"
-#include "desktop/Failure.h"
-#include "desktop/KeyringItems.h"
-#include "desktop/Pixels.h"
 #include "desktop/Typist.h"
 #include "desktop/Wait.h"
+#include "tour/Farewell.h"
+#include "tour/Welcome.h"
 
+#include <chrono>
 #include <csignal>
 #include <iostream>
-#include <sstream>
 #include <vector>
 
 namespace tour {
@@ -19,25 +18,17 @@ using desktop::Clock;
 
 namespace {
 
-constexpr auto APPLICATION = "debian-xterm";
 constexpr char EARLY_KEY = 'x';
 constexpr auto MESSAGE = "Nobody else could type this.";
-
-std::string milliseconds(Clock::duration time)
-{
-    std::ostringstream text;
-    text.precision(1);
-    text << std::fixed << std::chrono::duration<double, std::milli>(time).count() << " ms";
-    return text.str();
-}
 
 } // namespace
 
 bool Tour::run()
 {
     steps.carryOut("a desktop of its own", [this] { return openDesktop(); });
-    steps.carryOut("settings in the keyring", [this] { return storeSettings(); });
-    steps.carryOut("agent started", [this] { return startAgent(); });
+    if (steps.allHeld()) {
+        Welcome(*stage).carryOut(steps);
+    }
     steps.carryOut("xterm started, keys typed all the while", [this] {
         return startApplication();
     });
@@ -48,38 +39,30 @@ bool Tour::run()
     steps.carryOut("xterm started again", [this] { return lockAgain(); });
     steps.carryOut("agent killed while it locks", [this] { return killAgent(); });
     steps.carryOut("right password again", [this] { return unlockAgain(); });
-    if (!steps.allHeld() && session) {
-        std::cout << "\nWhat was there to see (" << (pictures / "failure.png").string() << "):\n"
-                  << session->report() << std::flush;
-        takePicture("failure");
+    if (steps.allHeld()) {
+        Farewell(*stage).carryOut(steps);
+    } else {
+        sayWhatThereIs();
     }
     return steps.allHeld();
 }
 
+void Tour::sayWhatThereIs()
+{
+    if (stage) {
+        std::cout << "\nWhat was there to see (" << (pictures / "failure.png").string() << "):\n"
+                  << session->report() << stage->user.report() << std::flush;
+        stage->takePicture("failure");
+    }
+}
+
 std::string Tour::openDesktop()
 {
-    session = std::make_unique<agent::AgentSession>();
-    takePicture("1-desktop");
-    return "two screens, openbox, session bus and keyring at " +
+    stage = std::make_unique<Stage>(pictures);
+    session = &stage->session;
+    stage->takePicture("01-desktop");
+    return "two screens, openbox, a panel, session bus and keyring at " +
            session->desk.server().displayName();
-}
-
-std::string Tour::storeSettings()
-{
-    session->protect({APPLICATION});
-    const auto kept =
-        desktop::lookUpItem(session->desk.bus().address(), "com.quorvent.Tarvel (Applications)");
-    require(kept == std::string(APPLICATION) + ";", "the keyring did not keep them");
-    return std::string("a password, and ") + APPLICATION + " as the protected application";
-}
-
-std::string Tour::startAgent()
-{
-    require(session->startAndWait(), "it does not watch applications");
-    const bool hasHelper =
-        desktop::waitUntil([this] { return session->helpers().size() == 1; }, agent::PATIENCE);
-    require(hasHelper, "its helper does not run");
-    return "it watches applications, its helper watches it";
 }
 
 std::string Tour::startApplication()
@@ -97,7 +80,7 @@ std::string Tour::startApplication()
     require(application->waitUntilItListens(), "xterm does not run behind the cover");
     typist.stop();
     require(agent::isCovered(session->desk), "the cover did not stay");
-    takePicture("2-locked");
+    stage->takePicture("07-locked");
     return "both screens covered " + milliseconds(time) + " after its start, " +
            std::to_string(typist.count()) + " keys typed";
 }
@@ -108,7 +91,7 @@ std::string Tour::enterWrongPassword()
     const bool stays = desktop::holdsFor([this] { return agent::isCovered(session->desk); }, 1s);
     require(stays, "the cover did not stay");
     require(session->countOf("Terminated: XTerm") == 0, "xterm ended");
-    takePicture("3-wrong-password");
+    stage->takePicture("08-wrong-password");
     return "both screens stay covered";
 }
 
@@ -122,18 +105,25 @@ std::string Tour::enterRightPassword()
         desktop::waitUntil([this] { return applicationHasFocus(); }, agent::PATIENCE),
         "xterm has not the focus"
     );
-    takePicture("4-unlocked");
+    stage->takePicture("09-unlocked");
     return "uncovered after " + milliseconds(time) + ", xterm has the focus";
 }
 
 std::string Tour::typeIntoApplication()
 {
     session->desk.input().type(MESSAGE);
-    require(
-        application->waitFor(MESSAGE), "it received \"" + application->received() + "\" instead"
+    const bool came = desktop::waitUntil(
+        [this] { return application->received().ends_with(MESSAGE); }, agent::PATIENCE
     );
-    takePicture("5-in-use");
-    return "only what was typed after the right password";
+    std::string received = application->received();
+    require(came, "it received \"" + received + "\" instead");
+    const std::size_t early = received.find_first_not_of(EARLY_KEY);
+    received.erase(0, early);
+    require(received == MESSAGE, "it received \"" + received + "\" too");
+    stage->takePicture("10-in-use");
+    return "what was typed after the right password, and " +
+           (early == 0 ? "nothing" : "the first " + std::to_string(early) + " keys") +
+           " of what was typed before";
 }
 
 std::string Tour::endApplication()
@@ -172,7 +162,7 @@ std::string Tour::killAgent()
     require(lives, "its helper does not bring it and the cover back");
     require(session->waitForLine("Monitoring services started", 2), "it does not watch again");
     require(session->waitForCover(), "the lock is not whole");
-    takePicture("6-locked-after-kill");
+    stage->takePicture("11-locked-after-kill");
     return "its helper started it again, both screens covered after " + milliseconds(time);
 }
 
@@ -185,20 +175,6 @@ std::string Tour::unlockAgain()
         "xterm has not the focus"
     );
     return "uncovered, xterm has the focus";
-}
-
-void Tour::require(bool held, const std::string& otherwise)
-{
-    if (!held) {
-        throw desktop::Failure(otherwise);
-    }
-}
-
-void Tour::takePicture(const std::string& name)
-{
-    desktop::Desktop& desk = session->desk;
-    const desktop::Rectangle all = desk.windows().placeOf(desk.connection().root());
-    desktop::capture(desk.connection(), all).savePng(pictures / (name + ".png"));
 }
 
 bool Tour::applicationHasFocus()

@@ -1,12 +1,11 @@
-// The main job, done as a person would do it, on a desktop of its own: what is protected is stored,
-// a real application is started, covered, unlocked, and covered again after the agent was killed.
+// What Tarvel does, done as a person would do it, on a desktop of its own: a password is set, an
+// application is picked, started, covered, unlocked, and covered again after the agent was killed.
 #pragma once
 
-#include "agent/AgentSession.h"
 #include "agent/Recorder.h"
+#include "tour/Stage.h"
 #include "tour/Steps.h"
 
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -24,8 +23,6 @@ public:
 
 private:
     std::string openDesktop();
-    std::string storeSettings();
-    std::string startAgent();
     std::string startApplication();
     std::string enterWrongPassword();
     std::string enterRightPassword();
@@ -35,13 +32,13 @@ private:
     std::string killAgent();
     std::string unlockAgain();
 
-    void require(bool held, const std::string& otherwise);
-    void takePicture(const std::string& name);
+    void sayWhatThereIs();
     bool applicationHasFocus();
 
     std::filesystem::path pictures;
     Steps steps;
-    std::unique_ptr<agent::AgentSession> session;
+    std::unique_ptr<Stage> stage;
+    agent::AgentSession* session = nullptr; // the stage's
     std::unique_ptr<agent::Recorder> application;
 };
 
