@@ -1,9 +1,10 @@
 // The catalogue as it follows real folders, and as the workspace asks it about real processes.
+#include "desktop/ChildProcess.h"
+#include "desktop/TemporaryFolder.h"
+#include "desktop/Wait.h"
 #include "linux/xdg/ApplicationCatalogue.h"
 #include "linux/xdg/XdgApplicationIndex.h"
-#include "processes/ChildProcess.h"
 #include "processes/Recorder.h"
-#include "processes/TemporaryFolder.h"
 
 #include <algorithm>
 #include <chrono>
@@ -48,7 +49,7 @@ protected:
         return seen.waitForOne([&](const std::string& now) { return now == ids; });
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     processes::Recorder<std::string> seen;
     processes::Recorder<std::string> lines;
     xdg::ApplicationCatalogue catalogue{
@@ -119,20 +120,24 @@ TEST_F(ApplicationCatalogueTest, ProgramIsRecognisedByARealProcess)
     catalogue.start();
     ASSERT_TRUE(waitFor("program script "));
     const xdg::XdgApplicationIndex index(catalogue);
-    const auto idOf = [&](const processes::ChildProcess& child) {
+    const auto idOf = [&](const desktop::ChildProcess& child) {
         // The arguments appear a moment after the start.
-        auto facts = proc::ProcFilesystem().facts(child.pid());
-        while (!facts) {
-            facts = proc::ProcFilesystem().facts(child.pid());
+        std::optional<proc::ProcessFacts> facts;
+        const auto read = [&] {
+            facts = proc::ProcFilesystem().facts(child.id());
+            return facts.has_value();
+        };
+        if (!desktop::waitUntil(read, std::chrono::seconds(10))) {
+            return std::string("no facts");
         }
         const auto known = index.ofProcess(*facts);
         return known == nullptr ? "" : known->identifier;
     };
 
-    EXPECT_EQ(idOf(processes::ChildProcess({program, "60"})), "program");
-    EXPECT_EQ(idOf(processes::ChildProcess({script})), "script");
-    EXPECT_EQ(idOf(processes::ChildProcess({"/bin/sh", script})), "script");
-    EXPECT_EQ(idOf(processes::ChildProcess({"/bin/sleep", "60"})), "");
+    EXPECT_EQ(idOf(desktop::ChildProcess({program, "60"})), "program");
+    EXPECT_EQ(idOf(desktop::ChildProcess({script})), "script");
+    EXPECT_EQ(idOf(desktop::ChildProcess({"/bin/sh", script})), "script");
+    EXPECT_EQ(idOf(desktop::ChildProcess({"/bin/sleep", "60"})), "");
     EXPECT_EQ(index.executables().count(program), 1U);
 }
 
@@ -180,11 +185,11 @@ TEST_F(ApplicationCatalogueTest, CostOfIdentityIsPrinted)
     const xdg::XdgApplicationIndex index(catalogue);
     const proc::ProcFilesystem processes;
     const auto medianOf = [&](const std::string& path, const std::string& expected) {
-        const processes::ChildProcess child({path, "60"});
+        const desktop::ChildProcess child({path, "60"});
         std::vector<double> times;
         while (times.size() < 1000) {
             const auto before = Clock::now();
-            const auto facts = processes.facts(child.pid());
+            const auto facts = processes.facts(child.id());
             const auto known = facts ? index.ofProcess(*facts) : nullptr;
             const std::chrono::duration<double, std::micro> time = Clock::now() - before;
             if (facts) { // not while its arguments are still missing

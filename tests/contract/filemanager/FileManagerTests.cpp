@@ -1,9 +1,9 @@
 // One set of promises for files and bundles, kept by the fakes and by the adapters.
+#include "desktop/TemporaryFolder.h"
 #include "fakes/FakeBundles.h"
 #include "fakes/FakeFileManager.h"
 #include "linux/xdg/XdgBundles.h"
 #include "linux/xdg/XdgFileManager.h"
-#include "processes/TemporaryFolder.h"
 
 #include <algorithm>
 #include <memory>
@@ -82,7 +82,7 @@ public:
     std::string realFolder() override { return folder.path("real"); }
 
 private:
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     std::unique_ptr<xdg::ApplicationCatalogue> catalogue;
     std::unique_ptr<xdg::XdgFileManager> fileManager;
     std::unique_ptr<xdg::XdgBundles> xdgBundles;
@@ -159,7 +159,7 @@ namespace {
 class XdgBundlesTest : public testing::Test
 {
 protected:
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     xdg::ApplicationCatalogue catalogue{
         xdg::XdgEnvironment(), xdg::Roles::shipped(), [](std::string_view) {}};
     xdg::XdgBundles bundles{catalogue, "/opt/Tarvel.app/Tarvel"};

@@ -1,9 +1,9 @@
 // One set of promises for login items, kept by the fake and by the adapter.
+#include "desktop/TemporaryFolder.h"
 #include "fakes/FakeLoginItems.h"
 #include "linux/xdg/DesktopEntryParser.h"
 #include "linux/xdg/ExecLine.h"
 #include "linux/xdg/XdgLoginItems.h"
-#include "processes/TemporaryFolder.h"
 
 #include <fstream>
 #include <iterator>
@@ -63,7 +63,7 @@ public:
         );
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     std::vector<std::string> lines;
     std::string program = "/opt/my \"own\" $HOME/100%/OlvoHelper.app/OlvoHelper";
 

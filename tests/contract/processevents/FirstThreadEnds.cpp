@@ -1,11 +1,20 @@
-// A process whose first thread ends a second before the last one.
-#include <chrono>
+// A process whose first thread ends at once; the last one does when it hears something on the
+// socket whose number is the argument.
+#include <charconv>
+#include <string_view>
 #include <thread>
 
 #include <pthread.h>
+#include <unistd.h>
 
-int main()
+int main(int count, char** arguments)
 {
-    std::thread([] { std::this_thread::sleep_for(std::chrono::seconds(1)); }).detach();
+    const std::string_view number = arguments[count - 1];
+    int wire = -1;
+    std::from_chars(number.data(), number.data() + number.size(), wire);
+    std::thread([wire] {
+        char heard = 0;
+        (void)!::read(wire, &heard, 1);
+    }).detach();
     ::pthread_exit(nullptr);
 }

@@ -1,5 +1,5 @@
+#include "desktop/ChildProcess.h"
 #include "linux/proc/ProcessConnector.h"
-#include "processes/ChildProcess.h"
 #include "processes/Recorder.h"
 
 #include <algorithm>
@@ -77,7 +77,7 @@ TEST_F(ProcessConnectorTest, OverflowIsReportedAsLoss)
     }
 
     for (int count = 0; count < 300; ++count) {
-        processes::ChildProcess({"/bin/true"}).wait();
+        desktop::ChildProcess({"/bin/true"}).waitForEnd(std::chrono::seconds(10));
     }
     overflown.set_value();
 

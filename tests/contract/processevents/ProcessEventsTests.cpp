@@ -1,8 +1,9 @@
 // The same promises for each of the three sources, each forced by refusing the better ones.
+#include "desktop/ChildProcess.h"
+#include "desktop/TemporaryFolder.h"
+#include "desktop/Wait.h"
 #include "linux/proc/ProcessEvents.h"
-#include "processes/ChildProcess.h"
 #include "processes/Recorder.h"
-#include "processes/TemporaryFolder.h"
 
 #include <algorithm>
 #include <array>
@@ -78,7 +79,7 @@ protected:
         );
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     std::string program = folder.copyProgram("/bin/sleep", "program");
     processes::Recorder<std::string> lines;
     processes::Recorder<proc::ProcessFacts> execs;
@@ -105,10 +106,10 @@ TEST_P(ProcessEventsContract, ExecComesWithTheFacts)
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
     }
-    const processes::ChildProcess child({program, "60"});
+    const desktop::ChildProcess child({program, "60"});
 
     ASSERT_TRUE(execs.waitForOne([&](const proc::ProcessFacts& facts) {
-        return facts.pid == child.pid() && facts.executable == program &&
+        return facts.pid == child.id() && facts.executable == program &&
                facts.arguments == std::vector<std::string>{program, "60"} &&
                facts.parent == ::getpid() && facts.user == ::getuid() && facts.startTime > 0;
     }));
@@ -120,10 +121,10 @@ TEST_P(ProcessEventsContract, ScriptShowsAsItsInterpreterWithTheScriptAsArgument
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
     }
-    const processes::ChildProcess child({script});
+    const desktop::ChildProcess child({script});
 
     ASSERT_TRUE(execs.waitForOne([&](const proc::ProcessFacts& facts) {
-        return facts.pid == child.pid() && facts.arguments.size() == 2 &&
+        return facts.pid == child.id() && facts.arguments.size() == 2 &&
                facts.arguments[1] == script;
     }));
 }
@@ -133,10 +134,10 @@ TEST_P(ProcessEventsContract, ProgramThatReplacesAnotherInItsProcessIsReported)
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
     }
-    const processes::ChildProcess child({"/bin/sh", "-c", "exec \"$0\" 60", program});
+    const desktop::ChildProcess child({"/bin/sh", "-c", "exec \"$0\" 60", program});
 
     EXPECT_TRUE(execs.waitForOne([&](const proc::ProcessFacts& facts) {
-        return facts.pid == child.pid() && facts.executable == program;
+        return facts.pid == child.id() && facts.executable == program;
     }));
 }
 
@@ -145,30 +146,32 @@ TEST_P(ProcessEventsContract, TenStartsAtOnceAreAllReported)
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
     }
-    std::vector<processes::ChildProcess> children;
+    std::vector<desktop::ChildProcess> children;
     children.reserve(10);
     for (int count = 0; count < 10; ++count) {
         children.emplace_back(std::vector<std::string>{program, "60"});
     }
 
-    for (const processes::ChildProcess& child : children) {
-        EXPECT_TRUE(waitForExec(child.pid()));
+    for (const desktop::ChildProcess& child : children) {
+        EXPECT_TRUE(waitForExec(child.id()));
     }
 }
 
 TEST_P(ProcessEventsContract, SnapshotHoldsWhatRunsAlready)
 {
-    const processes::ChildProcess child({program, "60"});
+    const desktop::ChildProcess child({program, "60"});
     // Its arguments appear a moment after the start.
-    while (!proc::ProcFilesystem().facts(child.pid())) {
-    }
+    ASSERT_TRUE(desktop::waitUntil(
+        [&] { return proc::ProcFilesystem().facts(child.id()).has_value(); },
+        std::chrono::seconds(10)
+    ));
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
     }
 
     const auto all = snapshots.all().front();
     EXPECT_TRUE(std::any_of(all.begin(), all.end(), [&](const proc::ProcessFacts& facts) {
-        return facts.pid == child.pid();
+        return facts.pid == child.id();
     }));
 }
 
@@ -177,8 +180,8 @@ TEST_P(ProcessEventsContract, EndOfAWatchedProcessIsReported)
     if (!start()) {
         GTEST_SKIP() << "this kernel refuses the process connector";
     }
-    processes::ChildProcess child({program, "60"});
-    const pid_t pid = child.pid();
+    desktop::ChildProcess child({program, "60"});
+    const pid_t pid = child.id();
     const auto status = proc::ProcFilesystem().status(pid);
     ASSERT_TRUE(status.has_value());
     events.watchExit(pid, status->startTime);
@@ -196,7 +199,7 @@ TEST_P(ProcessEventsContract, DestructionInTheMiddleOfAStormIsClean)
     storm->onExec = [&](const proc::ProcessFacts& facts) { seen.add(facts.pid); };
     storm->watchExecutables({program});
     storm->start();
-    const processes::ChildProcess child(
+    const desktop::ChildProcess child(
         {"/bin/sh", "-c", "for i in $(seq 300); do \"$0\" 0.01; done", program}
     );
     ASSERT_TRUE(seen.waitForOne([](pid_t) { return true; }));
@@ -226,9 +229,9 @@ TEST_P(ConnectorTest, ProgramOfAFewMillisecondsIsReported)
     }
 
     for (int run = 0; run < 20; ++run) {
-        processes::ChildProcess child({program, "0.05"});
-        const pid_t pid = child.pid();
-        child.wait();
+        desktop::ChildProcess child({program, "0.05"});
+        const pid_t pid = child.id();
+        child.waitForEnd(std::chrono::seconds(10));
         EXPECT_TRUE(waitForExec(pid));
     }
 }
@@ -241,10 +244,10 @@ TEST_P(ConnectorTest, ShareOfProgramsThatDoNothingIsPrinted)
     }
 
     for (int run = 0; run < 200; ++run) {
-        processes::ChildProcess({quick}).wait();
+        desktop::ChildProcess({quick}).waitForEnd(std::chrono::seconds(10));
     }
-    const processes::ChildProcess last({program, "60"});
-    ASSERT_TRUE(waitForExec(last.pid()));
+    const desktop::ChildProcess last({program, "60"});
+    ASSERT_TRUE(waitForExec(last.id()));
 
     // What ends before its files are read is nobody's business; it must not stop the others.
     const auto all = execs.all();
@@ -280,7 +283,7 @@ TEST(ProcessEvents, SourceThatNeverAnswersIsGivenUp)
 
 TEST(ProcessEvents, ReplacedExecutableIsStillWatched)
 {
-    const processes::TemporaryFolder folder;
+    const desktop::TemporaryFolder folder;
     const std::string program = folder.copyProgram("/bin/sleep", "program");
     proc::ProcessEventsOptions options = optionsFor(Source::Executables);
     // Without the scan every report is owed to the watch.
@@ -302,9 +305,9 @@ TEST(ProcessEvents, ReplacedExecutableIsStillWatched)
     // The folder's watch answers on the same thread as this exec's, so a second one is certain.
     bool seen = false;
     for (int attempt = 0; attempt < 100 && !seen; ++attempt) {
-        processes::ChildProcess child({program, "0.1"});
-        const pid_t pid = child.pid();
-        child.wait();
+        desktop::ChildProcess child({program, "0.1"});
+        const pid_t pid = child.id();
+        child.waitForEnd(std::chrono::seconds(10));
         const std::vector<pid_t> all = execs.all();
         seen = std::find(all.begin(), all.end(), pid) != all.end();
     }

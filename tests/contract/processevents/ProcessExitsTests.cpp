@@ -1,5 +1,7 @@
+#include "desktop/ChildProcess.h"
+#include "desktop/Wait.h"
 #include "linux/proc/ProcessExits.h"
-#include "processes/ChildProcess.h"
+#include "processes/Dialogue.h"
 #include "processes/Recorder.h"
 
 #include <future>
@@ -39,8 +41,8 @@ protected:
 
 TEST_F(ProcessExitsTest, EndIsReportedOnceThoughWatchedTwice)
 {
-    processes::ChildProcess child({"/bin/sleep", "60"});
-    const pid_t pid = child.pid();
+    desktop::ChildProcess child({"/bin/sleep", "60"});
+    const pid_t pid = child.id();
     const std::uint64_t startTime = filesystem.status(pid)->startTime;
     watch(pid, startTime);
     watch(pid, startTime);
@@ -51,8 +53,8 @@ TEST_F(ProcessExitsTest, EndIsReportedOnceThoughWatchedTwice)
     child.end();
 
     ASSERT_TRUE(waitForEnd(pid, startTime));
-    processes::ChildProcess other({"/bin/sleep", "60"});
-    const pid_t later = other.pid();
+    desktop::ChildProcess other({"/bin/sleep", "60"});
+    const pid_t later = other.id();
     const std::uint64_t laterStart = filesystem.status(later)->startTime;
     watch(later, laterStart);
     other.end();
@@ -62,8 +64,8 @@ TEST_F(ProcessExitsTest, EndIsReportedOnceThoughWatchedTwice)
 
 TEST_F(ProcessExitsTest, ProcessThatIsGoneAlreadyIsReportedAtOnce)
 {
-    processes::ChildProcess child({"/bin/sleep", "60"});
-    const pid_t pid = child.pid();
+    desktop::ChildProcess child({"/bin/sleep", "60"});
+    const pid_t pid = child.id();
     const std::uint64_t startTime = filesystem.status(pid)->startTime;
     child.end();
 
@@ -74,34 +76,40 @@ TEST_F(ProcessExitsTest, ProcessThatIsGoneAlreadyIsReportedAtOnce)
 
 TEST_F(ProcessExitsTest, AnotherProcessWithTheSameNumberIsNotMistakenForIt)
 {
-    const processes::ChildProcess child({"/bin/sleep", "60"});
+    const desktop::ChildProcess child({"/bin/sleep", "60"});
 
-    watch(child.pid(), 1);
+    watch(child.id(), 1);
 
-    EXPECT_TRUE(waitForEnd(child.pid(), 1));
+    EXPECT_TRUE(waitForEnd(child.id(), 1));
 }
 
 TEST_F(ProcessExitsTest, ProcessThatNobodyWaitedForHasEnded)
 {
-    const processes::ChildProcess child({"/bin/true"});
-    const auto status = filesystem.status(child.pid());
+    const desktop::ChildProcess child({"/bin/true"});
+    const auto status = filesystem.status(child.id());
     ASSERT_TRUE(status.has_value());
 
-    watch(child.pid(), status->startTime);
+    watch(child.id(), status->startTime);
 
-    EXPECT_TRUE(waitForEnd(child.pid(), status->startTime));
+    EXPECT_TRUE(waitForEnd(child.id(), status->startTime));
 }
 
 TEST_F(ProcessExitsTest, FirstThreadThatEndsBeforeTheOthersDoesNotEndTheProcess)
 {
-    const processes::ChildProcess child({FIRST_THREAD_ENDS});
-    const pid_t pid = child.pid();
-    const std::uint64_t startTime = filesystem.status(pid)->startTime;
-    while (filesystem.status(pid)->state != 'Z') {
-    }
+    processes::Dialogue program({FIRST_THREAD_ENDS}, {});
+    const pid_t pid = program.process().id();
+    const auto status = filesystem.status(pid);
+    ASSERT_TRUE(status.has_value());
+    const std::uint64_t startTime = status->startTime;
+    const auto firstThreadEnded = [&] {
+        const auto now = filesystem.status(pid);
+        return now.has_value() && now->state == 'Z';
+    };
+    ASSERT_TRUE(desktop::waitUntil(firstThreadEnded, processes::PATIENCE));
 
     EXPECT_TRUE(filesystem.alive(pid, startTime));
     watch(pid, startTime);
+    program.say("end");
 
     EXPECT_TRUE(waitForEnd(pid, startTime));
     EXPECT_FALSE(filesystem.alive(pid, startTime));

@@ -1,5 +1,7 @@
 // One set of promises for the workspace, kept by the fake and, with real processes, by the adapter.
-#include "TestQueue.h"
+#include "desktop/ChildProcess.h"
+#include "desktop/MainLoop.h"
+#include "desktop/TemporaryFolder.h"
 #include "fakes/FakeTimers.h"
 #include "fakes/FakeWorkspace.h"
 #include "linux/workspace/KernelProcessSource.h"
@@ -7,8 +9,6 @@
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/xdg/ApplicationCatalogue.h"
 #include "linux/xdg/XdgApplicationIndex.h"
-#include "processes/ChildProcess.h"
-#include "processes/TemporaryFolder.h"
 
 #include <map>
 #include <memory>
@@ -102,8 +102,8 @@ public:
     pid_t startFoo()
     {
         auto child =
-            std::make_unique<processes::ChildProcess>(std::vector<std::string>{program, "60"});
-        const pid_t pid = child->pid();
+            std::make_unique<desktop::ChildProcess>(std::vector<std::string>{program, "60"});
+        const pid_t pid = child->id();
         children[pid] = std::move(child);
         return pid;
     }
@@ -115,16 +115,16 @@ public:
     std::string helperBundle() const { return folder.path(HELPER_BUNDLE); }
 
 private:
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     std::string program = folder.copyProgram("/bin/sleep", "bin/foo");
-    TestQueue queue;
+    desktop::MainLoop queue;
     fakes::FakeTimers timers;
     std::unique_ptr<xdg::ApplicationCatalogue> catalogue;
     std::unique_ptr<xdg::XdgApplicationIndex> index;
     std::unique_ptr<workspace::OwnPrograms> programs;
     std::unique_ptr<workspace::KernelProcessSource> source;
     std::unique_ptr<workspace::LinuxWorkspace> real;
-    std::map<pid_t, std::unique_ptr<processes::ChildProcess>> children;
+    std::map<pid_t, std::unique_ptr<desktop::ChildProcess>> children;
 };
 
 /// What an observer of everything is told, one line an event.

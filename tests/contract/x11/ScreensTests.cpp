@@ -1,5 +1,5 @@
 // What every implementation of the screens promises, asked of the fake and of a real display.
-#include "MainLoop.h"
+#include "desktop/MainLoop.h"
 #include "desktop/PrivateXServer.h"
 #include "fakes/FakeScreens.h"
 #include "linux/x11/X11Screens.h"
@@ -78,7 +78,7 @@ public:
 
 private:
     desktop::PrivateXServer server;
-    MainLoop mainLoop;
+    desktop::MainLoop mainLoop;
     x11::X11Desktop display{
         x11::Connection::open(server.displayName()), mainLoop, [](const std::string& /*line*/) {}};
     x11::X11Screens real{display};

@@ -1,8 +1,8 @@
 // The X11 adapters wired together on a private display, as the program wires them.
 #pragma once
 
-#include "MainLoop.h"
 #include "desktop/Desktop.h"
+#include "desktop/MainLoop.h"
 #include "desktop/Pixels.h"
 #include "linux/x11/X11Application.h"
 #include "linux/x11/X11Desktop.h"
@@ -78,7 +78,7 @@ public:
     }
 
     desktop::Desktop session;
-    MainLoop mainLoop;
+    desktop::MainLoop mainLoop;
     Reports reports;
     x11::X11Desktop display{
         x11::Connection::open(session.server().displayName()), mainLoop, [this](const auto& line) {

@@ -75,3 +75,27 @@ TEST(ChildProcess, EndsWithItsObject)
     }
     EXPECT_NE(kill(process, 0), 0);
 }
+
+TEST(ChildProcess, OneThatIsStoppedEndsWithItsObjectBeforeItIsKilled)
+{
+    desktop::ChildProcess child({"sh", "-c", "kill -STOP $$"});
+    int status = 0;
+    ASSERT_EQ(waitpid(child.id(), &status, WUNTRACED), child.id());
+    ASSERT_TRUE(WIFSTOPPED(status));
+    const auto before = std::chrono::steady_clock::now();
+
+    child = desktop::ChildProcess({"true"});
+
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 2s);
+}
+
+TEST(ChildProcess, EndAfterTheEndTouchesNoOtherProcess)
+{
+    desktop::ChildProcess child({"true"});
+    desktop::ChildProcess neighbour({"sleep", "60"});
+    ASSERT_EQ(child.waitForExitStatus(10s), 0);
+
+    child.end();
+
+    EXPECT_TRUE(neighbour.isRunning());
+}

@@ -125,7 +125,25 @@ Prepared prepare(const ChildProcess::Command& command, int report)
     return prepared;
 }
 
+Environment ownEnvironment()
+{
+    Environment result;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        const std::size_t equals = text.find('=');
+        if (equals != std::string::npos) {
+            result.emplace(text.substr(0, equals), text.substr(equals + 1));
+        }
+    }
+    return result;
+}
+
 } // namespace
+
+ChildProcess::ChildProcess(std::vector<std::string> arguments)
+    : ChildProcess(Command{.arguments = std::move(arguments), .environment = ownEnvironment()})
+{
+}
 
 ChildProcess::ChildProcess(const Command& command)
 {
@@ -212,13 +230,19 @@ void ChildProcess::signal(int number)
     }
 }
 
+void ChildProcess::end()
+{
+    signal(SIGKILL);
+    waitForEnd(std::chrono::seconds(10));
+}
+
 void ChildProcess::stop()
 {
     if (process > 0 && !ended.has_value()) {
         kill(process, SIGTERM);
+        kill(process, SIGCONT); // one that is stopped hears of nothing else
         if (!waitForEnd(std::chrono::seconds(2)).has_value()) {
-            kill(process, SIGKILL);
-            waitForEnd(std::chrono::seconds(10));
+            end();
         }
     }
     if (descriptor >= 0) {

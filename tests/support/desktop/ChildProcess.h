@@ -32,6 +32,10 @@ public:
 
     /// Throws `Failure` when the program cannot be executed.
     explicit ChildProcess(const Command& command);
+
+    /// The same in this process's environment.
+    explicit ChildProcess(std::vector<std::string> arguments);
+
     ~ChildProcess();
     ChildProcess(ChildProcess&& other) noexcept;
     ChildProcess& operator=(ChildProcess&& other) noexcept;
@@ -50,6 +54,9 @@ public:
     std::optional<int> waitForExitStatus(std::chrono::milliseconds timeout);
 
     void signal(int number);
+
+    /// Kills it where it still runs, and waits for its end.
+    void end();
 
 private:
     void stop();

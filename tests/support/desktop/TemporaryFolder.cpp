@@ -18,7 +18,7 @@ TemporaryFolder::TemporaryFolder()
     if (mkdtemp(pattern.data()) == nullptr) {
         throw Failure("no temporary folder");
     }
-    folder = pattern;
+    folder = fs::canonical(pattern);
 }
 
 TemporaryFolder::~TemporaryFolder()
@@ -39,6 +39,26 @@ fs::path TemporaryFolder::subfolder(const std::string& name) const
     fs::create_directories(path);
     fs::permissions(path, fs::perms::owner_all);
     return path;
+}
+
+std::string TemporaryFolder::write(const std::string& name, const std::string& content) const
+{
+    writeFile(folder / name, content);
+    return path(name);
+}
+
+std::string TemporaryFolder::writeProgram(const std::string& name, const std::string& content) const
+{
+    write(name, content);
+    fs::permissions(folder / name, fs::perms(0755));
+    return path(name);
+}
+
+std::string TemporaryFolder::copyProgram(const std::string& source, const std::string& name) const
+{
+    fs::create_directories((folder / name).parent_path());
+    fs::copy_file(source, folder / name);
+    return path(name);
 }
 
 std::string readFile(const fs::path& path)

@@ -1,5 +1,5 @@
+#include "desktop/TemporaryFolder.h"
 #include "linux/proc/ProcFilesystem.h"
-#include "processes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -24,7 +24,7 @@ protected:
         std::filesystem::create_symlink("/home/user", folder.path(name + "/cwd"));
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     proc::ProcFilesystem filesystem{::getuid(), folder.path()};
 };
 

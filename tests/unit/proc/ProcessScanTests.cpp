@@ -1,5 +1,5 @@
+#include "desktop/TemporaryFolder.h"
 #include "linux/proc/ProcessScan.h"
-#include "processes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ protected:
         std::filesystem::create_symlink(executable, folder.path(pid + "/exe"));
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     proc::ProcFilesystem filesystem{::getuid(), folder.path()};
     proc::ProcessScan scan{filesystem};
     std::vector<std::string> seen;

@@ -1,9 +1,9 @@
+#include "desktop/TemporaryFolder.h"
 #include "linux/workspace/BundleLauncher.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -26,42 +26,26 @@ class BundleLauncher : public testing::Test
 protected:
     BundleLauncher()
     {
-        std::string pattern = (fs::temp_directory_path() / "launcher-XXXXXX").string();
-        folder = mkdtemp(pattern.data());
-        fs::create_directories(bundle());
         if (mkfifo(pipe().c_str(), 0600) != 0) {
             throw std::runtime_error("no pipe");
         }
     }
 
-    BundleLauncher(const BundleLauncher&) = delete;
-    BundleLauncher& operator=(const BundleLauncher&) = delete;
-    BundleLauncher(BundleLauncher&&) = delete;
-    BundleLauncher& operator=(BundleLauncher&&) = delete;
+    fs::path bundle() const { return folder.path() / "Probe.app"; }
 
-    ~BundleLauncher() override { fs::remove_all(folder); }
-
-    fs::path bundle() const { return folder / "Probe.app"; }
-
-    fs::path pipe() const { return folder / "pipe"; }
+    fs::path pipe() const { return folder.path() / "pipe"; }
 
     void writeProgram(const std::string& commands) const
     {
-        const fs::path program = bundle() / "Probe";
-        std::ofstream(program) << "#!/bin/sh\n" << commands << " > '" << pipe().string() << "'\n";
-        fs::permissions(program, fs::perms::owner_all);
+        folder.writeProgram(
+            "Probe.app/Probe", "#!/bin/sh\n" + commands + " > '" + pipe().string() + "'\n"
+        );
     }
 
     /// Waits until the program has closed the pipe.
-    std::string output() const
-    {
-        std::ifstream stream(pipe());
-        std::ostringstream text;
-        text << stream.rdbuf();
-        return text.str();
-    }
+    std::string output() const { return desktop::readFile(pipe()); }
 
-    fs::path folder;
+    desktop::TemporaryFolder folder;
     workspace::BundleLauncher::Clock::time_point time{};
     std::vector<std::string> reports;
     workspace::BundleLauncher launcher{
@@ -112,13 +96,13 @@ TEST_F(BundleLauncher, ProgramLeadsASessionOfItsOwnWithoutOurFilesAndSignalMask)
 
 TEST_F(BundleLauncher, MissingProgramFailsAndIsReported)
 {
-    EXPECT_EQ(launcher.launch(folder / "Missing.app", {}), Outcome::Failed);
+    EXPECT_EQ(launcher.launch(folder.path() / "Missing.app", {}), Outcome::Failed);
     EXPECT_THAT(reports, testing::ElementsAre(testing::HasSubstr("Missing.app/Missing")));
 }
 
 TEST_F(BundleLauncher, ProgramThatIsStartedTooOftenIsLeftAloneForAMinute)
 {
-    const fs::path missing = folder / "Missing.app";
+    const fs::path missing = folder.path() / "Missing.app";
     for (std::size_t start = 0; start < workspace::BundleLauncher::STARTS_A_MINUTE; ++start) {
         EXPECT_EQ(launcher.launch(missing, {}), Outcome::Failed);
     }

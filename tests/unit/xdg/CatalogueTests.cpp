@@ -1,6 +1,6 @@
 // The catalogue, read from folders that are made for each case.
+#include "desktop/TemporaryFolder.h"
 #include "linux/xdg/CatalogueBuilder.h"
-#include "processes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -71,7 +71,7 @@ protected:
         return found == nullptr ? "" : found->entry.id;
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     xdg::XdgEnvironment environment;
     std::shared_ptr<const xdg::Catalogue> catalogue;
     Names claims;

@@ -1,6 +1,6 @@
 // What a chosen application is known by outlives whatever is done to its entry.
+#include "desktop/TemporaryFolder.h"
 #include "linux/xdg/CatalogueBuilder.h"
-#include "processes/TemporaryFolder.h"
 
 #include <filesystem>
 
@@ -50,7 +50,7 @@ protected:
         return found == nullptr ? "" : found->entry.id;
     }
 
-    processes::TemporaryFolder folder;
+    desktop::TemporaryFolder folder;
     xdg::XdgEnvironment environment;
     const xdg::Roles& roles = xdg::Roles::shipped();
     xdg::Choice choice;
