@@ -134,6 +134,8 @@ public:
           display(std::move(forGuard), std::move(forQuestions), queues, timers, report)
     {
         log.diagnostic(x11::strength(display.desktop.connection().extensions()));
+        display.guard.onLost = [this] { coversLost(); };
+        display.desktop.onLost = [this] { coversLost(); };
         statusBar.onActivated = [this] { display.eventMonitors.statusItemActivated(); };
     }
 
@@ -241,6 +243,10 @@ private:
         notifications.post(storage::KeyConstants::TERMINATE_HELPER_KEY, IDENTIFIER);
         processInfo.exit(1);
     }
+
+    /// Nothing that this process covers is covered any more; what the helper starts after it locks
+    /// again what is marked. Where the whole display went, nothing is started.
+    [[noreturn]] void coversLost() { processInfo.exit(1); }
 
     process::StreamLog& log;
     process::UnixProcessInfo& processInfo;

@@ -199,6 +199,10 @@ void ApplicationsLockerCentralService::lock(const ApplicationEntityPtr& applicat
 {
     currentlyOrPreviouslyProtectedApplication = application;
     applicationIsProtected = true;
+    if (!screensCount().has_value()) {
+        // Covering will stop the process; the one that comes after it is to lock again.
+        currentMonitoredApplicationService.markMinitoredApplication(application->bundleIdentifier);
+    }
     coverOtherScreens();
     passwordWindowController = lockWindowFactory();
     LockWindow& window = required(passwordWindowController, "passwordWindowController");

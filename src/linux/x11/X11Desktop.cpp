@@ -72,7 +72,21 @@ void X11Desktop::run()
     }
     if (!stopping) {
         report("the connection to the X display is lost");
+        announceLoss(desktopIsAlive);
     }
+}
+
+void X11Desktop::announceLoss(const std::weak_ptr<bool>& desktopIsAlive)
+{
+    queues.asyncMain([this, desktopIsAlive] {
+        if (desktopIsAlive.expired()) {
+            return;
+        }
+        const auto listener = onLost;
+        if (listener) {
+            listener();
+        }
+    });
 }
 
 void X11Desktop::deliverLater(

@@ -1,7 +1,7 @@
 // The display as the adapters other than the guard see it: one connection for their questions, and
 // a thread that reads its events and hands them, in order, to every listener on the main thread.
-// When the display goes away one line is reported, no event comes any more and every answer is
-// empty.
+// When the connection is lost one line is reported, `onLost` is called, no event comes any more and
+// every answer is empty.
 #pragma once
 
 #include "linux/x11/Atoms.h"
@@ -24,6 +24,9 @@ public:
     using Listener = std::function<void(const xcb_generic_event_t& event)>;
     /// Called on the reading thread.
     using Report = std::function<void(const std::string& line)>;
+
+    /// Once, when no answer will come any more. Main thread.
+    std::function<void()> onLost;
 
     X11Desktop(
         std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
@@ -51,6 +54,7 @@ private:
     bool isOfInterest(const xcb_generic_event_t& event) const;
     void deliverLater(std::shared_ptr<Batch> batch, const std::weak_ptr<bool>& desktopIsAlive);
     void deliver(const Batch& batch);
+    void announceLoss(const std::weak_ptr<bool>& desktopIsAlive);
 
     std::unique_ptr<Connection> display;
     platform::DispatchQueues& queues;

@@ -95,6 +95,7 @@ void X11Guard::run()
         if (display->broken()) {
             report("the connection to the X display is lost");
             isCaptured = false;
+            announceLoss();
             break;
         }
         const auto due = loop.work();
@@ -154,6 +155,19 @@ void X11Guard::publish()
         const auto listener = onFocusChanged;
         if (listener) {
             listener(focused);
+        }
+    });
+}
+
+void X11Guard::announceLoss()
+{
+    queues.asyncMain([this, guardIsAlive = std::weak_ptr<bool>(alive)] {
+        if (guardIsAlive.expired()) {
+            return;
+        }
+        const auto listener = onLost;
+        if (listener) {
+            listener();
         }
     });
 }

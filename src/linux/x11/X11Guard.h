@@ -1,8 +1,9 @@
 // The lock's hold on the X display: on a connection and a thread of its own, so that neither a busy
 // main thread nor a toolkit delays it. Covers the whole desktop, keeps the lock's windows above
 // everything that appears, captures keyboard and pointer and hands them to the key window.
-// Commands may come from any thread; they return at once and are done in order. When the display
-// goes away one line is reported and every later command does nothing.
+// Commands may come from any thread; they return at once and are done in order. When its connection
+// is lost, and with it all that covers, one line is reported, `onLost` is called, and every later
+// command does nothing.
 #pragma once
 
 #include "linux/x11/Connection.h"
@@ -29,6 +30,9 @@ public:
 
     /// A lock window got or lost the input focus. Main thread.
     std::function<void(bool focused)> onFocusChanged;
+
+    /// Once, when nothing is covered or captured any more and never will be. Main thread.
+    std::function<void()> onLost;
 
     X11Guard(
         std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
@@ -69,6 +73,7 @@ private:
     bool runCommands();
     void readEvents();
     void publish();
+    void announceLoss();
 
     std::unique_ptr<Connection> display;
     platform::DispatchQueues& queues;

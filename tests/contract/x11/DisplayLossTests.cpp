@@ -42,4 +42,44 @@ TEST(DisplayLoss, IsReportedOnceAConnectionAndEverythingElseDoesNothing)
     ));
 }
 
+/// Ends the client as somebody does who asks the server to, and leaves the display as it is.
+void cut(X11World& world, const x11::Connection& connection)
+{
+    desktop::XConnection& killer = world.session.connection();
+    xcb_kill_client(killer.get(), xcb_get_setup(connection.get())->resource_id_base);
+    killer.sync();
+}
+
+TEST(DisplayLoss, AGuardWhoseConnectionAloneIsCutSaysSoOnce)
+{
+    X11World world;
+    int lost = 0;
+    world.guard.onLost = [&lost] { ++lost; };
+    world.application.setPresentationOptions(X11World::LOCKED);
+    ASSERT_TRUE(world.capturedSoon());
+
+    cut(world, world.guard.connection());
+
+    ASSERT_TRUE(world.mainLoop.runUntil([&lost] { return lost > 0; }));
+    world.application.setPresentationOptions(platform::PRESENTATION_DEFAULT);
+    world.application.setPresentationOptions(X11World::LOCKED);
+    EXPECT_TRUE(world.mainLoop.runsDry());
+    EXPECT_EQ(lost, 1);
+    EXPECT_TRUE(world.screens.screens().has_value());
+}
+
+TEST(DisplayLoss, ADesktopWhoseConnectionAloneIsCutSaysSoOnce)
+{
+    X11World world;
+    int lost = 0;
+    world.display.onLost = [&lost] { ++lost; };
+
+    cut(world, world.display.connection());
+
+    ASSERT_TRUE(world.mainLoop.runUntil([&lost] { return lost > 0; }));
+    EXPECT_FALSE(world.screens.screens().has_value());
+    EXPECT_TRUE(world.mainLoop.runsDry());
+    EXPECT_EQ(lost, 1);
+}
+
 } // namespace

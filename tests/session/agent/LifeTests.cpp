@@ -14,6 +14,21 @@ class Life : public AgentTest
 protected:
     void SetUp() override { watch({TERMINAL}); }
 
+    /// Asks the server to end the client that owns the cover of the second screen.
+    void cutTheConnectionOfACover() const
+    {
+        desktop::WindowList& windows = session->desk.windows();
+        const desktop::Rectangle covered = session->desk.server().screens().at(1);
+        for (const xcb_window_t window : windows.viewableTopLevels()) {
+            if (windows.placeOf(window) == covered) {
+                xcb_kill_client(session->desk.connection().get(), window);
+                session->desk.connection().sync();
+                return;
+            }
+        }
+        FAIL() << "the second screen has no cover of its own";
+    }
+
     /// The one agent that is not `old`, once its lock is on the screens.
     bool isFollowedWithItsLock(pid_t old) const
     {
@@ -57,6 +72,19 @@ TEST_F(Life, AnAgentThatIsKilledWhileItLocksComesBackWithItsLock)
     EXPECT_TRUE(session->process().waitForEnd(PATIENCE).has_value());
     EXPECT_TRUE(isFollowedWithItsLock(killed));
     EXPECT_TRUE(session->waitForLine("Monitoring services started", 2));
+    EXPECT_TRUE(opensWithThePassword());
+}
+
+TEST_F(Life, AnAgentWhoseCoversLoseTheirConnectionComesBackWithItsLock)
+{
+    const Recorder xterm(session->desk);
+    ASSERT_TRUE(locks());
+    const pid_t cut = session->process().id();
+
+    cutTheConnectionOfACover();
+
+    EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 1);
+    EXPECT_TRUE(isFollowedWithItsLock(cut));
     EXPECT_TRUE(opensWithThePassword());
 }
 

@@ -60,6 +60,14 @@ public:
         return true;
     }
 
+    /// Runs all that is queued by now; true when that is done.
+    bool runsDry()
+    {
+        bool done = false;
+        asyncMain([&done] { done = true; });
+        return runUntil([&done] { return done; });
+    }
+
 private:
     struct Timer
     {

@@ -1,6 +1,10 @@
 #include "CentralServiceFixture.h"
 #include "locking/CoveringWindow.h"
 
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -223,6 +227,28 @@ TEST_F(CentralService, AMissingListOfScreensIsAChange)
 
     EXPECT_EQ(lockWindows.count, 2);
     EXPECT_TRUE(lockWindows.isLocked());
+}
+
+namespace {
+
+std::function<bool()> isMarked;
+
+} // namespace
+
+TEST_F(CentralService, ALockThatMissesTheListOfScreensIsMarkedBeforeItStopsTheProcess)
+{
+    begin();
+    platform.screens.list.reset();
+    isMarked = [this] { return mark() == "org.a"; };
+
+    EXPECT_EXIT(
+        {
+            std::signal(SIGABRT, [](int /*signal*/) { std::_Exit(isMarked() ? 0 : 3); });
+            platform.workspace.startLaunching(alpha);
+        },
+        testing::ExitedWithCode(0),
+        "the screens to cover are not known"
+    );
 }
 
 TEST_F(CentralService, AMissingListOfScreensWhileLockedStopsTheProcess)
