@@ -246,7 +246,11 @@ private:
 
     /// Nothing that this process covers is covered any more; what the helper starts after it locks
     /// again what is marked. Where the whole display went, nothing is started.
-    [[noreturn]] void coversLost() { processInfo.exit(1); }
+    [[noreturn]] void coversLost()
+    {
+        userDefaults.finish();
+        processInfo.exit(1);
+    }
 
     process::StreamLog& log;
     process::UnixProcessInfo& processInfo;

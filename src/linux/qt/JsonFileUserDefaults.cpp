@@ -28,56 +28,41 @@ platform::DefaultsValue typed(const QJsonValue& value)
 } // namespace
 
 JsonFileUserDefaults::JsonFileUserDefaults(
-    const std::string& path, InterfaceStyle interfaceStyle, platform::Log& log
+    const std::string& path,
+    InterfaceStyle interfaceStyle,
+    platform::Log& log,
+    std::chrono::milliseconds patience
 )
-    : file(QString::fromStdString(path), log),
-      interfaceStyle(std::move(interfaceStyle)),
-      stored(file.read().object)
+    : kept(JsonObjectFile(QString::fromStdString(path), log), patience),
+      interfaceStyle(std::move(interfaceStyle))
 {
 }
 
 std::optional<platform::DefaultsValue> JsonFileUserDefaults::value(const std::string& key)
 {
-    const auto change = changes.find(key);
-    if (change != changes.end()) {
-        return change->second;
-    }
-    const auto found = stored.constFind(QString::fromStdString(key));
-    return found == stored.constEnd() ? std::nullopt : std::optional(typed(*found));
+    const QJsonValue value = kept.value(key);
+    return value.isUndefined() ? std::nullopt : std::optional(typed(value));
 }
 
 void JsonFileUserDefaults::setValue(const std::string& key, const std::string& value)
 {
-    changes[key] = value;
+    kept.change(key, value);
 }
 
 void JsonFileUserDefaults::removeObject(const std::string& key)
 {
-    changes[key] = std::nullopt;
+    kept.change(key, std::nullopt);
 }
 
 bool JsonFileUserDefaults::synchronize()
 {
-    const JsonObjectFile::Content current = file.read();
-    if (current.state == JsonObjectFile::State::Blocked) {
-        return false;
-    }
-    // a file that vanished or was damaged while the agent ran is made anew from what it held
-    QJsonObject wanted = current.state == JsonObjectFile::State::Loaded ? current.object : stored;
-    for (const auto& [key, change] : changes) {
-        const QString name = QString::fromStdString(key);
-        if (change.has_value()) {
-            wanted.insert(name, QString::fromStdString(*change));
-        } else {
-            wanted.remove(name);
-        }
-    }
-    if (wanted != current.object && !file.write(wanted)) {
-        return false;
-    }
-    stored = wanted;
-    changes.clear();
-    return true;
+    return kept.save();
+}
+
+bool JsonFileUserDefaults::finish()
+{
+    constexpr std::chrono::seconds LAST_WAIT(2);
+    return kept.finish(LAST_WAIT);
 }
 
 std::optional<platform::DefaultsDomain>

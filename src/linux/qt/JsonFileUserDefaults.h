@@ -1,10 +1,12 @@
 // The user's defaults in one JSON file. Values of types that are not read, and keys of other
-// processes of this user, survive every rewrite. Main thread only.
+// processes of this user, survive every rewrite. A value counts at once; the file is written by a
+// thread of its own, for which `synchronize` waits 50 ms at most. Main thread only.
 #pragma once
 
-#include "linux/qt/JsonObjectFile.h"
+#include "linux/qt/ObjectKeeper.h"
 #include "platform/UserDefaults.h"
 
+#include <chrono>
 #include <functional>
 
 namespace qt {
@@ -15,9 +17,16 @@ public:
     /// The appearance that the desktop asks for, such as "Dark"; nothing for the plain one.
     using InterfaceStyle = std::function<std::optional<std::string>()>;
 
-    /// Reads the file at once. `path` is absolute; file and folder need not be there.
+    /// What `synchronize` may take, less what waking up takes.
+    static constexpr std::chrono::milliseconds PATIENCE{45};
+
+    /// Reads the file at once. `path` is absolute; file and folder need not be there. The log is
+    /// used on either thread.
     JsonFileUserDefaults(
-        const std::string& path, InterfaceStyle interfaceStyle, platform::Log& log
+        const std::string& path,
+        InterfaceStyle interfaceStyle,
+        platform::Log& log,
+        std::chrono::milliseconds patience = PATIENCE
     );
 
     std::optional<platform::DefaultsValue> value(const std::string& key) override;
@@ -25,14 +34,15 @@ public:
     void removeObject(const std::string& key) override;
     bool synchronize() override;
 
+    /// As `synchronize`, and waits up to 2 s: before the process ends.
+    bool finish();
+
     /// Only the global domain is known.
     std::optional<platform::DefaultsDomain> persistentDomain(const std::string& name) override;
 
 private:
-    JsonObjectFile file;
+    ObjectKeeper kept;
     InterfaceStyle interfaceStyle;
-    QJsonObject stored;                                        // as the file was when last seen
-    std::map<std::string, std::optional<std::string>> changes; // nothing = removed
 };
 
 } // namespace qt

@@ -60,7 +60,7 @@ bool makePrivateFolders(const QString& folder)
 
 } // namespace
 
-JsonObjectFile::JsonObjectFile(QString path, platform::Log& log) : path(std::move(path)), log(log)
+JsonObjectFile::JsonObjectFile(QString path, platform::Log& log) : path(std::move(path)), log(&log)
 {
 }
 
@@ -144,7 +144,7 @@ void JsonObjectFile::report(const QString& message)
 {
     if (message != lastReport) {
         lastReport = message;
-        log.diagnostic(message.toStdString());
+        log->diagnostic(message.toStdString());
     }
 }
 

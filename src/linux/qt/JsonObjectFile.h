@@ -1,6 +1,7 @@
 // A file that holds one JSON object, for this user alone: 0600 in a folder of 0700. Every write
 // replaces it as a whole or leaves it as it was. What cannot be read is moved aside and never
-// written over. Each new trouble is one diagnostic line. Main thread only.
+// written over. Each new trouble is one diagnostic line. One thread at a
+// time.
 #pragma once
 
 #include "platform/Log.h"
@@ -41,7 +42,7 @@ private:
     void report(const QString& message);
 
     QString path;
-    platform::Log& log;
+    platform::Log* log;
     QString lastReport;
 };
 

@@ -6,6 +6,8 @@
 
 #include <QTemporaryDir>
 
+#include <chrono>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -43,7 +45,10 @@ private:
     fakes::FakeLog log;
     std::optional<std::string> style;
     qt::JsonFileUserDefaults file{
-        folder.filePath("defaults.json").toStdString(), [this] { return style; }, log};
+        folder.filePath("defaults.json").toStdString(),
+        [this] { return style; },
+        log,
+        std::chrono::seconds(60)};
 };
 
 template <typename Subject> class DefaultsContract : public testing::Test

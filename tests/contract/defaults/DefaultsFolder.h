@@ -8,14 +8,22 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <chrono>
+
 class DefaultsFolder
 {
 public:
+    using Seconds = std::chrono::seconds;
+
     [[nodiscard]] QString folder() const { return root.filePath("com.quorvent.Tarvel"); }
 
     [[nodiscard]] QString file() const { return folder() + "/defaults.json"; }
 
-    qt::JsonFileUserDefaults open() { return {file().toStdString(), {}, log}; }
+    /// With all the time that a busy machine may need.
+    qt::JsonFileUserDefaults open() { return {file().toStdString(), {}, log, Seconds(60)}; }
+
+    /// As the program opens it.
+    qt::JsonFileUserDefaults openImpatiently() { return {file().toStdString(), {}, log}; }
 
     void put(const QByteArray& bytes) const
     {

@@ -1,8 +1,10 @@
 #include "DefaultsFolder.h"
+#include "desktop/HeldFile.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include <chrono>
 #include <csignal>
 #include <optional>
 
@@ -196,4 +198,36 @@ TEST(JsonFileUserDefaults, AFullDiskLeavesTheFileAsItWasAtEveryByte)
     EXPECT_FALSE(place.log.diagnostics.empty());
     EXPECT_TRUE(defaults.synchronize());
     EXPECT_EQ(place.open().value("cbaal"), DefaultsValue("new"));
+}
+
+TEST(JsonFileUserDefaults, ADiskThatDoesNotAnswerIsNotWaitedForAndTakesTheValuesLater)
+{
+    DefaultsFolder place;
+    place.put(R"({"cbaal": "old"})");
+    qt::JsonFileUserDefaults defaults = place.openImpatiently();
+    {
+        const desktop::HeldFile held(place.file().toStdString());
+        const auto before = std::chrono::steady_clock::now();
+        for (const std::string text : {"first", "second", "third"}) {
+            defaults.setValue("cbaal", text);
+            EXPECT_FALSE(defaults.synchronize());
+            EXPECT_EQ(defaults.value("cbaal"), DefaultsValue(text));
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+    }
+    EXPECT_TRUE(defaults.finish());
+    EXPECT_EQ(place.open().value("cbaal"), DefaultsValue("third"));
+}
+
+TEST(JsonFileUserDefaults, TheEndWaitsForTheValuesThatAreUnderWay)
+{
+    DefaultsFolder place;
+    place.put("{}");
+    {
+        qt::JsonFileUserDefaults defaults = place.openImpatiently();
+        const desktop::HeldFile held(place.file().toStdString());
+        defaults.setValue("cbaal", "x");
+        EXPECT_FALSE(defaults.synchronize());
+    }
+    EXPECT_EQ(place.open().value("cbaal"), DefaultsValue("x"));
 }

@@ -1,5 +1,6 @@
 // Files that are damaged, cannot be written, or were made to harm.
 
+#include "desktop/HeldFile.h"
 #include "desktop/TemporaryFolder.h"
 #include "session/agent/AgentTest.h"
 
@@ -61,6 +62,20 @@ TEST_F(Files, DefaultsThatCannotBeWrittenDoNotHinderALock)
     EXPECT_TRUE(session->waitForCover());
     EXPECT_TRUE(opensWithThePassword());
     EXPECT_FALSE(session->errors().empty());
+}
+
+TEST_F(Files, DefaultsOnADiskThatDoesNotAnswerHoldNoCoverBack)
+{
+    desktop::writeFile(defaults(), "{}");
+    watchHere({TERMINAL});
+    {
+        const desktop::HeldFile held(defaults());
+        const Recorder xterm(session->desk);
+
+        EXPECT_TRUE(session->waitForCover());
+        EXPECT_TRUE(opensWithThePassword());
+    }
+    EXPECT_TRUE(session->process().isRunning());
 }
 
 TEST_F(Files, BrokenDesktopEntriesAreSkipped)
