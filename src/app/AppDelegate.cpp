@@ -5,23 +5,16 @@
 #include "platform/ProcessInfo.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace app {
 
-namespace {
-
-bool startedSilently()
+bool isSilentStart(const std::vector<std::string>& arguments)
 {
-    const std::vector<std::string> arguments = platform::current().processInfo.arguments();
     return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
         return argument.starts_with("-psn_");
     });
 }
-
-} // namespace
 
 AppDelegate::AppDelegate(InterfaceHubFactory makeHub, CentralServiceFactory makeCentralService)
     : makeHub(std::move(makeHub)),
@@ -41,7 +34,7 @@ void AppDelegate::applicationDidFinishLaunching()
         platform::fatal("there is no central locking service");
     }
     applicationsLockerCentralService->start();
-    if (!startedSilently()) {
+    if (!isSilentStart(platform::current().processInfo.arguments())) {
         presetersMainHub->showPopover();
     }
 }

@@ -8,6 +8,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace ui {
 class GreetingsWindowPresenter;
@@ -22,6 +24,9 @@ enum class TerminateReply
     Now = 1,
 };
 
+/// Whether nobody is meant to notice the start: an argument begins with "-psn_".
+[[nodiscard]] bool isSilentStart(const std::vector<std::string>& arguments);
+
 class AppDelegate
 {
 public:
@@ -32,8 +37,8 @@ public:
     /// Makes nothing yet.
     AppDelegate(InterfaceHubFactory makeHub, CentralServiceFactory makeCentralService);
 
-    /// Interface first, then the locking service. A start with an argument that begins with
-    /// "-psn_" stays silent, any other opens the popover.
+    /// Interface first, then the locking service. A silent start opens nothing, any other the
+    /// popover.
     void applicationDidFinishLaunching();
 
     /// Always `Cancel`: only `SafeQuitService` ends the process.

@@ -1,6 +1,8 @@
 #include "linux/process/UnixProcessInfo.h"
 
-#include <cstdlib>
+#include <cstdio>
+
+#include <unistd.h>
 
 namespace process {
 
@@ -16,7 +18,12 @@ std::vector<std::string> UnixProcessInfo::arguments()
 
 void UnixProcessInfo::exit(int status)
 {
-    std::exit(status); // NOLINT(concurrency-mt-unsafe): the one place where the agent ends
+    const auto listener = onExit;
+    if (listener) {
+        listener(status);
+    }
+    static_cast<void>(std::fflush(nullptr));
+    ::_exit(status);
 }
 
 } // namespace process

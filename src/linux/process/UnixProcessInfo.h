@@ -3,6 +3,8 @@
 
 #include "platform/ProcessInfo.h"
 
+#include <functional>
+
 namespace process {
 
 class UnixProcessInfo final : public platform::ProcessInfo
@@ -13,7 +15,10 @@ public:
 
     std::vector<std::string> arguments() override;
 
-    /// Ends by way of `std::exit`, so that what was registered to report the status is run.
+    /// What must be done before the end, and cannot be done later: on the thread that ends the process.
+    std::function<void(int status)> onExit;
+
+    /// Ends by way of `_exit`: other threads are at work, and what they use is not taken from them.
     [[noreturn]] void exit(int status) override;
 
 private:
