@@ -46,10 +46,22 @@ protected:
 TEST_F(Life, ASecondStartHandsOverAndEndsWithZero)
 {
     const pid_t first = session->process().id();
-    desktop::ChildProcess second = session->desk.start({AgentSession::agentPath(), "-psn_0_2"});
+    desktop::ChildProcess second = session->desk.start({AgentSession::agentPath()});
 
     EXPECT_EQ(second.waitForExitStatus(PATIENCE), 0);
     EXPECT_EQ(session->agents(), std::vector<pid_t>{first});
+}
+
+TEST_F(Life, ASecondStartThatNobodyAskedForOpensNothing)
+{
+    desktop::ChildProcess quiet = session->desk.start({AgentSession::agentPath(), "-psn_0_2"});
+    ASSERT_EQ(quiet.waitForExitStatus(PATIENCE), 0);
+
+    desktop::ChildProcess asked = session->desk.start({AgentSession::agentPath()});
+    ASSERT_EQ(asked.waitForExitStatus(PATIENCE), 0);
+
+    ASSERT_TRUE(session->waitForLine("Focus"));
+    EXPECT_EQ(session->countOf("Focus"), 1U);
 }
 
 TEST_F(Life, ASignalEndsTheAgentAsItEndsAnyProgram)

@@ -3,6 +3,8 @@
 #include "desktop/TemporaryFolder.h"
 #include "session/interface/InterfaceTest.h"
 
+#include <csignal>
+
 namespace agent {
 
 class PopoverUse : public InterfaceTest
@@ -164,6 +166,26 @@ TEST_F(PopoverUse, TheMenuOpensHelpAndThePicker)
     unlock();
     choose(screens::LOCK_OTHERS);
     user->waitFor(person::window(screens::PICKER));
+}
+
+TEST_F(PopoverUse, QuittingWaitsForAPasswordThatTheKeyringHasNotTakenYet)
+{
+    startWithPassword();
+    user->waitUntil("the helper runs", [this] { return session->helpers().size() == 1; });
+    unlock();
+    choose(screens::CHANGE_PASSWORD);
+    user->waitForFocusOn(screens::NEW_PASSWORD);
+    desk().keyring().process().signal(SIGSTOP);
+    enterNewPassword("another", "another");
+    enterAtGate("another");
+    user->waitFor(screens::CONTENT);
+
+    choose(screens::QUIT);
+    user->waitUntil("the helper ends", [this] { return session->helpers().empty(); });
+    desk().keyring().process().signal(SIGCONT);
+
+    EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 0);
+    EXPECT_EQ(setting("Password"), "another");
 }
 
 TEST_F(PopoverUse, QuittingEndsAgentAndHelper)
