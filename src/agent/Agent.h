@@ -65,14 +65,15 @@ public:
     [[nodiscard]] bool mayQuit() const;
     [[nodiscard]] bool endsWithItsLastWindow() const;
 
-    /// Waits a short while for what the keyring was not yet given. For the end of the process:
-    /// there are no settings any more.
+    /// Waits a short while for what disk and keyring were not yet given. For the end of the
+    /// process: there are no settings any more.
     void writeOut();
 
 private:
     [[nodiscard]] platform::Platform adapters();
     [[nodiscard]] workspace::LinuxWorkspace::Parts workspaceParts();
     void keychainOpened(std::unique_ptr<platform::KeychainItems> items);
+    [[noreturn]] void coversLost();
     [[noreturn]] void keychainRefused(const std::string& reason);
     void launched();
 
