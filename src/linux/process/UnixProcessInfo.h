@@ -15,7 +15,8 @@ public:
 
     std::vector<std::string> arguments() override;
 
-    /// What must be done before the end, and cannot be done later: on the thread that ends the process.
+    /// What must be done before the end, and cannot be done later: on the thread that ends the
+    /// process.
     std::function<void(int status)> onExit;
 
     /// Ends by way of `_exit`: other threads are at work, and what they use is not taken from them.
