@@ -1,6 +1,7 @@
 #include "helper/AgentArrival.h"
 
 #include "linux/session/SessionDirectory.h"
+#include "platform/Call.h"
 
 #include <array>
 #include <string>
@@ -31,10 +32,7 @@ void AgentArrival::wake()
     std::array<char, 4096> ignored{};
     while (::read(changes.get(), ignored.data(), ignored.size()) > 0) {
     }
-    const std::function<void()> listener = onArrived;
-    if (listener) {
-        listener();
-    }
+    platform::call(onArrived);
 }
 
 } // namespace helper

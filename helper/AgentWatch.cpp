@@ -2,6 +2,7 @@
 
 #include "linux/descriptors/ProcessDescriptor.h"
 #include "linux/session/Programs.h"
+#include "platform/Call.h"
 
 #include <cerrno>
 
@@ -44,10 +45,7 @@ pollfd AgentWatch::awaited() const
 void AgentWatch::wake()
 {
     const std::optional<int> status = takeStatus();
-    const std::function<void(std::optional<int>)> listener = onEnded;
-    if (listener) {
-        listener(status);
-    }
+    platform::call(onEnded, status);
 }
 
 std::optional<int> AgentWatch::takeStatus()

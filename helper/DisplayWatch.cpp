@@ -1,5 +1,7 @@
 #include "helper/DisplayWatch.h"
 
+#include "platform/Call.h"
+
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -67,10 +69,7 @@ void DisplayWatch::wake()
     }
     wayland = descriptors::FileDescriptor();
     x11.reset();
-    const std::function<void()> listener = onLost;
-    if (listener) {
-        listener();
-    }
+    platform::call(onLost);
 }
 
 // Reads and drops what a display sends to everybody.

@@ -1,6 +1,7 @@
 #include "helper/SessionBus.h"
 
 #include "helper/TerminationNotice.h"
+#include "platform/Call.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -127,10 +128,8 @@ int SessionBus::heard(sd_bus_message* message, void* self, sd_bus_error* /*error
 {
     const char* name = nullptr;
     const char* object = nullptr;
-    const std::function<void(const std::string&, const std::string&)> listener =
-        static_cast<SessionBus*>(self)->onNotice;
-    if (::sd_bus_message_read(message, "ss", &name, &object) > 0 && listener) {
-        listener(name, object);
+    if (::sd_bus_message_read(message, "ss", &name, &object) > 0) {
+        platform::call(static_cast<SessionBus*>(self)->onNotice, name, object);
     }
     return 0;
 }
@@ -239,10 +238,7 @@ void SessionBus::disconnect()
 
 void SessionBus::report(const std::string& problem) const
 {
-    const std::function<void(const std::string&)> listener = onProblem;
-    if (listener) {
-        listener(problem);
-    }
+    platform::call(onProblem, problem);
 }
 
 } // namespace helper

@@ -1,5 +1,7 @@
 #include "helper/Signals.h"
 
+#include "platform/Call.h"
+
 #include <csignal>
 
 #include <sys/signalfd.h>
@@ -25,10 +27,7 @@ void Signals::wake()
     signalfd_siginfo received = {};
     while (::read(pending.get(), &received, sizeof received) > 0) {
     }
-    const std::function<void()> listener = onAskedToEnd;
-    if (listener) {
-        listener();
-    }
+    platform::call(onAskedToEnd);
 }
 
 } // namespace helper

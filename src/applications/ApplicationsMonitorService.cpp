@@ -1,6 +1,7 @@
 #include "applications/ApplicationsMonitorService.h"
 
 #include "app/Constants.h"
+#include "platform/Call.h"
 #include "platform/Fatal.h"
 #include "platform/Platform.h"
 
@@ -61,15 +62,6 @@ changedApplication(const std::optional<std::vector<platform::RunningApplication>
     return ApplicationEntity::fromRunningApplication(applications->front());
 }
 
-/// Calls a copy, since the callback may be replaced while it runs.
-template <typename... Arguments>
-void call(std::function<void(const Arguments&...)> callback, const Arguments&... arguments)
-{
-    if (callback) {
-        callback(arguments...);
-    }
-}
-
 } // namespace
 
 void ApplicationsMonitorService::startService()
@@ -116,7 +108,7 @@ void ApplicationsMonitorService::applicationWillStart(
 {
     const ApplicationEntityPtr application = launchedApplication(notification);
     if (application != nullptr) {
-        call(onApplicationWillStart, application);
+        platform::call(onApplicationWillStart, application);
     }
 }
 
@@ -126,7 +118,7 @@ void ApplicationsMonitorService::applicationDidStart(
 {
     const ApplicationEntityPtr application = launchedApplication(notification);
     if (application != nullptr) {
-        call(onApplicationDidStart, application);
+        platform::call(onApplicationDidStart, application);
     }
 }
 
@@ -137,7 +129,9 @@ void ApplicationsMonitorService::applicationTerminated(
     const auto* application =
         entry<platform::RunningApplication>(notification, platform::WORKSPACE_APPLICATION_KEY);
     if (application != nullptr) {
-        call(onApplicationTerminated, ApplicationEntity::fromRunningApplication(*application));
+        platform::call(
+            onApplicationTerminated, ApplicationEntity::fromRunningApplication(*application)
+        );
     }
 }
 
@@ -150,17 +144,17 @@ void ApplicationsMonitorService::observeValue(
     }
     const ApplicationEntityPtr started = changedApplication(change->newKey);
     if (started != nullptr) {
-        call(onApplicationWillStart, started);
-        call(onApplicationDidStart, started);
+        platform::call(onApplicationWillStart, started);
+        platform::call(onApplicationDidStart, started);
     }
     const ApplicationEntityPtr ended = changedApplication(change->oldKey);
     if (ended == nullptr) {
         return;
     }
     if (ended->bundleIdentifier == app::Constants::HELPER_BUNDLE_ID) {
-        call(onHelperTerminated);
+        platform::call(onHelperTerminated);
     }
-    call(onApplicationTerminated, ended);
+    platform::call(onApplicationTerminated, ended);
 }
 
 } // namespace applications

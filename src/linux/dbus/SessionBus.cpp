@@ -1,5 +1,7 @@
 #include "linux/dbus/SessionBus.h"
 
+#include "platform/Call.h"
+
 #include <QFileInfo>
 
 namespace dbus {
@@ -30,9 +32,8 @@ QDBusConnection SessionBus::connection()
     QDBusConnection::disconnectFromBus(name);
     name = nextName();
     QDBusConnection made = QDBusConnection::connectToBus(address, name);
-    const auto connected = onConnected;
-    if (made.isConnected() && connected) {
-        connected(made);
+    if (made.isConnected()) {
+        platform::call(onConnected, made);
     }
     return made;
 }

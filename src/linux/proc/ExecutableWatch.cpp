@@ -1,5 +1,7 @@
 #include "linux/proc/ExecutableWatch.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -97,8 +99,8 @@ void ExecutableWatch::receiveExecutions()
     while (::read(group.get(), buffer.data(), buffer.size()) > 0) {
         any = true;
     }
-    if (any && onExecuted) {
-        onExecuted();
+    if (any) {
+        platform::call(onExecuted);
     }
 }
 

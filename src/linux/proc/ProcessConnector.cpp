@@ -1,6 +1,7 @@
 #include "linux/proc/ProcessConnector.h"
 
 #include "linux/proc/ConnectorProtocol.h"
+#include "platform/Call.h"
 
 #include <array>
 #include <cerrno>
@@ -20,14 +21,6 @@ namespace {
 std::string textOf(int error)
 {
     return std::generic_category().message(error);
-}
-
-template <typename Function, typename... Arguments>
-void callIfSet(Function function, const Arguments&... arguments)
-{
-    if (function) {
-        function(arguments...);
-    }
 }
 
 } // namespace
@@ -91,7 +84,7 @@ void ProcessConnector::receive()
     while (state != State::Refused) {
         const ssize_t size = ::recv(socket.get(), datagram.data(), datagram.size(), MSG_DONTWAIT);
         if (size < 0 && errno == ENOBUFS) {
-            callIfSet(onLost);
+            platform::call(onLost);
             continue;
         }
         if (size < 0 && errno != EAGAIN && errno != EINTR) {
@@ -112,7 +105,7 @@ void ProcessConnector::handle(const ConnectorEvent& event)
     if (event.kind == ConnectorEvent::Kind::Answer) {
         answered(event.error);
     } else if (state == State::Accepted) {
-        callIfSet(onExec, event.pid);
+        platform::call(onExec, event.pid);
     }
 }
 
@@ -126,7 +119,7 @@ void ProcessConnector::answered(std::uint32_t error)
         return;
     }
     state = State::Accepted;
-    callIfSet(onAccepted);
+    platform::call(onAccepted);
 }
 
 void ProcessConnector::refuse(const std::string& reason)
@@ -135,7 +128,7 @@ void ProcessConnector::refuse(const std::string& reason)
     if (socket.isOpen()) {
         thread.unwatch(socket.get());
     }
-    callIfSet(onRefused, reason);
+    platform::call(onRefused, reason);
 }
 
 } // namespace proc

@@ -1,5 +1,7 @@
 #include "linux/proc/ProcessEvents.h"
 
+#include "platform/Call.h"
+
 #include <array>
 #include <utility>
 
@@ -45,19 +47,13 @@ void ProcessEvents::wire()
     connector.onLost = [this] { snapshot(); };
     connector.onExec = [this](pid_t pid) {
         const std::optional<ProcessFacts> facts = processes.facts(pid, isOfInterest);
-        if (facts && onExec) {
-            onExec(*facts);
+        if (facts) {
+            platform::call(onExec, *facts);
         }
     };
-    scan.onExec = [this](const ProcessFacts& facts) {
-        if (onExec) {
-            onExec(facts);
-        }
-    };
+    scan.onExec = [this](const ProcessFacts& facts) { platform::call(onExec, facts); };
     exits.onExit = [this](pid_t pid, std::uint64_t startTime) {
-        if (onExit) {
-            onExit(pid, startTime);
-        }
+        platform::call(onExit, pid, startTime);
     };
     executables.onExecuted = [this] { lookSoon(); };
 }
@@ -107,9 +103,7 @@ void ProcessEvents::snapshot()
 {
     const std::vector<ProcessFacts> all =
         chosen == Source::Connector ? processes.allFacts() : scan.prime();
-    if (onSnapshot) {
-        onSnapshot(all);
-    }
+    platform::call(onSnapshot, all);
 }
 
 void ProcessEvents::scanRepeatedly(std::chrono::milliseconds interval)

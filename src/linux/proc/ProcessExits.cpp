@@ -1,6 +1,7 @@
 #include "linux/proc/ProcessExits.h"
 
 #include "linux/descriptors/ProcessDescriptor.h"
+#include "platform/Call.h"
 
 #include <utility>
 
@@ -30,9 +31,7 @@ void ProcessExits::watch(pid_t pid, std::uint64_t startTime)
     descriptors::FileDescriptor process = descriptors::openProcess(pid);
     // The number may have been given to another process before it was opened.
     if (!processes.alive(pid, startTime)) {
-        if (onExit) {
-            onExit(pid, startTime);
-        }
+        platform::call(onExit, pid, startTime);
         return;
     }
     const int descriptor = process.get();
@@ -53,9 +52,7 @@ void ProcessExits::ended(pid_t pid)
     if (entry.mapped().process.isOpen()) {
         thread.unwatch(entry.mapped().process.get());
     }
-    if (onExit) {
-        onExit(pid, entry.mapped().startTime);
-    }
+    platform::call(onExit, pid, entry.mapped().startTime);
 }
 
 /// For want of descriptors: looks from time to time.

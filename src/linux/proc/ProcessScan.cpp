@@ -1,5 +1,7 @@
 #include "linux/proc/ProcessScan.h"
 
+#include "platform/Call.h"
+
 #include <utility>
 
 namespace proc {
@@ -30,9 +32,7 @@ void ProcessScan::look()
             continue;
         }
         known[pid] = {facts->startTime, facts->executable, facts->arguments};
-        if (onExec) {
-            onExec(*facts);
-        }
+        platform::call(onExec, *facts);
     }
     keepClosed(before);
 }

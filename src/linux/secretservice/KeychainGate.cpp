@@ -1,5 +1,7 @@
 #include "linux/secretservice/KeychainGate.h"
 
+#include "platform/Call.h"
+
 #include <utility>
 
 namespace secretservice {
@@ -44,13 +46,12 @@ void KeychainGate::run()
 
 void KeychainGate::deliver()
 {
-    // Copied, and nothing touched after the call: it may end the gate.
-    const OnReady ready = onReady;
-    const OnRefused refused = onRefused;
-    if (result.items && ready) {
-        ready(std::move(result.items));
-    } else if (!result.items && refused) {
-        refused(std::string(result.refusal));
+    // Nothing is touched after the call: it may end the gate.
+    if (result.items) {
+        platform::call(onReady, std::move(result.items));
+    } else {
+        const std::string reason = result.refusal;
+        platform::call(onRefused, reason);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "linux/session/SessionDirectory.h"
 #include "linux/session/SessionMessage.h"
 #include "linux/session/SessionName.h"
+#include "platform/Call.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -150,10 +151,7 @@ void SessionInstance::handle()
         return;
     }
     for (int left = holding->server->receive(); left > 0; --left) {
-        const std::function<void()> listener = onActivated;
-        if (listener) {
-            listener();
-        }
+        platform::call(onActivated);
     }
 }
 
@@ -166,10 +164,7 @@ void SessionInstance::announceExit(int status)
 
 void SessionInstance::report(const std::string& problem) const
 {
-    const std::function<void(const std::string&)> listener = onProblem;
-    if (listener) {
-        listener(problem);
-    }
+    platform::call(onProblem, problem);
 }
 
 } // namespace session

@@ -1,5 +1,7 @@
 #include "linux/statusbar/DesktopStatusItem.h"
 
+#include "platform/Call.h"
+
 #include <utility>
 
 namespace statusbar {
@@ -64,14 +66,8 @@ platform::StatusItemLook DesktopStatusItem::look()
 
 void DesktopStatusItem::activate()
 {
-    if (const auto activated = bar.onActivated) {
-        activated();
-    }
-    later([this] {
-        if (const auto handler = onMouseDown) {
-            handler();
-        }
-    });
+    platform::call(bar.onActivated);
+    later([this] { platform::call(onMouseDown); });
 }
 
 void DesktopStatusItem::choose(std::size_t entry)

@@ -1,6 +1,7 @@
 #include "linux/statusnotifier/StatusNotifierArea.h"
 
 #include "linux/statusnotifier/PublishedItem.h"
+#include "platform/Call.h"
 
 #include <utility>
 
@@ -10,11 +11,7 @@ StatusNotifierArea::StatusNotifierArea(std::string busAddress)
     : busAddress(std::move(busAddress)),
       watch(this->busAddress)
 {
-    watch.onChanged = [this] {
-        if (const auto changed = onPresenceChanged) {
-            changed();
-        }
-    };
+    watch.onChanged = [this] { platform::call(onPresenceChanged); };
 }
 
 std::unique_ptr<statusbar::Showing> StatusNotifierArea::show(statusbar::ItemSource& item)

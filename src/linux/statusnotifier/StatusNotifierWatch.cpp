@@ -1,5 +1,7 @@
 #include "linux/statusnotifier/StatusNotifierWatch.h"
 
+#include "platform/Call.h"
+
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
@@ -136,9 +138,7 @@ void StatusNotifierWatch::setHost(bool present)
     if (std::exchange(host, present) == present) {
         return;
     }
-    if (const auto changed = onChanged) {
-        changed();
-    }
+    platform::call(onChanged);
 }
 
 } // namespace statusnotifier

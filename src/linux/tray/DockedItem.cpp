@@ -1,6 +1,7 @@
 #include "linux/tray/DockedItem.h"
 
 #include "linux/statusbar/ItemPicture.h"
+#include "platform/Call.h"
 #include "toolkit/ScreenGeometry.h"
 
 #include <cstddef>
@@ -35,11 +36,7 @@ DockedItem::DockedItem(x11::X11Desktop& desktop, xcb_window_t manager, statusbar
     window.onPressed = [this](std::uint8_t button, int rootX, int rootY) {
         pressed(button, rootX, rootY);
     };
-    window.onLetGo = [this] {
-        if (const auto letGo = onLetGo) {
-            letGo();
-        }
-    };
+    window.onLetGo = [this] { platform::call(onLetGo); };
 }
 
 void DockedItem::redraw()

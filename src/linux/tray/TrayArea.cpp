@@ -1,6 +1,7 @@
 #include "linux/tray/TrayArea.h"
 
 #include "linux/tray/DockedItem.h"
+#include "platform/Call.h"
 
 #include <utility>
 
@@ -29,9 +30,7 @@ void TrayArea::setManager(xcb_window_t window)
     if (std::exchange(manager, window) == window) {
         return;
     }
-    if (const auto changed = onPresenceChanged) {
-        changed();
-    }
+    platform::call(onPresenceChanged);
 }
 
 } // namespace tray

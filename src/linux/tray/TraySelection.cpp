@@ -1,5 +1,7 @@
 #include "linux/tray/TraySelection.h"
 
+#include "platform/Call.h"
+
 #include <string>
 
 namespace tray {
@@ -73,9 +75,7 @@ void TraySelection::follow()
 void TraySelection::change()
 {
     follow();
-    if (const auto changed = onChanged) {
-        changed();
-    }
+    platform::call(onChanged);
 }
 
 } // namespace tray

@@ -2,6 +2,7 @@
 
 #include "linux/tray/Composition.h"
 #include "linux/x11/WindowInspector.h"
+#include "platform/Call.h"
 
 #include <array>
 #include <string>
@@ -209,23 +210,21 @@ void TrayWindow::handleConfigure(const xcb_configure_notify_event_t& event)
 
 void TrayWindow::handleExpose(const xcb_expose_event_t& event) const
 {
-    const auto exposed = onExposed;
-    if (event.window == window && event.count == 0 && exposed) {
-        exposed();
+    if (event.window == window && event.count == 0) {
+        platform::call(onExposed);
     }
 }
 
 void TrayWindow::handlePress(const xcb_button_press_event_t& event) const
 {
-    const auto pressed = onPressed;
-    if (event.event != window || !pressed) {
+    if (event.event != window) {
         return;
     }
     // The press holds the pointer for this connection until the release; menus are another's.
     xcb_connection_t* connection = desktop.connection().get();
     const auto asked = xcb_ungrab_pointer_checked(connection, XCB_CURRENT_TIME);
     const x11::Reply<xcb_generic_error_t> error(xcb_request_check(connection, asked));
-    pressed(event.detail, event.root_x, event.root_y);
+    platform::call(onPressed, event.detail, event.root_x, event.root_y);
 }
 
 void TrayWindow::handleReparent(const xcb_reparent_notify_event_t& event)
@@ -241,9 +240,7 @@ void TrayWindow::handleReparent(const xcb_reparent_notify_event_t& event)
 
 void TrayWindow::letGo() const
 {
-    if (const auto gone = onLetGo) {
-        gone();
-    }
+    platform::call(onLetGo);
 }
 
 } // namespace tray

@@ -1,6 +1,7 @@
 #include "linux/workspace/BundleLauncher.h"
 
 #include "linux/proc/ProcFilesystem.h"
+#include "platform/Call.h"
 
 #include <csignal>
 #include <filesystem>
@@ -131,7 +132,7 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
 void BundleLauncher::tellStarted(pid_t child, const std::string& executable) const
 {
     const std::optional<proc::ProcessStatus> status = proc::ProcFilesystem().status(child);
-    if (!onStarted || !status) {
+    if (!status) {
         return;
     }
     proc::ProcessFacts facts;
@@ -141,7 +142,7 @@ void BundleLauncher::tellStarted(pid_t child, const std::string& executable) con
     facts.startTime = status->startTime;
     facts.executable = executable;
     facts.arguments = {executable};
-    onStarted(facts);
+    platform::call(onStarted, facts);
 }
 
 bool BundleLauncher::mayStart(const std::string& bundlePath)

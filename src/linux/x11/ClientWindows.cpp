@@ -1,5 +1,7 @@
 #include "linux/x11/ClientWindows.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <set>
 
@@ -192,18 +194,12 @@ void ClientWindows::handleUnmap(const xcb_unmap_notify_event_t& event)
 
 void ClientWindows::reportGone(xcb_window_t window) const
 {
-    const auto listener = onGone;
-    if (listener) {
-        listener(window);
-    }
+    platform::call(onGone, window);
 }
 
 void ClientWindows::report(const workspace::WindowFacts& facts) const
 {
-    const auto listener = onShown;
-    if (listener) {
-        listener(facts);
-    }
+    platform::call(onShown, facts);
 }
 
 void ClientWindows::update(xcb_window_t window)

@@ -1,5 +1,7 @@
 #include "linux/x11/ForeignPresses.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -187,9 +189,7 @@ bool ForeignPresses::isPanel(xcb_window_t window) const
 
 void ForeignPresses::tell(const Press& press) const
 {
-    if (const auto told = onPress) {
-        told(press);
-    }
+    platform::call(onPress, press);
 }
 
 } // namespace x11

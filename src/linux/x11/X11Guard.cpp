@@ -1,5 +1,7 @@
 #include "linux/x11/X11Guard.h"
 
+#include "platform/Call.h"
+
 #include <utility>
 
 namespace x11 {
@@ -152,10 +154,7 @@ void X11Guard::publish()
         if (guardIsAlive.expired()) {
             return;
         }
-        const auto listener = onFocusChanged;
-        if (listener) {
-            listener(focused);
-        }
+        platform::call(onFocusChanged, focused);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "linux/x11/X11KeyboardStatus.h"
 
 #include "linux/x11/Xkb.h"
+#include "platform/Call.h"
 
 #include <sstream>
 #include <utility>
@@ -121,10 +122,7 @@ void X11KeyboardStatus::set(bool capsLockIsOn, std::size_t activeGroup)
 
 void X11KeyboardStatus::notify() const
 {
-    const std::function<void()> listener = handler;
-    if (listener) {
-        listener();
-    }
+    platform::call(handler);
 }
 
 } // namespace x11

@@ -1,5 +1,7 @@
 #include "linux/x11/X11Screens.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -74,9 +76,8 @@ void X11Screens::handle(const xcb_generic_event_t& event)
     std::optional<std::vector<Monitor>> now = monitors();
     const bool changed = now != latest;
     latest = std::move(now);
-    const std::function<void()> listener = changed ? handler : nullptr;
-    if (listener) {
-        listener();
+    if (changed) {
+        platform::call(handler);
     }
 }
 

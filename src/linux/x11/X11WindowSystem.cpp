@@ -1,5 +1,7 @@
 #include "linux/x11/X11WindowSystem.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -50,17 +52,9 @@ X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform:
 void X11WindowSystem::wireClients()
 {
     clients.onShown = [this](const workspace::WindowFacts& facts) {
-        const auto listener = onWindowShown;
-        if (listener) {
-            listener(facts);
-        }
+        platform::call(onWindowShown, facts);
     };
-    clients.onGone = [this](xcb_window_t window) {
-        const auto listener = onWindowGone;
-        if (listener) {
-            listener(window);
-        }
-    };
+    clients.onGone = [this](xcb_window_t window) { platform::call(onWindowGone, window); };
 }
 
 X11WindowSystem::~X11WindowSystem()
@@ -129,9 +123,8 @@ void X11WindowSystem::handleMessage(const xcb_client_message_event_t& event)
     const std::string_view part(bytes, sizeof event.data.data8);
     const std::optional<std::string> message = startupMessages.add(event.window, begins, part);
     const std::optional<std::string> entry = message ? launchedEntry(*message) : std::nullopt;
-    const auto listener = onLaunchHint;
-    if (entry && listener) {
-        listener(*entry);
+    if (entry) {
+        platform::call(onLaunchHint, *entry);
     }
 }
 
@@ -211,10 +204,7 @@ void X11WindowSystem::setActiveProcess(pid_t process)
     if (std::exchange(activeProcess, process) == process) {
         return;
     }
-    const auto listener = onActiveProcessChanged;
-    if (listener) {
-        listener(process);
-    }
+    platform::call(onActiveProcessChanged, process);
 }
 
 void X11WindowSystem::activate(xcb_window_t window, xcb_timestamp_t time) const

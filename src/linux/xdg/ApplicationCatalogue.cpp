@@ -1,5 +1,7 @@
 #include "linux/xdg/ApplicationCatalogue.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -116,9 +118,7 @@ void ApplicationCatalogue::rebuild()
     const auto took =
         std::chrono::ceil<std::chrono::milliseconds>(proc::PollThread::Clock::now() - begin);
     pause = std::max(SHORTEST_PAUSE, took * PAUSES_TO_WORK);
-    if (onChanged) {
-        onChanged();
-    }
+    platform::call(onChanged);
 }
 
 void ApplicationCatalogue::planReload(const FolderChanges& changes)

@@ -1,5 +1,7 @@
 #include "linux/xdg/FolderWatch.h"
 
+#include "platform/Call.h"
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -82,8 +84,8 @@ void FolderWatch::receive()
         }
     }
     const bool any = changes.everything || !changes.folders.empty();
-    if (any && onChanged) {
-        onChanged(changes);
+    if (any) {
+        platform::call(onChanged, changes);
     }
 }
 

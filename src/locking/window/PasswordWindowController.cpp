@@ -6,6 +6,7 @@
 #include "locking/window/KeyboardHint.h"
 #include "locking/window/ThisAgent.h"
 #include "platform/Application.h"
+#include "platform/Call.h"
 #include "platform/Fatal.h"
 #include "platform/KeyboardStatus.h"
 #include "platform/Platform.h"
@@ -274,10 +275,7 @@ void PasswordWindowController::keyPressed(const platform::Event& event)
         return;
     }
     lostFocusByPressingSpecialKey = true;
-    const std::function<void()> listener = specialKeyPressed;
-    if (listener) {
-        listener();
-    }
+    platform::call(specialKeyPressed);
 }
 
 void PasswordWindowController::windowLostFocus(const platform::WorkspaceNotification& notification)
@@ -301,10 +299,7 @@ void PasswordWindowController::controlTextDidEndEditing(TextMovement movement)
     }
     outlets->errorMessageLabelOutlet->clear();
     const std::weak_ptr alive(lifetime);
-    const std::function<void(const std::string&)> listener = passwordEntered;
-    if (listener) {
-        listener(outlets->passwordFieldOutlet->text().toStdString());
-    }
+    platform::call(passwordEntered, outlets->passwordFieldOutlet->text().toStdString());
     if (alive.expired()) {
         return; // the listener has put another lock in place of this one
     }

@@ -1,6 +1,7 @@
 #include "locking/window/SecureTextField.h"
 
 #include "locking/window/PlainFieldStyle.h"
+#include "platform/Call.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -169,10 +170,7 @@ bool SecureTextField::focusNextPrevChild(bool next)
 
 void SecureTextField::endEditing(TextMovement movement) const
 {
-    const std::function<void(TextMovement)> listener = onEndEditing;
-    if (listener) {
-        listener(movement);
-    }
+    platform::call(onEndEditing, movement);
 }
 
 } // namespace locking

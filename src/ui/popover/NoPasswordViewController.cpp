@@ -1,5 +1,6 @@
 #include "ui/popover/NoPasswordViewController.h"
 
+#include "platform/Call.h"
 #include "ui_NoPasswordView.h"
 
 namespace ui {
@@ -20,18 +21,12 @@ std::unique_ptr<QWidget> NoPasswordViewController::loadView()
 
 void NoPasswordViewController::setupPasswordButtonClick()
 {
-    const std::function<void()> listener = onPasswordSetupRequest;
-    if (listener) {
-        listener();
-    }
+    platform::call(onPasswordSetupRequest);
 }
 
 void NoPasswordViewController::helpButtonClick()
 {
-    const std::function<void()> listener = onHelpRequest;
-    if (listener) {
-        listener();
-    }
+    platform::call(onHelpRequest);
 }
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "ui/popover/Popover.h"
 
+#include "platform/Call.h"
 #include "platform/Platform.h"
 #include "platform/Windows.h"
 #include "toolkit/ScreenGeometry.h"
@@ -147,10 +148,7 @@ void Popover::closePopover()
 
 void Popover::requestClose()
 {
-    const std::function<void()> listener = onCloseRequest;
-    if (listener) {
-        listener();
-    }
+    platform::call(onCloseRequest);
 }
 
 void Popover::paintEvent(QPaintEvent* /*event*/)

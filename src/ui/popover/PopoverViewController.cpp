@@ -1,5 +1,6 @@
 #include "ui/popover/PopoverViewController.h"
 
+#include "platform/Call.h"
 #include "toolkit/QtIcon.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui_PopoverView.h"
@@ -16,17 +17,6 @@ void setLight(ImageView& light, bool available)
         available ? QStringLiteral("NSStatusAvailable")
                   : QStringLiteral("NSStatusPartiallyAvailable")
     );
-}
-
-/// Calls a copy: whoever is told may set another one.
-template <typename... Arguments>
-void report(
-    std::function<void(Arguments...)> listener, const std::type_identity_t<Arguments>&... arguments
-)
-{
-    if (listener) {
-        listener(arguments...);
-    }
 }
 
 } // namespace
@@ -97,7 +87,9 @@ void PopoverViewController::setUpTable()
 void PopoverViewController::setUpButtons()
 {
     addApplicationButtonOutlet->initiate(0, true);
-    addApplicationButtonOutlet->onClick = [this](int /*id*/) { report(onAddApplicationsRequest); };
+    addApplicationButtonOutlet->onClick = [this](int /*id*/) {
+        platform::call(onAddApplicationsRequest);
+    };
     menuButtonOutlet->initiate(0, true);
     menuButtonOutlet->onClick = [this](int /*id*/) { menuButtonClick(); };
 }
@@ -135,7 +127,7 @@ void PopoverViewController::removeRow(int row) const
 {
     const auto index = static_cast<std::size_t>(row);
     if (index < lockedApplications.size()) {
-        report(
+        platform::call(
             onRemoveApplicationRequest,
             applications::ApplicationEntityPtr(lockedApplications[index])
         );
@@ -146,14 +138,14 @@ void PopoverViewController::activateApplicationCheckboxClick()
 {
     const bool on = activateApplicationCheckboxOutlet->isChecked();
     setLight(*activateApplicationLightOutlet, on);
-    report(onIsActiveConfigurationChanged, on);
+    platform::call(onIsActiveConfigurationChanged, on);
 }
 
 void PopoverViewController::startApplicationAtLoginCheckboxClick()
 {
     const bool on = startAtLoginCheckboxOutlet->isChecked();
     setLight(*startAtLoginLightOutlet, on);
-    report(onStartAtLoginConfigurationChanged, on);
+    platform::call(onStartAtLoginConfigurationChanged, on);
 }
 
 void PopoverViewController::menuButtonClick()
@@ -173,22 +165,22 @@ void PopoverViewController::menuButtonClick()
 
 void PopoverViewController::changePreferencesMenuButtonClick()
 {
-    report(onChangePreferencesRequest);
+    platform::call(onChangePreferencesRequest);
 }
 
 void PopoverViewController::lockAnotherAppMenuButtonClick()
 {
-    report(onAddApplicationsRequest);
+    platform::call(onAddApplicationsRequest);
 }
 
 void PopoverViewController::helpMenuButtonClick()
 {
-    report(onHelpRequest);
+    platform::call(onHelpRequest);
 }
 
 void PopoverViewController::quitApplicationMenuButtonClick()
 {
-    report(onQuitRequest);
+    platform::call(onQuitRequest);
 }
 
 } // namespace ui

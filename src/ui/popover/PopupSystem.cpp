@@ -2,6 +2,7 @@
 
 #include "app/BackgroundRunner.h"
 #include "app/Constants.h"
+#include "platform/Call.h"
 #include "platform/EventMonitors.h"
 #include "platform/Log.h"
 #include "platform/Platform.h"
@@ -43,10 +44,7 @@ PopupSystem::PopupSystem(ViewController& viewController, std::string image, std:
 
 void PopupSystem::showPopover()
 {
-    const std::function<void()> listener = onWillShowPopover;
-    if (listener) {
-        listener();
-    }
+    platform::call(onWillShowPopover);
     if (!active) {
         later(&PopupSystem::present);
     }

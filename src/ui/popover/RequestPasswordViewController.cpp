@@ -1,6 +1,7 @@
 #include "ui/popover/RequestPasswordViewController.h"
 
 #include "app/BackgroundRunner.h"
+#include "platform/Call.h"
 #include "ui_RequestPasswordView.h"
 
 #include <QAccessible>
@@ -63,10 +64,7 @@ void RequestPasswordViewController::passwordEnterButtonClick()
 
 void RequestPasswordViewController::helpButtonClick()
 {
-    const std::function<void()> listener = onHelpRequest;
-    if (listener) {
-        listener();
-    }
+    platform::call(onHelpRequest);
 }
 
 void RequestPasswordViewController::controlTextDidEndEditing(toolkit::TextMovement movement)
@@ -78,9 +76,8 @@ void RequestPasswordViewController::controlTextDidEndEditing(toolkit::TextMoveme
 
 void RequestPasswordViewController::submit()
 {
-    const std::function<void(const std::string&)> listener = onPasswordEntered;
-    if (listener && passwordTextFieldOutlet) {
-        listener(passwordTextFieldOutlet->stringValue());
+    if (passwordTextFieldOutlet) {
+        platform::call(onPasswordEntered, passwordTextFieldOutlet->stringValue());
     }
 }
 

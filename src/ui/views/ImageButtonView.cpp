@@ -1,5 +1,6 @@
 #include "ui/views/ImageButtonView.h"
 
+#include "platform/Call.h"
 #include "ui/views/Images.h"
 #include "ui/views/Theme.h"
 
@@ -98,10 +99,7 @@ void ImageButtonView::keyPressEvent(QKeyEvent* event)
 
 void ImageButtonView::click() const
 {
-    const std::function<void(int)> listener = onClick;
-    if (listener) {
-        listener(id);
-    }
+    platform::call(onClick, id);
 }
 
 void ImageButtonView::enterEvent(QEnterEvent* event)

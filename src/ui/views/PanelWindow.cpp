@@ -1,5 +1,6 @@
 #include "ui/views/PanelWindow.h"
 
+#include "platform/Call.h"
 #include "ui/views/BringForward.h"
 #include "ui/views/GrayGradientView.h"
 
@@ -95,10 +96,7 @@ void PanelWindow::closeEvent(QCloseEvent* event)
     if (!isVisible()) {
         return; // it was closed before
     }
-    const std::function<void()> listener = onClose;
-    if (listener) {
-        listener();
-    }
+    platform::call(onClose);
 }
 
 } // namespace ui

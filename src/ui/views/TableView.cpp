@@ -1,5 +1,6 @@
 #include "ui/views/TableView.h"
 
+#include "platform/Call.h"
 #include "ui/views/CellDelegate.h"
 #include "ui/views/TableModel.h"
 
@@ -190,17 +191,15 @@ void TableView::hoverAgain()
 
 void TableView::select(int row) const
 {
-    const std::function<void(int)> listener = onSelect;
-    if (row >= 0 && listener) {
-        listener(row);
+    if (row >= 0) {
+        platform::call(onSelect, row);
     }
 }
 
 void TableView::remove(int row) const
 {
-    const std::function<void(int)> listener = onDelete;
-    if (row >= 0 && listener) {
-        listener(row);
+    if (row >= 0) {
+        platform::call(onDelete, row);
     }
 }
 

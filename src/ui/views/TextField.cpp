@@ -1,5 +1,6 @@
 #include "ui/views/TextField.h"
 
+#include "platform/Call.h"
 #include "ui/views/Theme.h"
 
 #include <QFocusEvent>
@@ -12,12 +13,7 @@ using toolkit::TextMovement;
 TextField::TextField(QWidget* parent) : QLineEdit(parent)
 {
     connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
-    connect(this, &QLineEdit::textEdited, this, [this] {
-        const std::function<void()> listener = onChange;
-        if (listener) {
-            listener();
-        }
-    });
+    connect(this, &QLineEdit::textEdited, this, [this] { platform::call(onChange); });
 }
 
 std::string TextField::stringValue() const
@@ -108,10 +104,7 @@ bool TextField::focusNextPrevChild(bool next)
 
 void TextField::endEditing(TextMovement movement) const
 {
-    const std::function<void(TextMovement)> listener = onEndEditing;
-    if (listener) {
-        listener(movement);
-    }
+    platform::call(onEndEditing, movement);
 }
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "ui/windows/greetings/GreetingsWindowController.h"
 
+#include "platform/Call.h"
 #include "platform/Platform.h"
 #include "platform/ProcessInfo.h"
 #include "ui_GreetingsWindow.h"
@@ -37,18 +38,12 @@ void GreetingsWindowController::closeServiceWindow()
 
 void GreetingsWindowController::setupPasswordButtonClick()
 {
-    const std::function<void()> listener = onSetupPasswordRequest;
-    if (listener) {
-        listener();
-    }
+    platform::call(onSetupPasswordRequest);
 }
 
 void GreetingsWindowController::helpButtonClick()
 {
-    const std::function<void()> listener = onHelpRequest;
-    if (listener) {
-        listener();
-    }
+    platform::call(onHelpRequest);
 }
 
 void GreetingsWindowController::quitButtonClick()

@@ -1,5 +1,6 @@
 #include "ui/windows/help/HelpPage.h"
 
+#include "platform/Call.h"
 #include "ui/views/Theme.h"
 
 #include <QKeyEvent>
@@ -74,10 +75,7 @@ void HelpPage::follow(const QUrl& link)
         scrollToAnchor(link.fragment());
         return;
     }
-    const std::function<void(const std::string&)> listener = onLink;
-    if (listener) {
-        listener(link.toString(QUrl::FullyEncoded).toStdString());
-    }
+    platform::call(onLink, link.toString(QUrl::FullyEncoded).toStdString());
 }
 
 void HelpPage::enlargeType()

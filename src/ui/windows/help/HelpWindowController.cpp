@@ -1,6 +1,7 @@
 #include "ui/windows/help/HelpWindowController.h"
 
 #include "platform/Bundles.h"
+#include "platform/Call.h"
 #include "platform/Fatal.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
@@ -73,10 +74,7 @@ void HelpWindowController::focus()
 
 void HelpWindowController::contactSupportButtonClick()
 {
-    const std::function<void()> listener = onContactSupport;
-    if (listener) {
-        listener();
-    }
+    platform::call(onContactSupport);
 }
 
 } // namespace ui

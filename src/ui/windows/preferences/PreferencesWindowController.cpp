@@ -1,5 +1,6 @@
 #include "ui/windows/preferences/PreferencesWindowController.h"
 
+#include "platform/Call.h"
 #include "ui/alerts/AlertMessagesService.h"
 #include "ui_PreferencesWindow.h"
 
@@ -62,10 +63,7 @@ void PreferencesWindowController::confirmButtonClick()
 
 void PreferencesWindowController::cancelButtonClick()
 {
-    const std::function<void()> listener = onCancel;
-    if (listener) {
-        listener();
-    }
+    platform::call(onCancel);
 }
 
 void PreferencesWindowController::controlTextDidEndEditing(toolkit::TextMovement movement)
@@ -84,10 +82,7 @@ void PreferencesWindowController::submit()
 {
     const std::string password = passwordTextFieldOutlet->stringValue();
     const std::string confirmation = confirmPasswordTextFieldOutlet->stringValue();
-    const auto listener = onPasswordEntered;
-    if (listener) {
-        listener(password, confirmation);
-    }
+    platform::call(onPasswordEntered, password, confirmation);
 }
 
 } // namespace ui

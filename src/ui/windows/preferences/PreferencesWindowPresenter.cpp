@@ -1,5 +1,7 @@
 #include "ui/windows/preferences/PreferencesWindowPresenter.h"
 
+#include "platform/Call.h"
+
 namespace ui {
 
 using storage::ConfigurationAndPreferencesService;
@@ -49,10 +51,7 @@ void PreferencesWindowPresenter::confirm(
     }
     configurationAndPreferencesService.setApplicationPassword(password);
     preferencesWindowController->closeServiceWindow();
-    const std::function<void()> listener = onConfirmNewPassword;
-    if (listener) {
-        listener();
-    }
+    platform::call(onConfirmNewPassword);
 }
 
 } // namespace ui

@@ -1,5 +1,6 @@
 #include "ui/windows/selection/ApplicationsSelectWindowController.h"
 
+#include "platform/Call.h"
 #include "platform/Text.h"
 #include "toolkit/QtIcon.h"
 #include "ui/alerts/AlertMessagesService.h"
@@ -26,15 +27,6 @@ using applications::ApplicationEntityPtr;
 namespace {
 
 constexpr int INFORMATIONAL = 1;
-
-template <typename Argument>
-void report(const std::function<void(Argument)>& listener, Argument argument)
-{
-    const std::function<void(Argument)> copy = listener;
-    if (copy) {
-        copy(argument);
-    }
-}
 
 /// Types something, or takes something typed away.
 bool isTyping(const QKeyEvent& event)
@@ -277,20 +269,20 @@ void ApplicationsSelectWindowController::selectRow(int row)
 {
     const ApplicationEntityPtr application = applicationAt(row);
     if (application != nullptr) {
-        report<const ApplicationEntityPtr&>(onApplicationSelected, application);
+        platform::call(onApplicationSelected, application);
     }
 }
 
 void ApplicationsSelectWindowController::lockAdministrativeApplicationsButtonClick()
 {
     lockAdministrativeApplications = lockAdministrativeApplicationsCheckboxOutlet->isChecked();
-    report(onLockAdministrativeApplicationsOptionChanged, lockAdministrativeApplications);
+    platform::call(onLockAdministrativeApplicationsOptionChanged, lockAdministrativeApplications);
 }
 
 void ApplicationsSelectWindowController::showRunningApplicationsButtonClick()
 {
     showRunningApplicationsOnly = showRunningApplicationsOnlyCheckboxOutlet->isChecked();
-    report(onShowRunningApplicationsOptionChanged, showRunningApplicationsOnly);
+    platform::call(onShowRunningApplicationsOptionChanged, showRunningApplicationsOnly);
 }
 
 void ApplicationsSelectWindowController::administrativeHelpButtonClick()
