@@ -87,7 +87,10 @@ Agent::Agent(
       }),
       delegate([] { return std::make_unique<ui::PresetersMainHub>(); }, makeCentralService)
 {
-    log.diagnostic(x11::strength(display.desktop.connection().extensions()));
+    log.diagnostic(x11::strength(
+        display.desktop.connection().extensions(),
+        environment.waylandDisplay.empty() ? x11::Session::X11 : x11::Session::Wayland
+    ));
     display.guard.onLost = [this] { coversLost(); };
     display.desktop.onLost = [this] { coversLost(); };
     statusBar.onActivated = [this] { display.eventMonitors.statusItemActivated(); };

@@ -6,13 +6,27 @@
 
 namespace x11 {
 
-std::string strength(const Extensions& extensions)
+namespace {
+
+std::string promise(const Extensions& extensions, Session session)
 {
-    std::string text =
-        extensions.xinput ? "protection on X11: screens are covered, keyboard and pointer captured;"
-                            " programs that listen to raw input can still see keys"
-                          : "protection on X11: screens are covered, but keyboard and pointer"
-                            " cannot be captured, and keys reach other programs";
+    if (session == Session::Wayland) {
+        return "protection in a Wayland session: only programs that use X11 are covered and their "
+               "input"
+               " captured; choose an X11 session where you log in to have all of them protected";
+    }
+    return extensions.xinput
+               ? "protection on X11: screens are covered, keyboard and pointer captured;"
+                 " programs that listen to raw input can still see keys"
+               : "protection on X11: screens are covered, but keyboard and pointer"
+                 " cannot be captured, and keys reach other programs";
+}
+
+} // namespace
+
+std::string strength(const Extensions& extensions, Session session)
+{
+    std::string text = promise(extensions, session);
     using Part = std::pair<bool, std::string_view>;
     const std::array parts{
         Part{extensions.xinput, "XInput 2 (captures keyboard and pointer)"},

@@ -7,7 +7,14 @@
 
 namespace x11 {
 
+/// Whose session it is: with `Wayland` the display shows one's X11 programs among others.
+enum class Session
+{
+    X11,
+    Wayland,
+};
+
 /// One line.
-std::string strength(const Extensions& extensions);
+std::string strength(const Extensions& extensions, Session session);
 
 } // namespace x11
