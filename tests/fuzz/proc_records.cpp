@@ -14,4 +14,5 @@ void fuzz(std::string_view bytes)
     static_cast<void>(proc::parseStatus(bytes));
     static_cast<void>(proc::parseEnvironment(bytes, 42));
     static_cast<void>(proc::isOwnedBy(bytes, 1000));
+    static_cast<void>(proc::isEnding(bytes));
 }

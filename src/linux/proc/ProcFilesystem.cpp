@@ -73,6 +73,25 @@ template <typename Number> bool toNumber(std::string_view text, Number& number)
     return error == std::errc() && end == text.data() + text.size();
 }
 
+/// Entries of a folder that bear the number of a process or a thread.
+std::vector<pid_t> numbersIn(const std::string& path)
+{
+    std::vector<pid_t> result;
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(path.c_str()), ::closedir);
+    if (folder == nullptr) {
+        return result;
+    }
+    // One thread per stream of names, so this is safe; the reentrant form is deprecated.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe)
+    while (const dirent* entry = ::readdir(folder.get())) {
+        pid_t number = 0;
+        if (toNumber(&entry->d_name[0], number)) {
+            result.push_back(number);
+        }
+    }
+    return result;
+}
+
 } // namespace
 
 ProcFilesystem::ProcFilesystem(uid_t user, std::string root) : user(user), root(std::move(root)) {}
@@ -161,26 +180,16 @@ std::vector<std::string> ProcFilesystem::arguments(pid_t pid) const
 
 std::vector<pid_t> ProcFilesystem::processes(Closed closed) const
 {
-    std::vector<pid_t> result;
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(root.c_str()), ::closedir);
-    if (folder == nullptr) {
-        return result;
-    }
-    // One thread per stream of names, so this is safe; the reentrant form is deprecated.
-    // NOLINTNEXTLINE(concurrency-mt-unsafe)
-    while (const dirent* entry = ::readdir(folder.get())) {
-        pid_t pid = 0;
-
+    std::vector<pid_t> result = numbersIn(root);
+    std::erase_if(result, [&](pid_t pid) {
         struct stat owner
         {
         };
 
-        if (toNumber(&entry->d_name[0], pid) &&
-            ::fstatat(::dirfd(folder.get()), &entry->d_name[0], &owner, 0) == 0 &&
-            (owner.st_uid == user || (closed == Closed::Included && isOfUser(pid, owner.st_uid)))) {
-            result.push_back(pid);
-        }
-    }
+        return ::stat(folderOf(pid).c_str(), &owner) != 0 ||
+               (owner.st_uid != user && (closed == Closed::LeftOut || !isOfUser(pid, owner.st_uid))
+               );
+    });
     return result;
 }
 
@@ -227,15 +236,19 @@ bool ProcFilesystem::alive(pid_t pid, std::uint64_t startTime) const
     if (!known || known->startTime != startTime || known->state == 'X') {
         return false;
     }
-    // The first thread may end before the others; the folder of threads then has links for those.
-    constexpr nlink_t LINKS_WITH_ONE_THREAD = 3;
+    // The first thread may end before the others.
+    return known->state != 'Z' || hasLivingThread(pid);
+}
 
-    struct stat threads
-    {
-    };
-
-    return known->state != 'Z' || (::stat((folderOf(pid) + "/task").c_str(), &threads) == 0 &&
-                                   threads.st_nlink > LINKS_WITH_ONE_THREAD);
+bool ProcFilesystem::hasLivingThread(pid_t pid) const
+{
+    const std::string threads = folderOf(pid) + "/task";
+    const std::vector<pid_t> all = numbersIn(threads);
+    return std::any_of(all.begin(), all.end(), [&](pid_t thread) {
+        const std::string path = threads + "/" + std::to_string(thread) + "/status";
+        const std::optional<std::string> status = readAt(AT_FDCWD, path.c_str());
+        return status && !status->empty() && !isEnding(*status);
+    });
 }
 
 } // namespace proc

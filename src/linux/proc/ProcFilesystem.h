@@ -68,6 +68,7 @@ public:
 private:
     [[nodiscard]] std::string folderOf(pid_t pid) const;
     [[nodiscard]] bool isOfUser(pid_t pid, uid_t owner) const;
+    [[nodiscard]] bool hasLivingThread(pid_t pid) const;
     [[nodiscard]] std::optional<ProcessFacts>
     read(pid_t pid, const Interest& interest, bool settled) const;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <csignal>
 
 namespace proc {
 
@@ -22,6 +23,17 @@ std::string_view takeWord(std::string_view& rest)
     const std::string_view word = rest.substr(0, rest.find_first_of(" \t\n"));
     rest.remove_prefix(word.size());
     return word;
+}
+
+/// The first word of the line that begins with the label; empty where there is none.
+std::string_view firstWordOf(std::string_view text, std::string_view label)
+{
+    const std::size_t line = text.find(label);
+    if (line == std::string_view::npos) {
+        return {};
+    }
+    std::string_view rest = text.substr(line + label.size());
+    return takeWord(rest);
 }
 
 bool removeSuffix(std::string_view& text, std::string_view suffix)
@@ -133,14 +145,18 @@ std::optional<ProcessStatus> parseStatus(std::string_view text)
 
 bool isOwnedBy(std::string_view status, uid_t user)
 {
-    constexpr std::string_view LABEL = "\nUid:";
-    const std::size_t line = status.find(LABEL);
-    if (line == std::string_view::npos) {
-        return false;
-    }
-    std::string_view rest = status.substr(line + LABEL.size());
     uid_t real = 0;
-    return toNumber(takeWord(rest), real) && real == user;
+    return toNumber(firstWordOf(status, "\nUid:"), real) && real == user;
+}
+
+bool isEnding(std::string_view status)
+{
+    constexpr int HEXADECIMAL = 16;
+    const std::string_view state = firstWordOf(status, "\nState:");
+    const std::string_view pending = firstWordOf(status, "\nSigPnd:");
+    std::uint64_t signals = 0;
+    std::from_chars(pending.data(), pending.data() + pending.size(), signals, HEXADECIMAL);
+    return state == "Z" || state == "X" || (signals >> (SIGKILL - 1) & 1U) != 0;
 }
 
 std::vector<std::string> splitAtNul(std::string_view text)

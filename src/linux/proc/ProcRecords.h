@@ -37,6 +37,10 @@ std::optional<ProcessStatus> parseStatus(std::string_view text);
 /// True when /proc/PID/status names the user as the real one.
 bool isOwnedBy(std::string_view status, uid_t user);
 
+/// True when /proc/PID/task/TID/status is that of a thread which will do nothing more: it has
+/// ended, or is killed and has not noticed yet.
+bool isEnding(std::string_view status);
+
 /// Strings that each end in NUL; the last one may lack it.
 std::vector<std::string> splitAtNul(std::string_view text);
 

@@ -92,13 +92,21 @@ std::optional<Sighting>
 InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr application) const
 {
     const proc::ProcessEnvironment environment = parts.processes.environmentOf(facts.pid);
-    if (parts.session.isForeign(environment, facts.arguments)) {
+    std::vector<pid_t> ancestors = parts.processes.ancestorsOf(facts.pid);
+    const auto environmentsOfAncestors = [&] {
+        std::vector<proc::ProcessEnvironment> result;
+        for (const pid_t ancestor : ancestors) {
+            result.push_back(parts.processes.environmentOf(ancestor));
+        }
+        return result;
+    };
+    if (parts.session.isForeign(environment, facts.arguments, environmentsOfAncestors)) {
         return std::nullopt;
     }
     return Sighting{
         .facts = facts,
         .application = std::move(application),
-        .ancestors = parts.processes.ancestorsOf(facts.pid),
+        .ancestors = std::move(ancestors),
         .launched = environment.launchedEntry.has_value(),
         .byBus = parts.processes.isStartedByBus(facts)};
 }
@@ -265,18 +273,32 @@ void InstanceFeed::activeProcessChanged(pid_t process) const
     }
 }
 
-/// What executes the same file and is the same application, or was forked off and so has the same
-/// arguments: an interpreter may execute anything.
 std::vector<proc::ProcessFacts> InstanceFeed::survivorsOf(const Instance& instance) const
 {
     std::vector<proc::ProcessFacts> result = parts.processes.executing(instance.leader.executable);
     std::erase_if(result, [&](const proc::ProcessFacts& facts) {
-        const KnownApplicationPtr application = parts.applications.ofProcess(facts);
-        const bool same =
-            application != nullptr && application->identifier == instance.application->identifier;
-        return !same && facts.arguments != instance.leader.arguments;
+        return !isSame(facts, instance) || isForkOfAnother(facts, instance);
     });
     return result;
+}
+
+/// Of what executes the same file: the same application, or forked off and so with the same
+/// arguments. An interpreter may execute anything.
+bool InstanceFeed::isSame(const proc::ProcessFacts& facts, const Instance& instance) const
+{
+    const KnownApplicationPtr application = parts.applications.ofProcess(facts);
+    return facts.arguments == instance.leader.arguments ||
+           (application != nullptr && application->identifier == instance.application->identifier);
+}
+
+/// As the living instance that a second start handed over to may do just then, to execute something
+/// else.
+bool InstanceFeed::isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const
+{
+    const InstancePtr owner =
+        parts.tracker.instanceOf(facts.pid, parts.processes.ancestorsOf(facts.pid));
+    return owner != nullptr && owner.get() != &instance &&
+           owner->application->identifier == instance.application->identifier;
 }
 
 void InstanceFeed::watch(pid_t pid, std::uint64_t startTime)

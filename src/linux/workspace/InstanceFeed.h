@@ -73,6 +73,8 @@ private:
     void hinted(const std::string& entry) const;
     void activeProcessChanged(pid_t process) const;
     std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
+    bool isSame(const proc::ProcessFacts& facts, const Instance& instance) const;
+    bool isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const;
     void watch(pid_t pid, std::uint64_t startTime);
     bool isOfInterest(pid_t pid, const std::string& executable);
     bool isWatched(pid_t pid);

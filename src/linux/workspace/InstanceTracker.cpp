@@ -153,7 +153,43 @@ void InstanceTracker::processEnded(pid_t pid, std::uint64_t startTime)
     for (const InstancePtr& instance : instances) {
         if (contains(*instance, pid, startTime)) {
             remember(pid, startTime);
+            settleLaterThan(*instance);
             leave(instance, pid);
+        }
+    }
+}
+
+/// A start that handed over to the instance and ended is not to be taken for an end only because
+/// both are gone by now.
+void InstanceTracker::settleLaterThan(const Instance& instance)
+{
+    settleOthers([&](const Instance& other) {
+        return other.number > instance.number && !other.windowShown &&
+               other.application->identifier == instance.application->identifier;
+    });
+}
+
+/// What an earlier one that is gone by now left behind is not the later one's.
+void InstanceTracker::settleEarlierThan(const Instance& instance)
+{
+    settleOthers([&](const Instance& other) {
+        return other.number < instance.number &&
+               other.application->identifier == instance.application->identifier;
+    });
+}
+
+void InstanceTracker::settleOthers(const std::function<bool(const Instance& other)>& matches)
+{
+    std::vector<std::pair<pid_t, std::uint64_t>> processes;
+    for (const InstancePtr& other : list) {
+        if (matches(*other)) {
+            processes.insert(processes.end(), other->processes.begin(), other->processes.end());
+        }
+    }
+    for (const auto& process : processes) {
+        const bool known = std::find(ended.begin(), ended.end(), process) != ended.end();
+        if (!known && isAlive && !isAlive(process.first, process.second)) {
+            processEnded(process.first, process.second);
         }
     }
 }
@@ -191,6 +227,9 @@ void InstanceTracker::leave(const InstancePtr& instance, pid_t pid)
 bool InstanceTracker::isTakenOver(Instance& instance)
 {
     const auto survivors = survivorsOf ? survivorsOf(instance) : std::vector<proc::ProcessFacts>{};
+    if (!survivors.empty()) {
+        settleEarlierThan(instance);
+    }
     for (const proc::ProcessFacts& facts : survivors) {
         const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
         if (couldBeAChild && instanceOf(facts.pid) == nullptr) {

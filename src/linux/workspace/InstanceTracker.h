@@ -123,6 +123,9 @@ private:
     void announce(const InstancePtr& instance);
     void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime) const;
     void remember(pid_t pid, std::uint64_t startTime);
+    void settleLaterThan(const Instance& instance);
+    void settleEarlierThan(const Instance& instance);
+    void settleOthers(const std::function<bool(const Instance& other)>& matches);
     void leave(const InstancePtr& instance, pid_t pid);
     bool isTakenOver(Instance& instance);
     void finish(const InstancePtr& instance);

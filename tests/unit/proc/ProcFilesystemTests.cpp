@@ -129,6 +129,25 @@ TEST_F(ProcFilesystemTest, AliveMeansTheSameProcess)
     EXPECT_FALSE(filesystem.alive(43, 4711));
 }
 
+TEST_F(ProcFilesystemTest, ProcessWhoseFirstThreadEndedLivesAsLongAsAnotherOne)
+{
+    const auto write = [this](const std::string& thread, const std::string& lines) {
+        folder.write("42/task/" + thread + "/status", "Name:\tfoo\n" + lines);
+    };
+    addProcess(42, 7, "/usr/bin/foo", "");
+    folder.write(
+        "42/stat", "42 (foo) Z 7 5 6 34816 8 9 10 11 12 13 14 15 16 17 18 19 20 0 4711 22\n"
+    );
+    write("42", "State:\tZ (zombie)\nSigPnd:\t0000000000000000\n");
+    EXPECT_FALSE(filesystem.alive(42, 4711));
+
+    write("43", "State:\tS (sleeping)\nSigPnd:\t0000000000000000\n");
+    EXPECT_TRUE(filesystem.alive(42, 4711));
+
+    write("43", "State:\tS (sleeping)\nSigPnd:\t0000000000000100\n");
+    EXPECT_FALSE(filesystem.alive(42, 4711)) << "the whole process was ended";
+}
+
 TEST(ProcFilesystem, KnowsThisProcess)
 {
     const proc::ProcFilesystem filesystem;

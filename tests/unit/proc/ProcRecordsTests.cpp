@@ -82,3 +82,13 @@ TEST(ProcRecords, OwnerIsTheRealUser)
     EXPECT_FALSE(proc::isOwnedBy("\nUid:", 0));
     EXPECT_FALSE(proc::isOwnedBy("", 0));
 }
+
+TEST(ProcRecords, ThreadThatIsKilledIsEnding)
+{
+    EXPECT_TRUE(proc::isEnding("Name:\tfoo\nState:\tZ (zombie)\nSigPnd:\t0000000000000000\n"));
+    EXPECT_TRUE(proc::isEnding("Name:\tfoo\nState:\tX (dead)\n"));
+    EXPECT_TRUE(proc::isEnding("Name:\tfoo\nState:\tR (running)\nSigPnd:\t0000000000000100\n"));
+    EXPECT_FALSE(proc::isEnding("Name:\tfoo\nState:\tS (sleeping)\nSigPnd:\t0000000000004200\n"));
+    EXPECT_FALSE(proc::isEnding("Name:\tfoo\nState:\tS (sleeping)\nSigPnd:\tnonsense\n"));
+    EXPECT_FALSE(proc::isEnding(""));
+}

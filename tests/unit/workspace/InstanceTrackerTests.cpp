@@ -115,6 +115,50 @@ TEST_F(InstanceTracker, SecondStartThatHandsOverIsAStartAndNoEnd)
     EXPECT_EQ(tracker.instances().size(), 1U);
 }
 
+TEST_F(InstanceTracker, SecondStartThatHandedOverIsNoEndWhenTheFirstsIsHeardOfBefore)
+{
+    start(10, "mousepad");
+    show(10);
+    start(20, "mousepad");
+    dead = {10, 20};
+    end(10);
+    end(20);
+
+    EXPECT_THAT(
+        said,
+        ElementsAre(
+            "started mousepad",
+            "window mousepad",
+            "started mousepad",
+            "handed over mousepad",
+            "ended mousepad"
+        )
+    );
+}
+
+TEST_F(InstanceTracker, SurvivorOfTheFirstDoesNotTakeTheSecondOver)
+{
+    start(10, "mousepad");
+    show(10);
+    start(20, "mousepad");
+    dead = {10, 20};
+    survivors = {process(30, "mousepad")}; // forked off by the first, which was ended then
+    end(20);
+    survivors.clear();
+    end(30);
+
+    EXPECT_THAT(
+        said,
+        ElementsAre(
+            "started mousepad",
+            "window mousepad",
+            "started mousepad",
+            "handed over mousepad",
+            "ended mousepad"
+        )
+    );
+}
+
 TEST_F(InstanceTracker, EndOfTheFirstWhileTheSecondLivesIsAnEnd)
 {
     start(10, "xterm");

@@ -172,6 +172,18 @@ TEST_F(LinuxWorkspace, ProcessOfAnotherSessionIsLeftOut)
     );
 }
 
+TEST_F(LinuxWorkspace, ProcessBelowOneOfAnotherSessionIsLeftOut)
+{
+    processes.environments[5].display = ":2";
+    processes.ancestors[10] = {6, 5};
+    processes.ancestors[20] = {6};
+    start();
+    exec(10, "mousepad");
+    exec(20, "xterm");
+
+    EXPECT_THAT(heard, ElementsAre("inserted xterm", "will launch xterm"));
+}
+
 TEST_F(LinuxWorkspace, WindowCountsWhateverSessionItsProcessNamed)
 {
     processes.environments[10].display = ":2";
@@ -443,6 +455,21 @@ TEST_F(LinuxWorkspace, ForkedProcessKeepsTheInstance)
 
     EXPECT_THAT(heard, IsEmpty());
     EXPECT_EQ(desktop.runningApplications("mousepad").front().processIdentifier, 11);
+}
+
+TEST_F(LinuxWorkspace, ForkOfTheLivingInstanceIsNoSurvivorOfASecondStart)
+{
+    start();
+    exec(10, "xterm");
+    exec(20, "xterm");
+    heard.clear();
+    processes.all.push_back(process(21, "xterm")); // about to execute a shell
+    processes.ancestors[21] = {10, 1};
+    exit(20);
+    exit(21);
+
+    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_EQ(desktop.runningApplications("xterm").size(), 1U);
 }
 
 TEST_F(LinuxWorkspace, InterpreterThatRunsSomethingElseIsNoSurvivor)
