@@ -1,5 +1,7 @@
 #include "session/applications/Applications.h"
 
+#include <algorithm>
+
 namespace applications {
 
 namespace {
@@ -19,9 +21,52 @@ Application boxed(const std::filesystem::path& home)
             "[Desktop Entry]\nType=Application\nName=Boxed calculator\nExec=" + command + "\n"};
 }
 
+/// As the bus starts what has an entry that says so.
+std::vector<std::string> activation(const std::string& busName)
+{
+    std::string path = "/" + busName;
+    std::replace(path.begin(), path.end(), '.', '/');
+    return {busName, path, "org.freedesktop.Application.Activate", "@a{sv} {}"};
+}
+
+/// Its activation shows nothing; this is what its own client asks for.
+std::vector<std::string> newTerminal(const std::string& displayName)
+{
+    return {
+        "org.gnome.Terminal",
+        "/org/gnome/Terminal/Factory0",
+        "org.gnome.Terminal.Factory0.CreateInstance",
+        "@a{sv} {'display': <b'" + displayName + "'>}"};
+}
+
+/// As any program asks for a folder to be shown.
+std::vector<std::string> shownFolder()
+{
+    constexpr auto INTERFACE = "org.freedesktop.FileManager1";
+    return {
+        INTERFACE,
+        "/org/freedesktop/FileManager1",
+        std::string(INTERFACE) + ".ShowFolders",
+        "@as ['file:///usr']",
+        ""};
+}
+
+/// A service that executes the application for a document.
+std::vector<std::string> openedDocument()
+{
+    constexpr auto INTERFACE = "org.gnome.evince.Daemon";
+    return {
+        INTERFACE,
+        "/org/gnome/evince/Daemon",
+        std::string(INTERFACE) + ".FindDocument",
+        "file:///document.pdf",
+        "true"};
+}
+
 } // namespace
 
-std::vector<Application> applications(const std::filesystem::path& home)
+std::vector<Application>
+applications(const std::filesystem::path& home, const std::string& displayName)
 {
     constexpr auto RUNS = SecondStart::Runs;
     return {
@@ -31,13 +76,20 @@ std::vector<Application> applications(const std::filesystem::path& home)
          "UXTerm",
          "uxterm",
          RUNS,
-         "",
          "XTerm"},
         {"single instance", "org.xfce.mousepad", "Mousepad", "mousepad"},
         {"program", "org.gnome.Calculator", "Calculator", "gnome-calculator", RUNS},
         {"program", "galculator", "Galculator", "galculator", RUNS},
-        {"file manager", "thunar", "Thunar File Manager", "thunar"},
-        {"client and server", "org.gnome.Terminal", "Terminal", "gnome-terminal"},
+        {.kind = "file manager",
+         .id = "thunar",
+         .name = "Thunar File Manager",
+         .command = "thunar",
+         .busCall = shownFolder()},
+        {.kind = "client and server",
+         .id = "org.gnome.Terminal",
+         .name = "Terminal",
+         .command = "gnome-terminal",
+         .busCall = newTerminal(displayName)},
         {"single instance", "xfce4-terminal", "Xfce Terminal", "xfce4-terminal"},
         {"single instance", "lxterminal", "LXTerminal", "lxterminal"},
         {"program", "qterminal", "QTerminal", "qterminal", RUNS},
@@ -52,22 +104,25 @@ std::vector<Application> applications(const std::filesystem::path& home)
          "LibreOffice Calc",
          "libreoffice --calc"},
         {"Python", "org.gnome.Meld", "Meld", "meld"},
-        {"JavaScript",
-         "org.gnome.Characters",
-         "Characters",
-         "gnome-characters",
-         SecondStart::HandsOver,
-         "org.gnome.Characters"},
+        {.kind = "JavaScript",
+         .id = "org.gnome.Characters",
+         .name = "Characters",
+         .command = "gnome-characters",
+         .busCall = activation("org.gnome.Characters")},
         {"Java", "jedit", "jEdit", "jedit", RUNS},
         {"closes itself to others", "org.keepassxc.KeePassXC", "KeePassXC", "keepassxc"},
-        {"started by the bus",
-         "org.gnome.seahorse.Application",
-         "Passwords and Keys",
-         "seahorse",
-         SecondStart::HandsOver,
-         "org.gnome.seahorse.Application"},
+        {.kind = "started by the bus",
+         .id = "org.gnome.seahorse.Application",
+         .name = "Passwords and Keys",
+         .command = "seahorse",
+         .busCall = activation("org.gnome.seahorse.Application")},
         {"single instance", "gnome-system-monitor", "System Monitor", "gnome-system-monitor"},
-        {"program", "org.gnome.Evince", "Document Viewer", "evince", RUNS},
+        {.kind = "program",
+         .id = "org.gnome.Evince",
+         .name = "Document Viewer",
+         .command = "evince",
+         .second = RUNS,
+         .busCall = openedDocument()},
         boxed(home),
     };
 }

@@ -20,13 +20,15 @@ struct Application
     std::string name;
     std::string command; // as it is typed into a shell
     SecondStart second = SecondStart::HandsOver;
-    std::string busName{};    // by which the bus activates it
     std::string alsoStarts{}; // name of another application that it executes
+    std::vector<std::string>
+        busCall{};            // by which the bus starts it: name, object, method, arguments
     std::string entry{};      // of one that only the tests know
     bool refusesRoot = false; // does not run as root
 };
 
 /// `home`: where an application of the tests' own may stand.
-std::vector<Application> applications(const std::filesystem::path& home);
+std::vector<Application>
+applications(const std::filesystem::path& home, const std::string& displayName);
 
 } // namespace applications

@@ -90,11 +90,20 @@ void Chronicle::takeEvents()
     }
 }
 
+/// A window manager with much to do lists windows of programs that have ended already.
+bool Chronicle::isThere(xcb_window_t window) const
+{
+    const auto question = xcb_get_window_attributes(connection.get(), window);
+    return desktop::Reply<xcb_get_window_attributes_reply_t>(
+               xcb_get_window_attributes_reply(connection.get(), question, nullptr)
+           ) != nullptr;
+}
+
 void Chronicle::readWindows()
 {
     const auto current = connection.property(connection.root(), "_NET_CLIENT_LIST");
     const bool added = std::any_of(current.begin(), current.end(), [this](std::uint32_t window) {
-        return std::find(known.begin(), known.end(), window) == known.end();
+        return std::find(known.begin(), known.end(), window) == known.end() && isThere(window);
     });
     known = current;
     if (added) {

@@ -55,6 +55,7 @@ private:
     void run();
     void readLines();
     void readWindows();
+    bool isThere(xcb_window_t window) const;
     void takeEvents();
 
     desktop::XConnection connection;

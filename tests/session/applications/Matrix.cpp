@@ -71,7 +71,7 @@ void Matrix::runOpen(Row& row)
     problem = open->start(application, Stage::Way::Shell);
     const Problem shellEnd = open->end(application);
     note(row, problem ? problem : shellEnd);
-    if (application.busName.empty()) {
+    if (application.busCall.empty()) {
         row.cells.emplace_back(NONE);
         return;
     }
@@ -83,18 +83,29 @@ void Matrix::runOpen(Row& row)
 void Matrix::runLocked(Row& row)
 {
     const Application& application = locked->applications()[row.index];
-    note(row, locked->startLocked(application));
-    note(row, locked->startAgainLocked(application));
+    Problem problem = locked->startLocked(application, Stage::Way::Entry);
+    note(row, problem);
+    problem = locked->startAgainLocked(application);
+    const Problem end = locked->endLocked(application);
+    note(row, problem ? problem : end);
+    if (application.busCall.empty()) {
+        row.cells.emplace_back(NONE);
+        return;
+    }
+    problem = locked->startLocked(application, Stage::Way::Bus);
+    const Problem busEnd = locked->endLocked(application);
+    note(row, problem ? problem : busEnd);
 }
 
 void Matrix::print(std::ostream& out) const
 {
     out << "| application | how it starts | by its entry | again | its end | from a shell | by the "
-           "bus | locked | again locked |\n|---|---|---|---|---|---|---|---|---|\n";
+           "bus | locked | again locked | by the bus locked |\n"
+           "|---|---|---|---|---|---|---|---|---|---|\n";
     for (const Row& row : rows) {
         out << "| " << row.application.id << " | " << row.application.kind << " |";
         if (!row.excuse.empty()) {
-            out << " not run: " << row.excuse << " | | | | | | |\n";
+            out << " not run: " << row.excuse << " | | | | | | | |\n";
             continue;
         }
         for (const std::string& cell : row.cells) {

@@ -32,7 +32,7 @@ desktop::Desktop::Parts parts()
 
 Stage::Stage(bool isProtected)
     : session(parts()),
-      all(applications::applications(session.desk.home()))
+      all(applications::applications(session.desk.home(), session.desk.server().displayName()))
 {
     install();
     std::vector<std::string> identifiers;
@@ -95,20 +95,12 @@ void Stage::launch(const Application& application, Way way)
         children.push_back(inShell(application.command));
         break;
     case Way::Bus: {
-        std::string path = "/" + application.busName;
-        std::replace(path.begin(), path.end(), '.', '/');
-        children.push_back(session.desk.start(
-            {"gdbus",
-             "call",
-             "--session",
-             "--dest",
-             application.busName,
-             "--object-path",
-             path,
-             "--method",
-             "org.freedesktop.Application.Activate",
-             "{}"}
-        ));
+        const std::vector<std::string>& call = application.busCall;
+        std::vector<std::string> command{"gdbus", "call", "--session"};
+        command.insert(command.end(), {"--dest", call.at(0), "--object-path", call.at(1)});
+        command.insert(command.end(), {"--method", call.at(2)});
+        command.insert(command.end(), call.begin() + 3, call.end());
+        children.push_back(session.desk.start(command));
         break;
     }
     }
@@ -194,10 +186,10 @@ Problem Stage::unlock()
                                        : Problem("the password does not open the lock");
 }
 
-Problem Stage::startLocked(const Application& application)
+Problem Stage::startLocked(const Application& application, Way way)
 {
     begin();
-    launch(application, Way::Entry);
+    launch(application, way);
     if (!session.waitForCover()) {
         return "not locked: " + chronicle->text();
     }
@@ -223,8 +215,20 @@ Problem Stage::startAgainLocked(const Application& application)
     if (!desktop::holdsFor([this] { return agent::isCovered(session.desk); }, 200ms)) {
         return "the lock of the second start is lifted: " + chronicle->text();
     }
-    Problem problem = unlock();
-    return endAll() ? problem : "does not end";
+    return unlock();
+}
+
+Problem Stage::endLocked(const Application& application)
+{
+    if (!endAll()) {
+        return "does not end";
+    }
+    return desktop::waitUntil(
+               [&] { return chronicle->countOf("Terminated: " + application.name) > 0; },
+               LONGEST_END
+           )
+               ? std::nullopt
+               : Problem("end not seen: " + chronicle->text());
 }
 
 bool Stage::endAll()

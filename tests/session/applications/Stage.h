@@ -41,8 +41,9 @@ public:
     Problem end(const Application& application);
 
     /// Where each start raises a lock.
-    Problem startLocked(const Application& application);
+    Problem startLocked(const Application& application, Way way);
     Problem startAgainLocked(const Application& application);
+    Problem endLocked(const Application& application);
 
     /// For a person.
     [[nodiscard]] std::string report();
