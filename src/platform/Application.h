@@ -3,6 +3,8 @@
 
 #include "platform/Port.h"
 
+#include <cstdint>
+
 namespace platform {
 
 inline constexpr unsigned PRESENTATION_DEFAULT = 0;
@@ -24,6 +26,11 @@ public:
 
     /// Makes this program the active one; with `ignoringOtherApps` even while another is.
     virtual void activate(bool ignoringOtherApps) = 0;
+
+    /// Makes this program the active one with a window in front that the toolkit made and shows: it
+    /// gets the keyboard, and not another one of this program that was to come forward before.
+    /// Where there is a lock, the lock keeps the keyboard.
+    virtual void bringForward(std::uintptr_t nativeWindow) = 0;
 };
 
 } // namespace platform

@@ -47,6 +47,9 @@ public:
     /// Asks for the process's most recently used window to be raised and focused. False when it has
     /// no window.
     virtual bool bringForward(pid_t processIdentifier) = 0;
+
+    /// The same for one window. The latest request counts.
+    virtual void bringWindowForward(std::uint64_t window) = 0;
 };
 
 } // namespace workspace

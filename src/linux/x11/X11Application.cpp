@@ -37,6 +37,15 @@ void X11Application::activate(bool ignoringOtherApps)
     }
 }
 
+void X11Application::bringForward(std::uintptr_t nativeWindow)
+{
+    if (guard.hasKeyWindow()) {
+        guard.focusKeyWindow();
+    } else {
+        windowSystem.bringWindowForward(nativeWindow);
+    }
+}
+
 void X11Application::uncoverUnlessDisabledAgain() const
 {
     if (!switchingDisabled) {

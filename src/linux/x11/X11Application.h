@@ -21,6 +21,7 @@ public:
 
     void setPresentationOptions(unsigned options) override;
     void activate(bool ignoringOtherApps) override;
+    void bringForward(std::uintptr_t nativeWindow) override;
 
 private:
     void uncoverUnlessDisabledAgain() const;

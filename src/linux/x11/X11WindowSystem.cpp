@@ -78,7 +78,13 @@ bool X11WindowSystem::bringForward(pid_t processIdentifier)
     if (window == XCB_NONE) {
         return false;
     }
-    wantedInFront = window;
+    bringWindowForward(window);
+    return !desktop.connection().broken();
+}
+
+void X11WindowSystem::bringWindowForward(std::uint64_t window)
+{
+    wantedInFront = static_cast<xcb_window_t>(window);
     // A window manager refuses what seems older than the last change of the focus, so the request
     // bears the server's own time: that of the event which this change brings.
     xcb_change_property(
@@ -92,7 +98,6 @@ bool X11WindowSystem::bringForward(pid_t processIdentifier)
         nullptr
     );
     desktop.connection().flush();
-    return !desktop.connection().broken();
 }
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event)

@@ -26,6 +26,7 @@ public:
 
     void start() override;
     bool bringForward(pid_t processIdentifier) override;
+    void bringWindowForward(std::uint64_t window) override;
 
 private:
     void handle(const xcb_generic_event_t& event);

@@ -1,5 +1,6 @@
 #include "ui/popover/Popover.h"
 
+#include "platform/Application.h"
 #include "platform/Call.h"
 #include "platform/Platform.h"
 #include "platform/Windows.h"
@@ -28,7 +29,8 @@ const Qt::WindowFlags AT_ITEM =
     Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::NoDropShadowWindowHint;
 
 const Qt::WindowFlags AS_WINDOW = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+                                  Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+                                  Qt::WindowStaysOnTopHint; // as the program's other windows
 
 QRect workAreaAt(const QPoint& point)
 {
@@ -53,8 +55,8 @@ Popover::Popover(ViewController& contentViewController)
         this,
         [this](Qt::ApplicationState state) {
             // Windows of this program that come in front of it leave the program active.
-            if (state == Qt::ApplicationInactive && shown && isAtItem()) {
-                requestClose();
+            if (state == Qt::ApplicationInactive && shown) {
+                closeLater();
             }
         }
     );
@@ -75,7 +77,7 @@ void Popover::showAtItem(const std::optional<platform::Rect>& item)
         appear(AT_ITEM, windows.composited());
         windows.excludeFromWindowsMenu(winId());
     }
-    bringForward(*this);
+    comeForward();
 }
 
 void Popover::follow(const platform::Rect& item)
@@ -93,12 +95,21 @@ void Popover::showAsWindow()
         anchor.reset();
         appear(AS_WINDOW, false);
     }
+    comeForward();
+}
+
+void Popover::comeForward()
+{
     bringForward(*this);
+    // The program as a whole was brought forward too, and with it whichever of its windows was used
+    // last: the desktop has to be told which of them is meant.
+    platform::current().application.bringForward(winId());
 }
 
 void Popover::appear(Qt::WindowFlags flags, bool wantedRounded)
 {
     shown = true;
+    ++openings;
     const int border = isAtItem() ? 1 : 0;
     layout()->setContentsMargins(border, border, border, border);
     if (layout()->isEmpty()) {
@@ -144,6 +155,17 @@ void Popover::closePopover()
     // the display says otherwise, which closes a popover that was opened again meanwhile.
     destroy();
     contentViewController.viewDidDisappear();
+}
+
+/// The toolkit says so amid its dealing with the window, which must outlive that.
+void Popover::closeLater()
+{
+    const auto close = [this, opening = openings] {
+        if (shown && opening == openings) {
+            requestClose();
+        }
+    };
+    QMetaObject::invokeMethod(this, close, Qt::QueuedConnection);
 }
 
 void Popover::requestClose()

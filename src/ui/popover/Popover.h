@@ -38,6 +38,9 @@ public:
     /// Shows it as a window of its own.
     void showAsWindow();
 
+    /// Puts it, where it is shown, in front of everything else and gives it the keyboard.
+    void comeForward();
+
     /// Takes it off the screen; does nothing where it is not shown.
     void closePopover();
 
@@ -59,10 +62,12 @@ private:
 
     bool isAtItem() const { return anchor.has_value(); }
 
+    void closeLater();
     void requestClose();
 
     ViewController& contentViewController;
     bool shown = false;
+    unsigned openings = 0;
     bool rounded = false;
     std::optional<QRect> anchor; // nothing while it is a window of its own
 };

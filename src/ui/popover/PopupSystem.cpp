@@ -50,6 +50,9 @@ void PopupSystem::showPopover()
     }
     platform::current().log.line("Focus");
     systemApplicationsService.focusOnApplication(app::Constants::BUNDLE_ID());
+    if (active) {
+        popover.comeForward(); // another window of the program may lie over it
+    }
 }
 
 void PopupSystem::later(void (PopupSystem::*step)())

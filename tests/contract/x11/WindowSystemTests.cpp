@@ -246,6 +246,23 @@ TEST_F(Managed, WithoutALockActivatingBringsThisProgramsOwnWindowForward)
     EXPECT_TRUE(isActiveSoon(getpid()));
 }
 
+TEST_F(Managed, OneWindowIsBroughtForwardInPlaceOfTheOneThatWasUsedLast)
+{
+    world.windowSystem.start();
+    ForeignWindows own(world.session.server().displayName());
+    const xcb_window_t wanted = showTyped(own, "_NET_WM_WINDOW_TYPE_NORMAL");
+    ASSERT_TRUE(soon([&] { return world.session.windows().active() == wanted; }));
+    const xcb_window_t usedLast = showTyped(own, "_NET_WM_WINDOW_TYPE_NORMAL");
+    ASSERT_TRUE(soon([&] { return world.session.windows().active() == usedLast; }));
+    const auto xterm = world.session.start({"xterm"});
+    ASSERT_TRUE(isActiveSoon(xterm.id()));
+    active.clear();
+    world.application.activate(true);
+    world.application.bringForward(wanted);
+    ASSERT_TRUE(isActiveSoon(getpid()));
+    EXPECT_EQ(world.session.windows().active(), wanted);
+}
+
 TEST_F(Unmanaged, ReportsWindowsAsTheyAreMapped)
 {
     world.windowSystem.start();

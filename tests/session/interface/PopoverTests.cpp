@@ -188,6 +188,52 @@ TEST_F(PopoverUse, QuittingWaitsForAPasswordThatTheKeyringHasNotTakenYet)
     EXPECT_EQ(setting("Password"), "another");
 }
 
+TEST_F(PopoverUse, WithoutAStatusAreaAFurtherStartBringsItInFrontOfTheOtherWindows)
+{
+    startWithPassword();
+    unlock();
+    choose(texts::HELP_AND_SUPPORT);
+    user->waitForFocusOn(texts::HELP_PAGE);
+    openPopover();
+    user->click(texts::HELP_PAGE);
+    user->waitForFocusOn(texts::HELP_PAGE);
+
+    openPopover();
+
+    user->waitForFocusOn(texts::GATE);
+    user->type(PASSWORD); // it would be elsewhere if the keyboard went back
+    user->press(desktop::KEY_RETURN);
+    user->waitFor(texts::CONTENT);
+}
+
+TEST_F(PopoverUse, WithoutAStatusAreaItClosesWhereTheUserGoesElsewhere)
+{
+    addApplication("garden", "Garden");
+    startWithPassword();
+    unlock();
+
+    const desktop::ChildProcess garden = startApplication("garden");
+
+    user->waitForEndOf(person::window(texts::POPOVER));
+    openPopover();
+    user->waitFor(texts::GATE);
+    EXPECT_FALSE(user->sees(texts::CONTENT));
+}
+
+TEST_F(PopoverUse, OneLineSaysThatThereIsNoStatusArea)
+{
+    startWithPassword();
+    user->press(desktop::KEY_ESCAPE);
+    user->waitForEndOf(person::window(texts::POPOVER));
+    openPopover();
+
+    const std::string errors = session->errors();
+
+    const std::size_t said = errors.find("no status area");
+    ASSERT_NE(said, std::string::npos) << errors;
+    EXPECT_EQ(errors.find("no status area", said + 1), std::string::npos) << errors;
+}
+
 TEST_F(PopoverUse, QuittingEndsAgentAndHelper)
 {
     startWithPassword();

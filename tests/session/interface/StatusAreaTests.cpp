@@ -95,6 +95,25 @@ TEST_P(StatusArea, ThePopoverClosesWhereTheUserGoesElsewhere)
     expectClosed();
 }
 
+TEST_P(StatusArea, ThePopoverHasTheKeyboardAtOnceWhereAnotherOwnWindowHadIt)
+{
+    open();
+    unlock();
+    choose(texts::HELP_AND_SUPPORT);
+    for (int opening = 0; opening < 10; ++opening) {
+        user->waitForFocusOn(texts::HELP_PAGE);
+        clickItem();
+        user->waitForFocusOn(texts::GATE);
+
+        user->type(PASSWORD); // it would be elsewhere if the keyboard went back
+        user->press(desktop::KEY_RETURN);
+        user->waitFor(texts::CONTENT);
+
+        user->press(desktop::KEY_ESCAPE);
+        expectClosed();
+    }
+}
+
 TEST_P(StatusArea, TheItemComesBackWithANewPanel)
 {
     panel->process().signal(SIGKILL);

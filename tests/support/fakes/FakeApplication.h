@@ -27,6 +27,11 @@ public:
         );
     }
 
+    void bringForward(std::uintptr_t /*nativeWindow*/) override
+    {
+        calls.push_back("application bringForward");
+    }
+
     unsigned presentationOptions = platform::PRESENTATION_DEFAULT;
 
 private:

@@ -29,6 +29,8 @@ public:
         return has;
     }
 
+    void bringWindowForward(std::uint64_t window) override { forwardWindows.push_back(window); }
+
     void show(const WindowFacts& window)
     {
         windows.push_back(window);
@@ -43,6 +45,7 @@ public:
 
     std::vector<WindowFacts> windows;
     std::vector<pid_t> forward;
+    std::vector<std::uint64_t> forwardWindows;
 };
 
 } // namespace workspace

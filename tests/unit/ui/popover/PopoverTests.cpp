@@ -1,7 +1,9 @@
 #include "PopoverTest.h"
 #include "ui/popover/Popover.h"
 
+#include <QPointer>
 #include <QScreen>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -124,8 +126,31 @@ TEST_F(Popover, ClosesWhenTheUserGoesToAnotherApplication)
     open();
     Q_EMIT
     qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    settle();
     EXPECT_FALSE(popup().active);
     EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(Popover, ClosesOnlyWhenTheToolkitIsDoneWithTheWindow)
+{
+    open();
+    const QPointer<QWindow> native = window().windowHandle();
+    Q_EMIT
+    qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_FALSE(native.isNull());
+    settle();
+    EXPECT_TRUE(native.isNull());
+}
+
+TEST_F(Popover, AnOpeningAfterTheUserWentElsewhereStays)
+{
+    open();
+    Q_EMIT
+    qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    popup().hidePopover();
+    open();
+    EXPECT_TRUE(popup().active);
+    EXPECT_TRUE(window().isVisible());
 }
 
 TEST_F(Popover, StaysWhenAWindowOfTheProgramComesInFrontOfIt)
@@ -139,16 +164,42 @@ TEST_F(Popover, StaysWhenAWindowOfTheProgramComesInFrontOfIt)
     EXPECT_TRUE(window().isVisible());
 }
 
-TEST_F(Popover, AsAWindowStaysWhenTheUserGoesToAnotherApplication)
+TEST_F(Popover, AsAWindowClosesInTheSameWays)
 {
     fake.statusBar.shown = false;
     open();
     Q_EMIT
     qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
-    EXPECT_TRUE(popup().active);
+    settle();
+    EXPECT_FALSE(popup().active);
+    EXPECT_FALSE(window().isVisible());
+    open();
     window().close();
     EXPECT_FALSE(popup().active);
     EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(Popover, AsAWindowLiesAboveOrdinaryWindowsLikeTheProgramsOthers)
+{
+    fake.statusBar.shown = false;
+    open();
+    EXPECT_TRUE(window().windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST_F(Popover, TakesTheKeyboardAfterTheProgramAsAWholeCameForward)
+{
+    fake.workspace.running = {fakes::runningApplication(7, "com.quorvent.Tarvel", "Tarvel")};
+    for (const bool atItem : {true, false}) {
+        fake.statusBar.shown = atItem;
+        takeCalls();
+        open();
+        const fakes::Calls calls = takeCalls();
+        const auto program = std::find(calls.begin(), calls.end(), "workspace activate 7 2");
+        const auto popover = std::find(calls.begin(), calls.end(), "application bringForward");
+        EXPECT_LT(program, popover);
+        EXPECT_NE(popover, calls.end());
+        popup().hidePopover();
+    }
 }
 
 TEST_F(Popover, HasRoundCornersOnlyWhereTheDesktopBlendsWindows)

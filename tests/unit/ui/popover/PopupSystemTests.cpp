@@ -101,7 +101,19 @@ TEST_F(PopupSystem, ARequestWhileOpenAsksAndActivatesAgainButSchedulesNothing)
     EXPECT_EQ(asked, 1);
     EXPECT_TRUE(fake.dispatchQueues.main.empty());
     EXPECT_EQ(fake.log.lines, std::vector<std::string>{"Focus"});
-    EXPECT_EQ(takeCalls(), fakes::Calls{"workspace activate 7 2"});
+    EXPECT_EQ(takeCalls(), (fakes::Calls{"workspace activate 7 2", "application bringForward"}));
+}
+
+TEST_F(PopupSystem, ARequestWhileOpenBringsThePopoverInFrontOfOtherOwnWindows)
+{
+    start();
+    open();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    popup().showPopover();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
 }
 
 TEST_F(PopupSystem, AClickOnTheItemToggles)
