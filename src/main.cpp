@@ -1,5 +1,7 @@
 // One agent a session: the first start becomes it, a second hands over.
 #include "agent/Agent.h"
+#include "linux/dbus/BusAnswers.h"
+#include "linux/qt/AssistiveBridge.h"
 #include "linux/qt/QuitRequests.h"
 #include "linux/session/Programs.h"
 #include "linux/session/SessionInstance.h"
@@ -61,6 +63,10 @@ int main(int argc, char** argv)
     int argumentCount = 3;
     QApplication application(argumentCount, arguments.data());
     prepare(application);
+    if (dbus::busIsSilent(dbus::sessionBusAddress(), dbus::SessionBus::PATIENCE)) {
+        log.diagnostic("The session bus does not answer; assistive programs are left out");
+        qt::leaveOutAssistiveBridge(application);
+    }
 
     agent::Agent agent(log, processInfo, std::move(connections));
     QApplication::setQuitOnLastWindowClosed(agent.endsWithItsLastWindow());

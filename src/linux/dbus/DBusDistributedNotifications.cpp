@@ -11,7 +11,9 @@ namespace {
 constexpr auto PATH = "/com/quorvent/DistributedNotification";
 constexpr auto INTERFACE = "com.quorvent.DistributedNotification";
 constexpr auto MEMBER = "Posted";
-constexpr int LONGEST_WAIT = 50; // milliseconds
+constexpr std::chrono::milliseconds LONGEST_WAIT(50);
+/// For a bus that was not connected to so far: the poster may be about to end.
+constexpr std::chrono::milliseconds LONGEST_WAIT_FOR_THE_BUS(500);
 
 /// The bus takes the messages of a connection in order: once it answered, it has the notice.
 void waitUntilTaken(const QDBusConnection& connection)
@@ -22,7 +24,7 @@ void waitUntilTaken(const QDBusConnection& connection)
         QStringLiteral("org.freedesktop.DBus.Peer"),
         QStringLiteral("Ping")
     );
-    connection.call(question, QDBus::Block, LONGEST_WAIT);
+    callWithin(LONGEST_WAIT, connection, question);
 }
 
 } // namespace
@@ -38,11 +40,12 @@ DBusDistributedNotifications::DBusDistributedNotifications(
             QString(), QString(), INTERFACE, MEMBER, this, SLOT(posted(QString, QString))
         );
     };
+    bus.connectLater();
 }
 
 void DBusDistributedNotifications::post(const std::string& name, const std::string& object)
 {
-    const QDBusConnection connection = bus.connection();
+    const QDBusConnection connection = bus.connection(LONGEST_WAIT_FOR_THE_BUS);
     QDBusMessage notice = QDBusMessage::createSignal(PATH, INTERFACE, MEMBER);
     notice << QString::fromStdString(name) << QString::fromStdString(object);
     if (!connection.isConnected() || !connection.send(notice)) {
@@ -55,7 +58,7 @@ void DBusDistributedNotifications::post(const std::string& name, const std::stri
 void DBusDistributedNotifications::observe(const std::string& name, Handler handler)
 {
     handlers[name] = std::move(handler);
-    if (!bus.connection().isConnected()) {
+    if (!bus.connection().isConnected() && !bus.isConnecting()) {
         log.diagnostic("There is no session bus; the notice " + name + " will not be heard");
     }
 }

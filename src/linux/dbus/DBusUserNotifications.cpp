@@ -6,6 +6,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <utility>
 
 namespace dbus {
 
@@ -67,15 +68,29 @@ DBusUserNotifications::DBusUserNotifications(const std::string& busAddress, plat
     : log(log),
       bus(busAddress)
 {
+    bus.onConnected = [this](QDBusConnection& connection) {
+        for (const auto& notification : std::exchange(waiting, {})) {
+            send(connection, notification);
+        }
+    };
 }
 
 void DBusUserNotifications::deliver(const platform::UserNotification& notification)
 {
     const QDBusConnection connection = bus.connection();
-    if (!connection.isConnected()) {
+    if (connection.isConnected()) {
+        send(connection, notification);
+    } else if (bus.isConnecting()) {
+        waiting.push_back(notification);
+    } else {
         dropped(notification.title, QDBusMessage::createError("", "there is no session bus"));
-        return;
     }
+}
+
+void DBusUserNotifications::send(
+    const QDBusConnection& connection, const platform::UserNotification& notification
+)
+{
     // The text is plain; a service that reads markup would take parts of it for that.
     callLater(connection, call("GetCapabilities"), *this, [this, notification](const auto& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage) {

@@ -1,10 +1,33 @@
 #include "linux/dbus/SessionBus.h"
 
+#include "linux/dbus/BusAnswers.h"
+#include "linux/dbus/Within.h"
 #include "platform/Call.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QMetaObject>
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
 
 namespace dbus {
+
+/// Shared by both threads, of which either may end first.
+struct SessionBus::Attempt
+{
+    QString address;
+    QString name;
+    QString formerName;
+    SessionBus* owner = nullptr; // main thread; none once it is gone or has the result
+
+    std::mutex mutex; // guards what follows
+    std::condition_variable done;
+    std::optional<QDBusConnection> made;
+};
 
 namespace {
 
@@ -14,28 +37,95 @@ QString nextName()
     return QStringLiteral("tarvel-%1").arg(++count);
 }
 
+QDBusConnection none()
+{
+    return QDBusConnection(QString());
+}
+
 } // namespace
 
-SessionBus::SessionBus(const std::string& address) : address(QString::fromStdString(address)) {}
+SessionBus::SessionBus(const std::string& address)
+    : address(QString::fromStdString(address)),
+      current(none())
+{
+}
 
 SessionBus::~SessionBus()
 {
-    QDBusConnection::disconnectFromBus(name);
+    if (attempt) {
+        attempt->owner = nullptr;
+    }
+    current = none();
+    if (!name.isEmpty()) {
+        QDBusConnection::disconnectFromBus(name);
+    }
 }
 
-QDBusConnection SessionBus::connection()
+void SessionBus::connectLater()
 {
-    QDBusConnection current(name);
-    if (!name.isEmpty() && current.isConnected()) {
-        return current;
+    if (attempt || current.isConnected()) {
+        return;
     }
-    QDBusConnection::disconnectFromBus(name);
-    name = nextName();
-    QDBusConnection made = QDBusConnection::connectToBus(address, name);
-    if (made.isConnected()) {
-        platform::call(onConnected, made);
+    attempt = std::make_shared<Attempt>();
+    attempt->address = address;
+    attempt->formerName = std::exchange(name, nextName());
+    attempt->name = name;
+    attempt->owner = this;
+    current = none();
+    waited = false;
+    std::thread([shared = attempt] { run(shared); }).detach(); // nobody can tell when it ends
+}
+
+QDBusConnection SessionBus::connection(std::chrono::milliseconds patience)
+{
+    connectLater();
+    if (attempt && !std::exchange(waited, true)) {
+        std::unique_lock lock(attempt->mutex);
+        attempt->done.wait_for(lock, patience, [this] { return attempt->made.has_value(); });
     }
-    return made;
+    takeResult();
+    return current;
+}
+
+void SessionBus::takeResult()
+{
+    if (!attempt) {
+        return;
+    }
+    {
+        const std::lock_guard lock(attempt->mutex);
+        if (!attempt->made.has_value()) {
+            return;
+        }
+        current = *attempt->made;
+        attempt->made = none(); // a copy would keep the connection after this object's end
+    }
+    attempt->owner = nullptr;
+    attempt.reset();
+    if (current.isConnected()) {
+        platform::call(onConnected, current);
+    }
+}
+
+void SessionBus::run(const std::shared_ptr<Attempt>& attempt)
+{
+    QDBusConnection::disconnectFromBus(attempt->formerName);
+    QDBusConnection made = busAnswers(attempt->address.toStdString())
+                               ? QDBusConnection::connectToBus(attempt->address, attempt->name)
+                               : none();
+    {
+        const std::lock_guard lock(attempt->mutex);
+        attempt->made = std::exchange(made, none());
+    }
+    attempt->done.notify_all();
+    const auto tell = [attempt] {
+        if (attempt->owner != nullptr) {
+            attempt->owner->takeResult();
+        }
+    };
+    if (QCoreApplication* application = QCoreApplication::instance()) {
+        QMetaObject::invokeMethod(application, tell, Qt::QueuedConnection);
+    }
 }
 
 std::string sessionBusAddress()
@@ -46,6 +136,19 @@ std::string sessionBusAddress()
     }
     const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
     return QFileInfo::exists(usual) ? "unix:path=" + usual.toStdString() : std::string();
+}
+
+QDBusMessage
+callWithin(std::chrono::milliseconds time, const QDBusConnection& bus, const QDBusMessage& call)
+{
+    // The bus library's own limit counts only while its thread is not held up.
+    const auto ask = [time, bus, call] {
+        return bus.call(call, QDBus::Block, static_cast<int>(time.count()));
+    };
+    if (const std::optional<QDBusMessage> answer = within(time, ask)) {
+        return *answer;
+    }
+    return QDBusMessage::createError(QDBusError(QDBusError::NoReply, QString()));
 }
 
 } // namespace dbus

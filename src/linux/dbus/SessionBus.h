@@ -1,10 +1,14 @@
-// The session bus, connected to when first needed and again after it was lost. Main thread.
+// The session bus, connected to when first needed and again after it was lost. Connecting is done
+// aside, since a bus may never answer; it then goes on until the bus does. Main thread.
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QString>
 
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace dbus {
@@ -12,7 +16,11 @@ namespace dbus {
 class SessionBus
 {
 public:
-    /// Called with every connection that is made, to listen on it.
+    /// What connecting may take before the caller goes on without.
+    static constexpr std::chrono::milliseconds PATIENCE{45};
+
+    /// Called with every connection that is made, to listen on it; within `connection`, or later
+    /// when the bus took its time.
     std::function<void(QDBusConnection& connection)> onConnected;
 
     /// Of the bus; see `sessionBusAddress`.
@@ -23,16 +31,36 @@ public:
     SessionBus& operator=(SessionBus&&) = delete;
     ~SessionBus();
 
-    /// May be unconnected: then there is no bus, or none that answers.
-    QDBusConnection connection();
+    /// Begins to connect where that is needed, and does not wait.
+    void connectLater();
+
+    /// May be unconnected: then there is no bus, or none that has answered yet. Waits once for the
+    /// same attempt.
+    QDBusConnection connection(std::chrono::milliseconds patience = PATIENCE);
+
+    /// The bus is there and has not answered yet.
+    bool isConnecting() const { return attempt != nullptr; }
 
 private:
+    struct Attempt;
+
+    static void run(const std::shared_ptr<Attempt>& attempt); // a thread of its own
+    void takeResult();
+
     QString address;
     QString name; // of the latest connection, empty before the first
+    QDBusConnection current;
+    std::shared_ptr<Attempt> attempt; // while one is under way
+    bool waited = false;              // for that one
 };
 
 /// Where this session has its bus: what the environment says, or the place where a session keeps
 /// it. Empty when there is none.
 std::string sessionBusAddress();
+
+/// The answer to a call, or an error when there is none in time. What was sent before is taken by
+/// then, too.
+QDBusMessage
+callWithin(std::chrono::milliseconds time, const QDBusConnection& bus, const QDBusMessage& call);
 
 } // namespace dbus

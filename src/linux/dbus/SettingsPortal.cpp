@@ -20,24 +20,23 @@ constexpr unsigned PREFER_DARK = 1;
 SettingsPortal::SettingsPortal(const std::string& busAddress) : bus(busAddress)
 {
     bus.onConnected = [this](QDBusConnection& connection) {
+        // Not tied to the portal's name: the toolkit would ask the bus who that is, and wait for
+        // it.
         connection.connect(
-            SERVICE,
+            QString(),
             PATH,
             INTERFACE,
             QStringLiteral("SettingChanged"),
             this,
             SLOT(settingChanged(QString, QString, QDBusVariant))
         );
+        ask(connection);
     };
-    ask();
+    bus.connectLater();
 }
 
-void SettingsPortal::ask()
+void SettingsPortal::ask(const QDBusConnection& connection)
 {
-    const QDBusConnection connection = bus.connection();
-    if (!connection.isConnected()) {
-        return;
-    }
     QDBusMessage question =
         QDBusMessage::createMethodCall(SERVICE, PATH, INTERFACE, QStringLiteral("Read"));
     question << QString::fromLatin1(APPEARANCE) << QString::fromLatin1(COLOR_SCHEME);

@@ -28,7 +28,7 @@ public:
 private:
     Q_SLOT void
     settingChanged(const QString& settingNamespace, const QString& key, const QDBusVariant& value);
-    void ask();
+    void ask(const QDBusConnection& connection);
     void answered(QDBusPendingCallWatcher* call);
     void take(const QVariant& colorScheme);
 

@@ -40,10 +40,12 @@ PublishedItem::PublishedItem(const std::string& busAddress, statusbar::ItemSourc
       menu(item),
       bus(busAddress)
 {
-    QDBusConnection connection = bus.connection();
-    connection.registerVirtualObject(ITEM_PATH, &object);
-    connection.registerVirtualObject(MENU_PATH, &menu);
-    registerWithWatcher(connection, nextName());
+    bus.onConnected = [this](QDBusConnection& connection) {
+        connection.registerVirtualObject(ITEM_PATH, &object);
+        connection.registerVirtualObject(MENU_PATH, &menu);
+        registerWithWatcher(connection, nextName());
+    };
+    bus.connectLater();
 }
 
 void PublishedItem::redraw()

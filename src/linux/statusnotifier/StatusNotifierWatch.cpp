@@ -5,13 +5,16 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 
+#include <chrono>
 #include <utility>
 
 namespace statusnotifier {
 
 namespace {
 
-constexpr int LONGEST_WAIT = 50; // milliseconds
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds LONGEST_WAIT(50);
 
 QDBusMessage whetherThereIsAHost()
 {
@@ -52,22 +55,34 @@ StatusNotifierWatch::StatusNotifierWatch(const std::string& busAddress) : bus(bu
             this,
             SLOT(busLost())
         );
+        ask(connection);
     };
-    ask();
+    bus.connectLater();
 }
 
 bool StatusNotifierWatch::hasHost()
 {
     if (!std::exchange(settled, true)) {
+        const auto begin = Clock::now();
         const QDBusConnection connection = bus.connection();
-        const QDBusMessage reply =
-            connection.call(whetherThereIsAHost(), QDBus::Block, LONGEST_WAIT);
-        if (reply.type() == QDBusMessage::ReplyMessage) {
-            ++question; // what was asked before is answered later, and older
-            take(reply);
+        const auto spent =
+            std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin);
+        if (connection.isConnected() && spent < LONGEST_WAIT) {
+            askAndWait(connection, LONGEST_WAIT - spent);
         }
     }
     return host;
+}
+
+void StatusNotifierWatch::askAndWait(
+    const QDBusConnection& connection, std::chrono::milliseconds longest
+)
+{
+    const QDBusMessage reply = dbus::callWithin(longest, connection, whetherThereIsAHost());
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        ++question; // what was asked before is answered later, and older
+        take(reply);
+    }
 }
 
 void StatusNotifierWatch::watcherChanged(
@@ -81,13 +96,13 @@ void StatusNotifierWatch::watcherChanged(
     ++question; // what the former watcher may still answer counts no more
     setHost(false);
     if (!owner.isEmpty()) {
-        ask();
+        ask(bus.connection());
     }
 }
 
 void StatusNotifierWatch::hostChanged()
 {
-    ask();
+    ask(bus.connection());
 }
 
 void StatusNotifierWatch::busLost()
@@ -97,13 +112,8 @@ void StatusNotifierWatch::busLost()
     setHost(false);
 }
 
-void StatusNotifierWatch::ask()
+void StatusNotifierWatch::ask(const QDBusConnection& connection)
 {
-    const QDBusConnection connection = bus.connection();
-    if (!connection.isConnected()) {
-        settled = true;
-        return;
-    }
     auto* call = new QDBusPendingCallWatcher(connection.asyncCall(whetherThereIsAHost()), this);
     connect(
         call,

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -36,7 +37,8 @@ private:
     Q_SLOT void watcherChanged(const QString& name, const QString& before, const QString& after);
     Q_SLOT void hostChanged();
     Q_SLOT void busLost();
-    void ask();
+    void ask(const QDBusConnection& connection);
+    void askAndWait(const QDBusConnection& connection, std::chrono::milliseconds longest);
     void answered(QDBusPendingCallWatcher* call, int number);
     void take(const QDBusMessage& reply);
     void setHost(bool present);

@@ -149,3 +149,27 @@ TEST(DBusDistributedNotifications, PostingSurvivesTheEndOfTheBusAndDoesNotWaitFo
         return !log.diagnostics.empty();
     }));
 }
+
+TEST(DBusDistributedNotifications, ABusThatDoesNotAnswerIsNotWaitedForLongAndIsHeardOnceItDoes)
+{
+    PrivateSession session;
+    fakes::FakeLog log;
+    session.bus.process().signal(SIGSTOP);
+    const auto before = std::chrono::steady_clock::now();
+
+    dbus::DBusDistributedNotifications notifications(session.bus.address(), log);
+    std::vector<std::string> heard;
+    notifications.observe("A", [&heard](const std::string& /*name*/, const std::string& object) {
+        heard.push_back(object);
+    });
+    notifications.post("A", "lost");
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(2));
+    EXPECT_THAT(log.diagnostics, ElementsAre("There is no session bus; the notice A is lost"));
+
+    session.bus.process().signal(SIGCONT);
+    EXPECT_TRUE(support::waitFor([&] {
+        notifications.post("A", "taken");
+        return !heard.empty();
+    }));
+    EXPECT_EQ(heard.front(), "taken");
+}

@@ -127,6 +127,18 @@ TEST_F(UserNotificationsOverTheBus, TextStaysPlainForAServiceThatReadsMarkup)
     EXPECT_EQ(shown.text, "1 &lt; 2 &amp; &lt;b&gt;plain&lt;/b&gt;");
 }
 
+TEST_F(UserNotificationsOverTheBus, ABusThatDoesNotAnswerYetIsNotWaitedForAndTakesThemLater)
+{
+    world.bus.process().signal(SIGSTOP);
+    const auto before = std::chrono::steady_clock::now();
+    world.notifications.deliver({"Hello", "text", false, true});
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+    EXPECT_THAT(world.log.diagnostics, IsEmpty());
+
+    world.bus.process().signal(SIGCONT);
+    EXPECT_THAT(world.shown(1), ElementsAre(testing::Pair("Hello", "text")));
+}
+
 TEST_F(UserNotificationsOverTheBus, WithoutAServiceOneLineSaysSo)
 {
     world.service.reset();

@@ -4,6 +4,7 @@
 #include "linux/secretservice/EmbeddedStore.h"
 #include "session/agent/AgentTest.h"
 
+#include <csignal>
 #include <string>
 
 namespace agent {
@@ -118,6 +119,28 @@ TEST_F(Services, ABusThatLeavesDuringALockLeavesTheLock)
 
     EXPECT_TRUE(coverStaysFor(4s));
     EXPECT_TRUE(opensWithThePassword());
+}
+
+TEST_F(Services, ABusThatDoesNotAnswerAtTheStartHoldsNoLockBack)
+{
+    open({.keyring = false});
+    protectWithoutKeyring();
+    session->desk.bus().process().signal(SIGSTOP);
+
+    ASSERT_TRUE(session->startAndWait());
+    EXPECT_TRUE(isLockedAndOpened());
+}
+
+TEST_F(Services, ABusThatStopsAnsweringFreezesNothing)
+{
+    watch({TERMINAL});
+
+    session->desk.bus().process().signal(SIGSTOP);
+
+    EXPECT_TRUE(isLockedAndOpened());
+    ASSERT_TRUE(session->waitForLine("Terminated: XTerm"));
+    EXPECT_TRUE(isLockedAndOpened());
+    EXPECT_TRUE(session->process().isRunning());
 }
 
 TEST_F(Services, AClosedKeyringIsWaitedFor)
