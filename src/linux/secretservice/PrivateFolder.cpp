@@ -1,6 +1,7 @@
 #include "linux/secretservice/PrivateFolder.h"
 
 #include "linux/descriptors/FileDescriptor.h"
+#include "linux/files/AtomicFile.h"
 
 #include <array>
 #include <cerrno>
@@ -28,10 +29,10 @@ std::string failed(const char* what)
     return std::string("cannot ") + what + ": " + std::generic_category().message(errno);
 }
 
-/// A name of this process's own: another may be about to write the same file.
-std::string draftName(const std::string& name)
+/// Of a write that was done, or that left its reason in errno.
+Failure resultOf(bool done)
 {
-    return name + "." + std::to_string(getpid()) + ".new";
+    return done ? Failure() : Failure(failed("be written"));
 }
 
 bool makeFolders(const fs::path& path)
@@ -41,20 +42,6 @@ bool makeFolders(const fs::path& path)
     }
     return errno == ENOENT && path.has_relative_path() && makeFolders(path.parent_path()) &&
            (mkdir(path.c_str(), FOLDER_MODE) == 0 || errno == EEXIST);
-}
-
-bool writeAll(int file, std::span<const std::uint8_t> bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t count = write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        if (count > 0) {
-            bytes = bytes.subspan(static_cast<std::size_t>(count));
-        }
-    }
-    return true;
 }
 
 bool readAll(int file, SecretBytes& bytes)
@@ -128,48 +115,27 @@ Failure PrivateFolder::make()
     return std::nullopt;
 }
 
-Failure PrivateFolder::writeDraft(const std::string& draft, std::span<const std::uint8_t> bytes)
+Failure PrivateFolder::replace(const std::string& name, std::span<const std::uint8_t> bytes)
 {
     if (Failure failure = make()) {
         return failure;
     }
-    const fs::path path = folder / draft;
-    unlink(path.c_str()); // of an earlier process that was ended on the way
-    const descriptors::FileDescriptor file(
-        open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, FILE_MODE)
-    );
-    if (!file.isOpen() || !writeAll(file.get(), bytes) || fsync(file.get()) != 0) {
-        const std::string reason = failed("be written");
-        unlink(path.c_str());
-        return reason;
-    }
-    return std::nullopt;
-}
-
-Failure PrivateFolder::replace(const std::string& name, std::span<const std::uint8_t> bytes)
-{
-    const std::string draft = draftName(name);
-    if (Failure failure = writeDraft(draft, bytes)) {
-        return failure;
-    }
-    if (rename((folder / draft).c_str(), (folder / name).c_str()) != 0) {
-        const std::string reason = failed("be written");
-        unlink((folder / draft).c_str());
-        return reason;
-    }
-    return synchronize();
+    return resultOf(files::replaceFile((folder / name).string(), std::as_bytes(bytes), FILE_MODE));
 }
 
 Failure PrivateFolder::create(const std::string& name, std::span<const std::uint8_t> bytes)
 {
-    const std::string draft = draftName(name);
-    if (Failure failure = writeDraft(draft, bytes)) {
+    if (Failure failure = make()) {
         return failure;
     }
-    const int status = link((folder / draft).c_str(), (folder / name).c_str());
-    const Failure failure =
-        status == 0 || errno == EEXIST ? Failure() : Failure(failed("be written"));
-    unlink((folder / draft).c_str());
+    const std::string path = (folder / name).string();
+    const std::string draft = files::draftOf(path);
+    if (!files::writeNew(draft, std::as_bytes(bytes), FILE_MODE)) {
+        return failed("be written");
+    }
+    const int status = link(draft.c_str(), path.c_str());
+    const Failure failure = resultOf(status == 0 || errno == EEXIST);
+    unlink(draft.c_str());
     return failure.has_value() ? failure : synchronize();
 }
 
@@ -196,13 +162,7 @@ Failure PrivateFolder::setAside(const std::string& name)
 
 Failure PrivateFolder::synchronize()
 {
-    const descriptors::FileDescriptor file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)
-    );
-    // Some file systems have nothing to do here and say so.
-    if (!file.isOpen() || (fsync(file.get()) != 0 && errno != EINVAL)) {
-        return failed("be written");
-    }
-    return std::nullopt;
+    return resultOf(files::flushFolder(folder.string()));
 }
 
 } // namespace secretservice

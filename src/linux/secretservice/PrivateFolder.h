@@ -54,7 +54,6 @@ public:
 
 private:
     Failure make();
-    Failure writeDraft(const std::string& draft, std::span<const std::uint8_t> bytes);
     Failure synchronize();
 
     std::filesystem::path folder;

@@ -1,9 +1,11 @@
 #include "linux/xdg/ChosenFile.h"
 
-#include "linux/xdg/AtomicFile.h"
+#include "linux/files/AtomicFile.h"
+#include "linux/xdg/FileText.h"
 
 #include <cerrno>
 #include <filesystem>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -17,7 +19,7 @@ ChosenFile::ChosenFile(std::string path, proc::Report report)
 
 ChosenApplications ChosenFile::read()
 {
-    written = contentOf(path);
+    written = readText(path).value_or("");
     return parseChosenApplications(written);
 }
 
@@ -35,7 +37,7 @@ void ChosenFile::write(const ChosenApplications& applications)
     if (std::filesystem::create_directories(folder, error)) {
         std::filesystem::permissions(folder, OWNER_ONLY, error);
     }
-    if (replaceFile(path, text, READABLE_BY_OWNER)) {
+    if (files::replaceFile(path, std::as_bytes(std::span(text)), READABLE_BY_OWNER)) {
         written = std::move(text);
         return;
     }

@@ -1,10 +1,12 @@
 #include "linux/xdg/XdgLoginItems.h"
 
-#include "linux/xdg/AtomicFile.h"
+#include "linux/files/AtomicFile.h"
 #include "linux/xdg/ExecLine.h"
+#include "linux/xdg/FileText.h"
 
 #include <cerrno>
 #include <filesystem>
+#include <span>
 #include <system_error>
 #include <utility>
 
@@ -57,10 +59,10 @@ bool XdgLoginItems::write(const std::string& path, const std::string& text) cons
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     constexpr unsigned READABLE_BY_ALL = 0644;
-    if (!replaceFile(path, text, READABLE_BY_ALL)) {
+    if (!files::replaceFile(path, std::as_bytes(std::span(text)), READABLE_BY_ALL)) {
         report("The login item " + path + " cannot be written: " + reasonOf(errno));
     }
-    return contentOf(path) == text;
+    return readText(path) == text;
 }
 
 bool XdgLoginItems::remove(const std::string& path) const
