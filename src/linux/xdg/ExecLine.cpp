@@ -1,5 +1,7 @@
 #include "linux/xdg/ExecLine.h"
 
+#include "linux/proc/Shells.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -66,12 +68,6 @@ void dropAssignments(Words& words)
     }
 }
 
-bool isShell(const std::string& name)
-{
-    constexpr std::array<std::string_view, 5> SHELLS{"sh", "bash", "dash", "zsh", "ksh"};
-    return isOneOf(name, SHELLS);
-}
-
 /// The words of the one command of a script that starts the program; none where it is not plain.
 Words commandOfScript(const std::string& script)
 {
@@ -129,7 +125,7 @@ bool peel(Words& words)
     } else if (isOneOf(name, PRIORITY)) {
         dropFront(words, 1);
         dropOptions(words, PRIORITY_VALUES);
-    } else if (isShell(name)) {
+    } else if (proc::isShell(name)) {
         std::optional<Words> script = scriptOfShell(words);
         if (!script) {
             return false;

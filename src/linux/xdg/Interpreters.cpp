@@ -1,5 +1,7 @@
 #include "linux/xdg/Interpreters.h"
 
+#include "linux/proc/Shells.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -93,9 +95,7 @@ bool isInterpreter(const std::string& executable)
 
 bool searchesScripts(const std::string& executable)
 {
-    constexpr std::array<std::string_view, 7> SHELLS{
-        "sh", "bash", "dash", "zsh", "ksh", "mksh", "busybox"};
-    return isOneOf(withoutVersion(baseName(executable)), SHELLS);
+    return proc::isShell(withoutVersion(baseName(executable)));
 }
 
 bool isLauncher(const std::string& executable)

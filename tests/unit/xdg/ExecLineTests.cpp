@@ -47,6 +47,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"ShellExec", "/bin/sh -c \"exec foo\"", {"foo", {}}},
         Case{"ShellThatPrepares", "bash -c 'cd /opt && A=b ./foo; true'", {"./foo", {}}},
         Case{"LoginShell", "sh -lc 'foo'", {"foo", {}}},
+        Case{"ShellOfAnotherMake", "mksh -c 'foo'", {"foo", {}}},
         Case{"ShellScript", "sh /opt/foo.sh", {"sh", {"/opt/foo.sh"}}},
         Case{"WrapperInWrapper", "env A=b nice sh -c 'env C=d foo'", {"foo", {}}},
         Case{"Nohup", "nohup setsid foo", {"foo", {}}},

@@ -1,0 +1,20 @@
+// The shells, by the names of their programs. A wrapper script of any of them is the application
+// whose program it starts. Any thread.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace proc {
+
+/// `program` with its folder or without.
+inline bool isShell(std::string_view program)
+{
+    constexpr std::array<std::string_view, 7> SHELLS{
+        "sh", "bash", "dash", "zsh", "ksh", "mksh", "busybox"};
+    const std::string_view name = program.substr(program.rfind('/') + 1);
+    return std::find(SHELLS.begin(), SHELLS.end(), name) != SHELLS.end();
+}
+
+} // namespace proc
