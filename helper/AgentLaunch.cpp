@@ -1,10 +1,11 @@
 #include "helper/AgentLaunch.h"
 
+#include "linux/process/Environment.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -18,33 +19,12 @@ namespace {
 
 constexpr auto STARTED_BY_AGENT = "StartFromMaster";
 
-bool concernsOwnStart(std::string_view entry)
+bool concernsOwnStart(const std::string& entry)
 {
     // The last two belong to one start and mislead a second program that shows them.
     constexpr std::array<std::string_view, 3> NAMES = {
         STARTED_BY_AGENT, "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"};
-    const std::string_view name = entry.substr(0, entry.find('='));
-    return std::find(NAMES.begin(), NAMES.end(), name) != NAMES.end();
-}
-
-std::vector<std::string> ownEnvironment()
-{
-    std::vector<std::string> entries;
-    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
-        entries.emplace_back(*entry);
-    }
-    return entries;
-}
-
-std::vector<char*> pointers(std::vector<std::string>& texts)
-{
-    std::vector<char*> list;
-    list.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-        list.push_back(text.data());
-    }
-    list.push_back(nullptr);
-    return list;
+    return std::find(NAMES.begin(), NAMES.end(), process::environmentName(entry)) != NAMES.end();
 }
 
 // A session of its own keeps it apart from a terminal that the helper may have been started from;
@@ -88,8 +68,7 @@ std::vector<std::string> agentEnvironment(const std::vector<std::string>& enviro
 
 bool isStartedByAgent()
 {
-    const char* value = ::secure_getenv(STARTED_BY_AGENT);
-    return value != nullptr && std::string_view(value) == "1";
+    return process::environmentValue(STARTED_BY_AGENT) == "1";
 }
 
 std::optional<pid_t> startAgent(std::string& problem)
@@ -98,7 +77,7 @@ std::optional<pid_t> startAgent(std::string& problem)
     const std::string own = std::filesystem::read_symlink("/proc/self/exe", error);
     const std::string path = agentPath(own);
     std::vector<std::string> arguments = agentArguments(path, ::getpid());
-    std::vector<std::string> environment = agentEnvironment(ownEnvironment());
+    std::vector<std::string> environment = agentEnvironment(process::environmentEntries());
     posix_spawnattr_t manner = {};
     setManner(manner);
     pid_t process = 0;
@@ -107,8 +86,8 @@ std::optional<pid_t> startAgent(std::string& problem)
         path.c_str(),
         nullptr,
         &manner,
-        pointers(arguments).data(),
-        pointers(environment).data()
+        process::pointersTo(arguments).data(),
+        process::pointersTo(environment).data()
     );
     ::posix_spawnattr_destroy(&manner);
     if (result != 0) {

@@ -1,9 +1,9 @@
 #include "helper/DisplayWatch.h"
 
+#include "linux/process/Environment.h"
 #include "platform/Call.h"
 
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -15,16 +15,11 @@ namespace helper {
 
 namespace {
 
-std::string environmentValue(const char* name)
-{
-    const char* value = ::secure_getenv(name);
-    return value != nullptr ? value : "";
-}
-
 // As the protocol's own library finds it.
 std::string waylandPath(const std::string& display)
 {
-    return display.front() == '/' ? display : environmentValue("XDG_RUNTIME_DIR") + "/" + display;
+    return display.front() == '/' ? display
+                                  : process::environmentValue("XDG_RUNTIME_DIR") + "/" + display;
 }
 
 descriptors::FileDescriptor connectToWayland(const std::string& path)
@@ -45,10 +40,10 @@ descriptors::FileDescriptor connectToWayland(const std::string& path)
 
 void DisplayWatch::connect()
 {
-    const std::string display = environmentValue("WAYLAND_DISPLAY");
+    const std::string display = process::environmentValue("WAYLAND_DISPLAY");
     if (!display.empty()) {
         wayland = connectToWayland(waylandPath(display));
-    } else if (!environmentValue("DISPLAY").empty()) {
+    } else if (!process::environmentValue("DISPLAY").empty()) {
         x11.reset(::xcb_connect(nullptr, nullptr));
         if (::xcb_connection_has_error(x11.get()) != 0) {
             x11.reset();

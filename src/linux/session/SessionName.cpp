@@ -1,9 +1,10 @@
 #include "linux/session/SessionName.h"
 
+#include "linux/process/Environment.h"
+
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 
 namespace session {
 
@@ -37,12 +38,6 @@ std::uint64_t digest(const std::string& text)
     return value;
 }
 
-std::string environmentValue(const char* name)
-{
-    const char* value = ::secure_getenv(name);
-    return value != nullptr ? value : "";
-}
-
 // ":0.0" and ":0" are screens of the same display.
 std::string withoutScreen(const std::string& display)
 {
@@ -69,11 +64,11 @@ std::string asFileName(const std::string& text)
 
 std::string displayName()
 {
-    const std::string wayland = environmentValue("WAYLAND_DISPLAY");
+    const std::string wayland = process::environmentValue("WAYLAND_DISPLAY");
     if (!wayland.empty()) {
         return asFileName(wayland);
     }
-    const std::string x11 = withoutScreen(environmentValue("DISPLAY"));
+    const std::string x11 = withoutScreen(process::environmentValue("DISPLAY"));
     return x11.empty() ? "no-display" : asFileName(x11);
 }
 

@@ -1,6 +1,7 @@
 #include "linux/workspace/BundleLauncher.h"
 
 #include "linux/proc/ProcFilesystem.h"
+#include "linux/process/Environment.h"
 #include "platform/Call.h"
 
 #include <csignal>
@@ -22,10 +23,9 @@ constexpr int FIRST_OTHER_DESCRIPTOR = STDERR_FILENO + 1;
 std::vector<std::string> environmentWith(const platform::LaunchConfiguration& added)
 {
     std::vector<std::string> result;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        if (!added.contains(text.substr(0, text.find('=')))) {
-            result.push_back(text);
+    for (std::string& entry : process::environmentEntries()) {
+        if (!added.contains(process::environmentName(entry))) {
+            result.push_back(std::move(entry));
         }
     }
     for (const auto& [name, value] : added) {
@@ -33,17 +33,6 @@ std::vector<std::string> environmentWith(const platform::LaunchConfiguration& ad
         entry.append("=").append(value);
         result.push_back(std::move(entry));
     }
-    return result;
-}
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts)
-{
-    std::vector<char*> result;
-    result.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-        result.push_back(text.data());
-    }
-    result.push_back(nullptr);
     return result;
 }
 
@@ -108,7 +97,7 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
     }
     std::string executable = executableOf(bundlePath);
     std::vector<std::string> environment = environmentWith(added);
-    const std::vector<char*> environmentPointers = pointersTo(environment);
+    const std::vector<char*> environmentPointers = process::pointersTo(environment);
     const std::vector<char*> arguments{executable.data(), nullptr};
     const SpawnSettings settings;
     pid_t child = 0;

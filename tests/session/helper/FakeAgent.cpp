@@ -4,6 +4,7 @@
 //   SIGUSR1: exit(0)   SIGINT: exit(3)   SIGUSR2: the termination notice, then exit(1)
 #include "Notice.h"
 #include "desktop/TemporaryFolder.h"
+#include "linux/process/Environment.h"
 #include "linux/session/Programs.h"
 #include "linux/session/SessionInstance.h"
 
@@ -21,20 +22,14 @@
 
 namespace {
 
-std::string environmentValue(const char* name)
-{
-    const char* value = ::secure_getenv(name);
-    return value != nullptr ? value : "";
-}
-
 // One line in one write: agents may start at the same time.
 void writeDown(const std::string& argument, const std::string& moment)
 {
-    const std::string fromMaster = environmentValue("StartFromMaster");
+    const std::string fromMaster = process::environmentValue("StartFromMaster");
     std::ostringstream line;
     line << ::getpid() << ' ' << (argument.empty() ? "none" : argument) << ' '
          << (fromMaster.empty() ? "unset" : fromMaster) << ' ' << moment << '\n';
-    std::ofstream(environmentValue("XDG_RUNTIME_DIR") + "/agents.log", std::ios::app)
+    std::ofstream(process::environmentValue("XDG_RUNTIME_DIR") + "/agents.log", std::ios::app)
         << line.str() << std::flush;
 }
 
@@ -51,7 +46,7 @@ void obey(unsigned signal)
         leave(3);
     } else if (signal == SIGUSR2) {
         postNotice(
-            environmentValue("DBUS_SESSION_BUS_ADDRESS"),
+            process::environmentValue("DBUS_SESSION_BUS_ADDRESS"),
             "TERMINATE_HELPER_TARVEL",
             "com.quorvent.Tarvel"
         );
@@ -84,7 +79,7 @@ int main(int count, char** arguments)
         count > 1 ? arguments[1] : "",
         std::to_string(std::chrono::duration_cast<std::chrono::microseconds>(moment).count())
     );
-    if (desktop::readFile(environmentValue("XDG_RUNTIME_DIR") + "/manner") == "dies") {
+    if (desktop::readFile(process::environmentValue("XDG_RUNTIME_DIR") + "/manner") == "dies") {
         ::kill(::getpid(), SIGKILL);
     }
     std::array<pollfd, 2> wanted = {{{signals, POLLIN, 0}, {instance.fd(), POLLIN, 0}}};
