@@ -1,6 +1,8 @@
 #include "helper/SessionBus.h"
 
 #include "helper/TerminationNotice.h"
+#include "linux/session/Notice.h"
+#include "linux/session/Programs.h"
 #include "platform/Call.h"
 
 #include <algorithm>
@@ -25,8 +27,8 @@ constexpr std::int32_t UNTIL_DISMISSED = 0;
 
 std::string matchRule()
 {
-    return std::string("type='signal',interface='") + TerminationNotice::INTERFACE + "',member='" +
-           TerminationNotice::MEMBER + "',arg0='" + std::string(TerminationNotice::NAME) + "'";
+    return std::string("type='signal',interface='") + session::NOTICE_INTERFACE + "',member='" +
+           session::NOTICE_MEMBER + "',arg0='" + std::string(TerminationNotice::NAME) + "'";
 }
 
 std::string nameOf(int error)
@@ -202,9 +204,9 @@ void SessionBus::show()
         &SessionBus::shown,
         this,
         "susssasa{sv}i",
-        "Tarvel",
+        session::AGENT,
         0U,
-        "com.quorvent.Tarvel",
+        session::IDENTIFIER,
         pending->title.c_str(),
         pending->text.c_str(),
         0U,

@@ -1,5 +1,7 @@
 #include "linux/dbus/DBusDistributedNotifications.h"
 
+#include "linux/session/Notice.h"
+
 #include <QDBusMessage>
 
 #include <utility>
@@ -8,9 +10,6 @@ namespace dbus {
 
 namespace {
 
-constexpr auto PATH = "/com/quorvent/DistributedNotification";
-constexpr auto INTERFACE = "com.quorvent.DistributedNotification";
-constexpr auto MEMBER = "Posted";
 constexpr std::chrono::milliseconds LONGEST_WAIT(50);
 /// For a bus that was not connected to so far: the poster may be about to end.
 constexpr std::chrono::milliseconds LONGEST_WAIT_FOR_THE_BUS(500);
@@ -37,7 +36,12 @@ DBusDistributedNotifications::DBusDistributedNotifications(
 {
     bus.onConnected = [this](QDBusConnection& connection) {
         connection.connect(
-            QString(), QString(), INTERFACE, MEMBER, this, SLOT(posted(QString, QString))
+            QString(),
+            QString(),
+            session::NOTICE_INTERFACE,
+            session::NOTICE_MEMBER,
+            this,
+            SLOT(posted(QString, QString))
         );
     };
     bus.connectLater();
@@ -46,7 +50,9 @@ DBusDistributedNotifications::DBusDistributedNotifications(
 void DBusDistributedNotifications::post(const std::string& name, const std::string& object)
 {
     const QDBusConnection connection = bus.connection(LONGEST_WAIT_FOR_THE_BUS);
-    QDBusMessage notice = QDBusMessage::createSignal(PATH, INTERFACE, MEMBER);
+    QDBusMessage notice = QDBusMessage::createSignal(
+        session::NOTICE_PATH, session::NOTICE_INTERFACE, session::NOTICE_MEMBER
+    );
     notice << QString::fromStdString(name) << QString::fromStdString(object);
     if (!connection.isConnected() || !connection.send(notice)) {
         log.diagnostic("There is no session bus; the notice " + name + " is lost");

@@ -1,5 +1,7 @@
 #include "linux/dbus/DBusUserNotifications.h"
 
+#include "linux/session/Programs.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QStringList>
@@ -22,7 +24,7 @@ QDBusMessage call(const char* member)
 
 QVariantMap hintsOf(const platform::UserNotification& notification)
 {
-    QVariantMap hints{{"desktop-entry", "com.quorvent.Tarvel"}};
+    QVariantMap hints{{"desktop-entry", session::IDENTIFIER}};
     if (notification.defaultSound) {
         hints["sound-name"] = "message-new-instant";
     } else {
@@ -37,7 +39,7 @@ QDBusMessage callFor(const platform::UserNotification& notification, bool withMa
     constexpr int AS_LONG_AS_USUAL = -1;
     const QString text = QString::fromStdString(notification.informativeText);
     QDBusMessage notify = call("Notify");
-    notify << QStringLiteral("Tarvel") << NEW << QStringLiteral("com.quorvent.Tarvel")
+    notify << session::AGENT << NEW << session::IDENTIFIER
            << QString::fromStdString(notification.title)
            << (withMarkup ? text.toHtmlEscaped() : text) << QStringList() // nothing to do about it
            << hintsOf(notification) << AS_LONG_AS_USUAL;

@@ -1,7 +1,9 @@
 #include "linux/session/SessionDirectory.h"
 
+#include "linux/process/Environment.h"
+#include "linux/session/Programs.h"
+
 #include <cerrno>
-#include <cstdlib>
 #include <system_error>
 
 #include <fcntl.h>
@@ -11,8 +13,6 @@
 namespace session {
 
 namespace {
-
-constexpr auto NAME = "com.quorvent.Tarvel";
 
 bool isOwn(const descriptors::FileDescriptor& directory, mode_t forbidden)
 {
@@ -46,16 +46,16 @@ descriptors::FileDescriptor openPrivate(int parent, const std::string& path, std
 
 descriptors::FileDescriptor openRuntimeDirectory(std::string& problem)
 {
-    const char* path = ::secure_getenv("XDG_RUNTIME_DIR");
-    if (path == nullptr || *path != '/') {
+    const std::string path = process::environmentValue("XDG_RUNTIME_DIR");
+    if (!path.starts_with('/')) {
         return {};
     }
     descriptors::FileDescriptor parent = openDirectory(AT_FDCWD, path, 0);
     if (!parent.isOpen() || !isOwn(parent, S_IWGRP | S_IWOTH)) {
-        problem += std::string(path) + ": not this user's folder; ";
+        problem += path + ": not this user's folder; ";
         return {};
     }
-    return openPrivate(parent.get(), NAME, problem);
+    return openPrivate(parent.get(), IDENTIFIER, problem);
 }
 
 } // namespace
@@ -66,7 +66,7 @@ descriptors::FileDescriptor openSessionDirectory(std::string& problem)
     if (directory.isOpen()) {
         return directory;
     }
-    const std::string path = std::string("/tmp/") + NAME + "-" + std::to_string(::geteuid());
+    const std::string path = std::string("/tmp/") + IDENTIFIER + "-" + std::to_string(::geteuid());
     return openPrivate(AT_FDCWD, path, problem);
 }
 

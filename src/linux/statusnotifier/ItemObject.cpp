@@ -1,5 +1,6 @@
 #include "linux/statusnotifier/ItemObject.h"
 
+#include "linux/session/Programs.h"
 #include "linux/statusbar/ItemPicture.h"
 #include "linux/statusnotifier/MenuObject.h"
 
@@ -77,7 +78,7 @@ QVariantMap ItemObject::properties() const
     const auto none = QVariant::fromValue(IconPixmaps());
     return {
         {"Category", "ApplicationStatus"},
-        {"Id", "com.quorvent.Tarvel"},
+        {"Id", session::IDENTIFIER},
         {"Title", title},
         {"Status", "Active"},
         {"WindowId", 0},

@@ -1,5 +1,6 @@
 #include "ui/alerts/Alert.h"
 
+#include "ui/alerts/AlertMessagesService.h"
 #include "ui/views/Images.h"
 #include "ui/views/Theme.h"
 
@@ -15,17 +16,15 @@ namespace ui {
 
 namespace {
 
-constexpr int INFORMATIONAL = 1;
-constexpr int CRITICAL = 2;
 constexpr int ICON_SIDE = 48;
 constexpr int MARGIN = 2 * Theme::GRID;
 
 QString pictureOf(int style)
 {
     switch (style) {
-    case INFORMATIONAL:
+    case AlertMessagesService::INFORMATIONAL:
         return QStringLiteral("AlertInformational");
-    case CRITICAL:
+    case AlertMessagesService::CRITICAL:
         return QStringLiteral("AlertCritical");
     default:
         return QStringLiteral("AlertWarning");

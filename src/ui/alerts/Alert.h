@@ -17,7 +17,7 @@ struct AlertTexts
 {
     std::string messageText;
     std::string informativeText;
-    int style = 0; // 0 warning, 1 informational, 2 critical
+    int style = 0; // a type of `AlertMessagesService`
 };
 
 /// A message box with a button an option, the first of them the default; with the one default

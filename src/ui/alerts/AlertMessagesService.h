@@ -18,7 +18,12 @@ public:
     /// Receives the response code: 1000 for the first button, 1001 for the second ...
     using CompletionHandler = std::function<void(int response)>;
 
-    /// `type`: 0 warning, 1 informational, 2 critical. `window`: what the alert is a sheet of, or
+    /// Types of alerts.
+    static constexpr int WARNING = 0;
+    static constexpr int INFORMATIONAL = 1;
+    static constexpr int CRITICAL = 2;
+
+    /// `window`: what the alert is a sheet of, or
     /// nothing for an alert of the whole program.
     void showAlert(const std::string& title, const std::string& message, int type, QWidget* window)
         const;

@@ -14,8 +14,6 @@ using State = PopoverViewController::State;
 
 namespace {
 
-constexpr int CRITICAL = 2;
-
 std::string picture(const QString& name)
 {
     static_cast<void>(requiredImage(name));
@@ -127,7 +125,7 @@ void PopoverInterfacePresenter::switchLoginItem(bool enabled)
         "Tarvel could not be added to the login items. You can check your system's security "
         "settings "
         "or you can restart your Mac and retry",
-        CRITICAL,
+        AlertMessagesService::CRITICAL,
         nullptr
     );
 }

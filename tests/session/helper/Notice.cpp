@@ -1,6 +1,7 @@
 #include "Notice.h"
 
 #include "desktop/BusConnection.h"
+#include "linux/session/Notice.h"
 
 bool postNotice(const std::string& address, const std::string& name, const std::string& object)
 {
@@ -8,9 +9,9 @@ bool postNotice(const std::string& address, const std::string& name, const std::
     return bus != nullptr &&
            sd_bus_emit_signal(
                bus.get(),
-               "/com/quorvent/DistributedNotification",
-               "com.quorvent.DistributedNotification",
-               "Posted",
+               session::NOTICE_PATH,
+               session::NOTICE_INTERFACE,
+               session::NOTICE_MEMBER,
                "ss",
                name.c_str(),
                object.c_str()

@@ -6,12 +6,6 @@
 
 namespace ui {
 
-namespace {
-
-constexpr int CRITICAL = 2;
-
-} // namespace
-
 std::unique_ptr<PanelWindow> PreferencesWindowController::loadWindow()
 {
     auto window = std::make_unique<PanelWindow>();
@@ -75,7 +69,9 @@ void PreferencesWindowController::controlTextDidEndEditing(toolkit::TextMovement
 
 void PreferencesWindowController::showErrorMessage(const std::string& text)
 {
-    AlertMessagesService().showAlert("There was an error..", text, CRITICAL, &window());
+    AlertMessagesService().showAlert(
+        "There was an error..", text, AlertMessagesService::CRITICAL, &window()
+    );
 }
 
 void PreferencesWindowController::submit()

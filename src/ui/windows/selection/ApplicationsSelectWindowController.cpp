@@ -26,8 +26,6 @@ using applications::ApplicationEntityPtr;
 
 namespace {
 
-constexpr int INFORMATIONAL = 1;
-
 /// Types something, or takes something typed away.
 bool isTyping(const QKeyEvent& event)
 {
@@ -292,7 +290,7 @@ void ApplicationsSelectWindowController::administrativeHelpButtonClick()
         "With administrative applications users that are sharing your computer can (but it will "
         "be hard to) stop Tarvel from protecting your apps. \n\nThe administrative applications "
         "are: Terminal, Activity Monitor and Keychain Access.",
-        INFORMATIONAL,
+        AlertMessagesService::INFORMATIONAL,
         &window()
     );
 }
@@ -304,7 +302,7 @@ void ApplicationsSelectWindowController::showRunningApplicationsHelpButtonClick(
         "By default, Tarvel will list the apps installed under your Applications folder. If you "
         "want to lock an app installed somewhere else, just check this option and start (run) "
         "the app.",
-        INFORMATIONAL,
+        AlertMessagesService::INFORMATIONAL,
         &window()
     );
 }

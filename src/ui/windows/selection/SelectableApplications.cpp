@@ -1,5 +1,6 @@
 #include "ui/windows/selection/SelectableApplications.h"
 
+#include "applications/ConfigurationConstants.h"
 #include "platform/Platform.h"
 #include "platform/Workspace.h"
 #include "storage/ConfigurationAndPreferencesService.h"
@@ -8,16 +9,6 @@
 #include <utility>
 
 namespace ui {
-
-namespace {
-
-/// Protected as a group while that option is on, so not offered one by one.
-std::vector<std::string> administrativeBundleIds()
-{
-    return {"com.apple.ActivityMonitor", "com.apple.keychainaccess", "com.apple.Terminal"};
-}
-
-} // namespace
 
 SelectableApplications::SelectableApplications(
     const applications::SystemApplicationsService& service,
@@ -33,7 +24,9 @@ SelectableApplications::SelectableApplications(
     const std::vector<std::string> locked = settings.getLockedApplicationsBundleIds();
     lockedBundleIds.insert(locked.begin(), locked.end());
     if (settings.getLockAdministrativeApplications()) {
-        excludedBundleIds = administrativeBundleIds();
+        // Protected as a group while that option is on, so not offered one by one.
+        excludedBundleIds =
+            applications::ConfigurationConstants::ADMINISTRATIVE_APPLICATIONS_BUNDLE_IDS;
     }
 }
 
