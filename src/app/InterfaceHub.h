@@ -1,18 +1,13 @@
 // The user interface as the delegate starts it: everything with a window hangs below it.
 #pragma once
 
+#include "platform/Port.h"
+
 namespace app {
 
-class InterfaceHub
+class InterfaceHub : public platform::Port
 {
 public:
-    InterfaceHub() = default;
-    InterfaceHub(const InterfaceHub&) = delete;
-    InterfaceHub& operator=(const InterfaceHub&) = delete;
-    InterfaceHub(InterfaceHub&&) = delete;
-    InterfaceHub& operator=(InterfaceHub&&) = delete;
-    virtual ~InterfaceHub() = default;
-
     /// Puts the interface up.
     virtual void present() = 0;
 

@@ -1,6 +1,7 @@
 #include "locking/InstalledProtection.h"
 
 #include "locking/ProtectedIdentifiers.h"
+#include "platform/Call.h"
 
 #include <optional>
 #include <utility>
@@ -34,9 +35,8 @@ void InstalledProtection::applicationsChanged()
 void InstalledProtection::tell()
 {
     const std::optional<std::set<std::string>> identifiers = protectedIdentifiers(*settings);
-    const auto listener = onProtectedChanged;
-    if (identifiers && listener) {
-        listener(*identifiers);
+    if (identifiers) {
+        platform::call(onProtectedChanged, *identifiers);
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Icon.h"
+#include "platform/Port.h"
 
 #include <functional>
 #include <memory>
@@ -10,16 +11,9 @@
 
 namespace locking {
 
-class LockWindow
+class LockWindow : public platform::Port
 {
 public:
-    LockWindow() = default;
-    LockWindow(const LockWindow&) = delete;
-    LockWindow& operator=(const LockWindow&) = delete;
-    LockWindow(LockWindow&&) = delete;
-    LockWindow& operator=(LockWindow&&) = delete;
-    virtual ~LockWindow() = default;
-
     /// Called with the text exactly as typed.
     std::function<void(const std::string& typed)> passwordEntered;
 

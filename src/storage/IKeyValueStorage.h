@@ -2,20 +2,15 @@
 // read is the empty string.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <string>
 
 namespace storage {
 
-class IKeyValueStorage
+class IKeyValueStorage : public platform::Port
 {
 public:
-    IKeyValueStorage() = default;
-    IKeyValueStorage(const IKeyValueStorage&) = delete;
-    IKeyValueStorage& operator=(const IKeyValueStorage&) = delete;
-    IKeyValueStorage(IKeyValueStorage&&) = delete;
-    IKeyValueStorage& operator=(IKeyValueStorage&&) = delete;
-    virtual ~IKeyValueStorage() = default;
-
     /// The stored value, or "" when the key is absent or cannot be read.
     virtual std::string getValue(const std::string& key) = 0;
 

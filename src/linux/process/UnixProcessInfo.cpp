@@ -1,5 +1,7 @@
 #include "linux/process/UnixProcessInfo.h"
 
+#include "platform/Call.h"
+
 #include <cstdio>
 
 #include <unistd.h>
@@ -18,10 +20,7 @@ std::vector<std::string> UnixProcessInfo::arguments()
 
 void UnixProcessInfo::exit(int status)
 {
-    const auto listener = onExit;
-    if (listener) {
-        listener(status);
-    }
+    platform::call(onExit, status);
     static_cast<void>(std::fflush(nullptr));
     ::_exit(status);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "linux/secretservice/SecretBytes.h"
+#include "platform/Port.h"
 
 #include <functional>
 #include <map>
@@ -42,16 +43,9 @@ struct ItemRead
     std::string reason; // of `Failed`
 };
 
-class ItemStore
+class ItemStore : public platform::Port
 {
 public:
-    ItemStore() = default;
-    ItemStore(const ItemStore&) = delete;
-    ItemStore& operator=(const ItemStore&) = delete;
-    ItemStore(ItemStore&&) = delete;
-    ItemStore& operator=(ItemStore&&) = delete;
-    virtual ~ItemStore() = default;
-
     /// What the user knows the keeper as, to begin a sentence with. Any thread.
     [[nodiscard]] virtual std::string title() const = 0;
 

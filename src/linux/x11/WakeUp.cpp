@@ -12,23 +12,18 @@
 
 namespace x11 {
 
-WakeUp::WakeUp() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+WakeUp::WakeUp() : counter(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
-    if (descriptor < 0) {
+    if (!counter.isOpen()) {
         platform::fatal("no descriptor left for waking a thread up");
     }
-}
-
-WakeUp::~WakeUp()
-{
-    close(descriptor);
 }
 
 void WakeUp::signal() const
 {
     const std::uint64_t one = 1;
     // The only way to fail is a counter that is full, which wakes the thread as well.
-    (void)!write(descriptor, &one, sizeof one);
+    (void)!write(counter.get(), &one, sizeof one);
 }
 
 void WakeUp::waitWith(const Connection& connection, std::optional<Clock::time_point> until) const
@@ -42,7 +37,7 @@ void WakeUp::waitWith(const Connection& connection, std::optional<Clock::time_po
     }
     std::array<pollfd, 2> sources{{
         {xcb_get_file_descriptor(connection.get()), POLLIN, 0},
-        {descriptor, POLLIN, 0},
+        {counter.get(), POLLIN, 0},
     }};
     ppoll(sources.data(), sources.size(), until.has_value() ? &left : nullptr, nullptr);
     clear();
@@ -50,7 +45,7 @@ void WakeUp::waitWith(const Connection& connection, std::optional<Clock::time_po
 
 void WakeUp::waitAlone() const
 {
-    pollfd source{descriptor, POLLIN, 0};
+    pollfd source{counter.get(), POLLIN, 0};
     poll(&source, 1, -1);
     clear();
 }
@@ -58,7 +53,7 @@ void WakeUp::waitAlone() const
 void WakeUp::clear() const
 {
     std::uint64_t count = 0;
-    (void)!read(descriptor, &count, sizeof count); // nothing to read: nobody signalled
+    (void)!read(counter.get(), &count, sizeof count); // nothing to read: nobody signalled
 }
 
 } // namespace x11

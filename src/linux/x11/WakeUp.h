@@ -1,6 +1,7 @@
 // Ends the wait of a thread that waits for a display's events, from any other thread.
 #pragma once
 
+#include "linux/descriptors/FileDescriptor.h"
 #include "linux/x11/Connection.h"
 
 #include <chrono>
@@ -14,11 +15,6 @@ public:
     using Clock = std::chrono::steady_clock;
 
     WakeUp();
-    ~WakeUp();
-    WakeUp(const WakeUp&) = delete;
-    WakeUp& operator=(const WakeUp&) = delete;
-    WakeUp(WakeUp&&) = delete;
-    WakeUp& operator=(WakeUp&&) = delete;
 
     void signal() const;
 
@@ -31,7 +27,7 @@ public:
 private:
     void clear() const;
 
-    int descriptor;
+    descriptors::FileDescriptor counter;
 };
 
 } // namespace x11

@@ -1,6 +1,7 @@
 #include "linux/x11/X11Desktop.h"
 
 #include "linux/x11/Xkb.h"
+#include "platform/Call.h"
 
 #include <algorithm>
 #include <array>
@@ -82,10 +83,7 @@ void X11Desktop::announceLoss(const std::weak_ptr<bool>& desktopIsAlive)
         if (desktopIsAlive.expired()) {
             return;
         }
-        const auto listener = onLost;
-        if (listener) {
-            listener();
-        }
+        platform::call(onLost);
     });
 }
 

@@ -164,10 +164,7 @@ void X11Guard::announceLoss()
         if (guardIsAlive.expired()) {
             return;
         }
-        const auto listener = onLost;
-        if (listener) {
-            listener();
-        }
+        platform::call(onLost);
     });
 }
 

@@ -1,6 +1,7 @@
 // What every implementation of the event monitors promises, asked of the fake and of real keys.
 #include "X11World.h"
 #include "fakes/FakeEventMonitors.h"
+#include "platform/Port.h"
 
 #include <vector>
 
@@ -21,16 +22,9 @@ constexpr std::uint64_t PRESSES =
     platform::EVENT_MASK_LEFT_MOUSE_DOWN | platform::EVENT_MASK_RIGHT_MOUSE_DOWN;
 
 /// Modifier keys and mouse buttons that reach this program, or another one.
-class World
+class World : public platform::Port
 {
 public:
-    World() = default;
-    World(const World&) = delete;
-    World& operator=(const World&) = delete;
-    World(World&&) = delete;
-    World& operator=(World&&) = delete;
-    virtual ~World() = default;
-
     virtual platform::EventMonitors& monitors() = 0;
     virtual void keysAreOurs() = 0;
     virtual void pressOption() = 0;

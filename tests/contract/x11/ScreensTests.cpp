@@ -3,6 +3,7 @@
 #include "desktop/PrivateXServer.h"
 #include "fakes/FakeScreens.h"
 #include "linux/x11/X11Screens.h"
+#include "platform/Port.h"
 
 #include <csignal>
 #include <memory>
@@ -19,16 +20,9 @@ platform::Rect frameOf(const desktop::Rectangle& rectangle)
 }
 
 /// Screens whose arrangement the test decides.
-class World
+class World : public platform::Port
 {
 public:
-    World() = default;
-    World(const World&) = delete;
-    World& operator=(const World&) = delete;
-    World(World&&) = delete;
-    World& operator=(World&&) = delete;
-    virtual ~World() = default;
-
     /// The first one is the main one.
     virtual void arrange(const Frames& frames) = 0;
     virtual void loseDesktop() = 0;

@@ -2,6 +2,7 @@
 #include "ToolkitWindow.h"
 #include "X11World.h"
 #include "fakes/FakeWindows.h"
+#include "platform/Port.h"
 
 #include <memory>
 #include <string_view>
@@ -12,16 +13,9 @@
 namespace {
 
 /// Windows, and how many of them can be seen.
-class World
+class World : public platform::Port
 {
 public:
-    World() = default;
-    World(const World&) = delete;
-    World& operator=(const World&) = delete;
-    World(World&&) = delete;
-    World& operator=(World&&) = delete;
-    virtual ~World() = default;
-
     virtual platform::Windows& windows() = 0;
     virtual bool seesSoon(int count) = 0;
 };
