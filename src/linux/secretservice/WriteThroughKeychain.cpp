@@ -36,6 +36,7 @@ WriteThroughKeychain::~WriteThroughKeychain()
     Lock lock(mutex);
     stopping = true;
     nextAttempt = Clock::now();
+    heldUntil = nextAttempt;
     wake.notify_all();
     answered.wait_for(lock, LAST_WAIT, [this] { return ended; });
     lock.unlock();
@@ -78,7 +79,8 @@ KeychainStatus WriteThroughKeychain::remove(const std::string& account)
     if (known.find(account) == nullptr) {
         return KeychainStatus::ItemNotFound;
     }
-    submit(lock, known.erase(account), deadline);
+    known.erase(account);
+    submitLater();
     return KeychainStatus::NoError;
 }
 
@@ -115,6 +117,7 @@ void WriteThroughKeychain::submit(Lock& lock, std::uint64_t write, Clock::time_p
     // Somebody is there to answer a prompt: it is a change of the user's that needs it.
     prompting = Prompting::Allowed;
     nextAttempt = Clock::now();
+    heldUntil = nextAttempt;
     wake.notify_all();
     if (overdue) {
         return;
@@ -127,6 +130,14 @@ void WriteThroughKeychain::submit(Lock& lock, std::uint64_t write, Clock::time_p
         overdue = true;
         noteFailure(lock, "does not answer");
     }
+}
+
+void WriteThroughKeychain::submitLater()
+{
+    prompting = Prompting::Allowed;
+    nextAttempt = Clock::now();
+    heldUntil = nextAttempt + HOLD;
+    wake.notify_all();
 }
 
 void WriteThroughKeychain::work()
@@ -152,14 +163,15 @@ bool WriteThroughKeychain::waitForWork(Lock& lock)
 {
     while (true) {
         const bool writes = known.pendingCount() > 0;
-        if (question.has_value() || (writes && Clock::now() >= nextAttempt)) {
+        const Clock::time_point due = std::max(nextAttempt, heldUntil);
+        if (question.has_value() || (writes && Clock::now() >= due)) {
             return true;
         }
         if (stopping) {
             return false;
         }
         if (writes) {
-            wake.wait_until(lock, nextAttempt);
+            wake.wait_until(lock, due);
         } else {
             wake.wait(lock);
         }

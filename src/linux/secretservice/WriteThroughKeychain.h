@@ -2,6 +2,8 @@
 // thread waits 50 ms at most. What the store did not answer in time is answered from what is known;
 // what it did not take is kept in order and tried again until it does, so nothing is lost while the
 // process lives. One line for the user when the store begins to fail, one when it is back.
+// A removal is kept back a moment: the item that follows it outdates it, and replaces the old one
+// in the store in one step, so that whenever the process is killed the store holds one of the two.
 // Its end waits a short while for writes that are still to be made; destroy it before the process
 // exits.
 #pragma once
@@ -26,6 +28,9 @@ class WriteThroughKeychain : public platform::KeychainItems
 public:
     /// What a call may take, less what waking up and copying take.
     static constexpr auto BUDGET = std::chrono::milliseconds(45);
+
+    /// How long a removal is kept back.
+    static constexpr auto HOLD = std::chrono::milliseconds(200);
 
     /// `known` is all that the store holds at this time.
     WriteThroughKeychain(
@@ -58,6 +63,7 @@ private:
     // Main thread, with the lock held.
     void ask(Lock& lock, std::optional<std::string> account, Clock::time_point deadline);
     void submit(Lock& lock, std::uint64_t write, Clock::time_point deadline);
+    void submitLater();
 
     // Worker thread.
     void work();
@@ -82,6 +88,7 @@ private:
     std::uint64_t lastAnswer = 0;
     std::uint64_t failedAttempts = 0;
     Clock::time_point nextAttempt;
+    Clock::time_point heldUntil;
     Clock::duration backoff;
     Prompting prompting = Prompting::Allowed;
     bool overdue = false; // the worker is held up; waiting for it again would be in vain

@@ -118,6 +118,40 @@ TEST_F(WriteThroughKeychainTest, WritesToAHangingStoreCountAtOnceAndArriveInOrde
     EXPECT_THAT(control->writeList(), ElementsAre("put a", "put b"));
 }
 
+TEST_F(WriteThroughKeychainTest, AnItemThatIsRemovedAndAddedAgainIsReplacedInOneStep)
+{
+    open({{"a", secret("old")}, {"b", secret("other")}});
+
+    EXPECT_EQ(keychain->remove("a"), KeychainStatus::NoError);
+    EXPECT_EQ(value("a"), std::nullopt);
+    EXPECT_EQ(control->content().at("a"), secret("old"));
+    EXPECT_EQ(keychain->add("a", bytes("new")), KeychainStatus::NoError);
+
+    control->waitForContent({{"a", secret("new")}, {"b", secret("other")}});
+    EXPECT_THAT(control->writeList(), ElementsAre("put a"));
+}
+
+TEST_F(WriteThroughKeychainTest, ARemovedItemThatDoesNotComeBackIsTakenOutOfTheStore)
+{
+    open({{"a", secret("1")}, {"b", secret("2")}});
+
+    EXPECT_EQ(keychain->remove("a"), KeychainStatus::NoError);
+
+    control->waitForContent({{"b", secret("2")}});
+    EXPECT_THAT(control->writeList(), ElementsAre("erase a"));
+}
+
+TEST_F(WriteThroughKeychainTest, TheEndKeepsNoRemovalBack)
+{
+    open({{"a", secret("1")}});
+
+    EXPECT_EQ(keychain->remove("a"), KeychainStatus::NoError);
+    keychain.reset();
+
+    EXPECT_EQ(control->content(), Items());
+    EXPECT_THAT(reported(), IsEmpty());
+}
+
 TEST_F(WriteThroughKeychainTest, OutageIsReportedOnceAndItsEndToo)
 {
     open({{"a", secret("1")}});
