@@ -93,7 +93,14 @@ KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std
     Failure failure = store.readAll(items);
     store.leaveThread();
     if (!failure.has_value() && !items.empty()) {
-        failure = marker.set();
+        failure = marker.note(true);
+    }
+    if (!failure.has_value() && items.empty() && marker.holdsItems()) {
+        // Another keyring, or one that was made anew: not the user's word that there is no
+        // password.
+        failure = "holds none of this user's settings, which were kept in it; bring it back, or "
+                  "remove " +
+                  places.marker().string() + " to begin without them";
     }
     if (failure.has_value()) {
         reason = *failure;

@@ -169,7 +169,36 @@ SecretServiceStore::put(const std::string& account, const SecretBytes& data, Pro
         static_cast<gssize>(bytes.size()),
         "text/plain"
     ));
-    return storeItem(session, account, value.get(), reason) ? Failure() : Failure(reason);
+    if (!storeItem(session, account, value.get(), reason)) {
+        return reason;
+    }
+    if (Failure failure = marker.note(true)) {
+        return failure;
+    }
+    return eraseOtherValues(account, data);
+}
+
+/// The service replaces what it finds in the default collection, and that alone.
+Failure SecretServiceStore::eraseOtherValues(const std::string& account, const SecretBytes& data)
+{
+    const AttributesPtr attributes = accountAttributes(account);
+    const auto flags =
+        static_cast<SecretSearchFlags>(SECRET_SEARCH_ALL | SECRET_SEARCH_LOAD_SECRETS);
+    std::string reason;
+    const auto found = searchItems(session, attributes.get(), flags, reason);
+    if (!found.has_value()) {
+        return reason;
+    }
+    for (GList* node = found->get(); node != nullptr; node = node->next) {
+        SecretBytes other;
+        if (!takeSecret(itemOf(node), other)) {
+            return LOCKED;
+        }
+        if (other != data && !deleteItem(session, itemOf(node), reason)) {
+            return reason;
+        }
+    }
+    return std::nullopt;
 }
 
 Failure SecretServiceStore::erase(const std::string& account, Prompting prompting)
@@ -205,7 +234,18 @@ Failure SecretServiceStore::eraseMatches(GHashTable* attributes, Prompting promp
     if (defaultCollectionState(session, reason) == CollectionState::Locked) {
         return LOCKED;
     }
-    return std::nullopt;
+    return noteWhetherEmpty();
+}
+
+Failure SecretServiceStore::noteWhetherEmpty()
+{
+    const AttributesPtr attributes = anyAttributes();
+    std::string reason;
+    const auto left = searchItems(session, attributes.get(), SECRET_SEARCH_ALL, reason);
+    if (!left.has_value()) {
+        return reason;
+    }
+    return *left || !marker.isSet() ? Failure() : marker.note(false);
 }
 
 } // namespace secretservice

@@ -1,7 +1,8 @@
 // The user's Secret Service as a store: one item an account in the default collection, label and
 // attribute `account` the account's text, of this program's own schema. A locked collection is a
 // failure, never "nothing found". An item is written only after the marker says that items are kept
-// here.
+// here, and replaces the one before in one step; what a second collection has of the account goes
+// afterwards.
 #pragma once
 
 #include "linux/secretservice/ItemStore.h"
@@ -30,6 +31,8 @@ private:
     ItemRead nothingFound();
     Failure prepareWrite(Prompting prompting);
     Failure eraseMatches(GHashTable* attributes, Prompting prompting);
+    Failure eraseOtherValues(const std::string& account, const SecretBytes& data);
+    Failure noteWhetherEmpty();
 
     SecretServiceSession session;
     KeptMarker marker;

@@ -1,6 +1,9 @@
 // Another program's item in the keyring, of another schema.
 //   foreign_item store SECRET      stores it
 //   foreign_item holds SECRET      exits with 0 exactly when it is there and holds that
+// Or a second item of an account of Tarvel's, with an attribute more:
+//   foreign_item twin ACCOUNT      stores one that holds "twin"
+//   foreign_item no-twin ACCOUNT   exits with 0 exactly when there is none
 #include <span>
 #include <string>
 #include <string_view>
@@ -8,6 +11,46 @@
 #include <libsecret/secret.h>
 
 namespace {
+
+const SecretSchema TWIN{
+    "com.quorvent.Tarvel.GenericPassword",
+    SECRET_SCHEMA_NONE,
+    {{"account", SECRET_SCHEMA_ATTRIBUTE_STRING}, {"copy", SECRET_SCHEMA_ATTRIBUTE_STRING}},
+    0,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr};
+
+bool storeTwin(const char* account)
+{
+    return secret_password_store_sync(
+               &TWIN,
+               SECRET_COLLECTION_DEFAULT,
+               "a twin",
+               "twin",
+               nullptr,
+               nullptr,
+               "account",
+               account,
+               "copy",
+               "1",
+               nullptr
+           ) == TRUE;
+}
+
+bool hasNoTwin(const char* account)
+{
+    gchar* found = secret_password_lookup_sync(
+        &TWIN, nullptr, nullptr, "account", account, "copy", "1", nullptr
+    );
+    const bool none = found == nullptr;
+    secret_password_free(found);
+    return none;
+}
 
 bool store(const char* secret)
 {
@@ -35,6 +78,14 @@ bool holds(std::string_view secret)
 int main(int argc, char** argv)
 {
     const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
-    const bool storing = std::string_view(arguments[1]) == "store";
-    return (storing ? store(arguments[2]) : holds(arguments[2])) ? 0 : 1;
+    const std::string_view wanted(arguments[1]);
+    bool done = false;
+    if (wanted == "twin") {
+        done = storeTwin(arguments[2]);
+    } else if (wanted == "no-twin") {
+        done = hasNoTwin(arguments[2]);
+    } else {
+        done = wanted == "store" ? store(arguments[2]) : holds(arguments[2]);
+    }
+    return done ? 0 : 1;
 }

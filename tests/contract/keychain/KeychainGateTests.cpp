@@ -148,6 +148,35 @@ TEST_F(KeychainGateTest, MissingBusIsRefusedWhereItemsWereKeptInAService)
     EXPECT_THAT(session.refusal(), HasSubstr("is not there"));
 }
 
+TEST_F(KeychainGateTest, OpenKeyringThatLostItsItemsIsRefusedUntilTheUserSaysToBeginAnew)
+{
+    ASSERT_EQ(secretservice::KeptMarker(marker).note(true), std::nullopt);
+    session.startKeyring();
+
+    EXPECT_EQ(session.open(300ms), nullptr);
+    EXPECT_THAT(session.refusal(), HasSubstr("holds none of this user's settings"));
+    EXPECT_THAT(session.refusal(), HasSubstr(marker.string()));
+
+    fs::remove(marker);
+    EXPECT_TRUE(isInTheService(session.open().get())) << session.refusal();
+}
+
+TEST_F(KeychainGateTest, ItemsAreNotedAsTheyComeAndGo)
+{
+    session.startKeyring();
+    const secretservice::KeptMarker kept(marker);
+    auto items = session.open();
+    ASSERT_NE(items, nullptr);
+    items->add(ACCOUNT, bytes("value"));
+    EXPECT_TRUE(desktop::waitUntil([&] { return kept.holdsItems(); }, 60s));
+
+    items->remove(ACCOUNT);
+    EXPECT_TRUE(desktop::waitUntil([&] { return !kept.holdsItems(); }, 60s));
+    EXPECT_TRUE(kept.isSet());
+    items.reset();
+    EXPECT_TRUE(isInTheService(session.open().get())) << session.refusal();
+}
+
 TEST_F(KeychainGateTest, ServiceThatComesLateIsWaitedForWhereItemsWereKeptInOne)
 {
     markKept();

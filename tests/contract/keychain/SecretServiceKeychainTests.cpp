@@ -78,6 +78,20 @@ TEST_F(SecretServiceKeychainTest, RemoveAllLeavesItemsOfOtherSchemasAlone)
     EXPECT_EQ(session.run({FOREIGN_ITEM, "holds", "kept"}), 0);
 }
 
+TEST_F(SecretServiceKeychainTest, ANewValueLeavesNoOtherItemOfItsAccountBehind)
+{
+    open();
+    addItem("old");
+    ASSERT_EQ(session.run({FOREIGN_ITEM, "twin", ACCOUNT}), 0);
+
+    EXPECT_EQ(items->remove(ACCOUNT), KeychainStatus::NoError);
+    EXPECT_EQ(items->add(ACCOUNT, bytes("new")), KeychainStatus::NoError);
+    items.reset();
+
+    EXPECT_EQ(session.storedItem(), "new");
+    EXPECT_EQ(session.run({FOREIGN_ITEM, "no-twin", ACCOUNT}), 0);
+}
+
 TEST_F(SecretServiceKeychainTest, HangingKeyringIsAnsweredFromWhatIsKnownAndGetsTheWritesLater)
 {
     open();

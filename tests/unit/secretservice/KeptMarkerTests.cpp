@@ -19,6 +19,25 @@ TEST(KeptMarker, IsSetForEverOnceItWasSet)
     EXPECT_TRUE(KeptMarker(home.path() / "data" / "mark").isSet());
 }
 
+TEST(KeptMarker, RemembersWhetherThereAreItems)
+{
+    const desktop::TemporaryFolder home;
+    const std::filesystem::path file = home.path() / "data" / "mark";
+    KeptMarker marker(file);
+    EXPECT_FALSE(marker.holdsItems());
+
+    EXPECT_EQ(marker.set(), std::nullopt);
+    EXPECT_FALSE(marker.holdsItems());
+
+    EXPECT_EQ(marker.note(true), std::nullopt);
+    EXPECT_EQ(marker.set(), std::nullopt);
+    EXPECT_TRUE(KeptMarker(file).holdsItems());
+
+    EXPECT_EQ(marker.note(false), std::nullopt);
+    EXPECT_FALSE(KeptMarker(file).holdsItems());
+    EXPECT_TRUE(KeptMarker(file).isSet());
+}
+
 TEST(KeptMarker, CountsAsSetWhenItCannotBeTold)
 {
     const desktop::TemporaryFolder home;
