@@ -1,4 +1,4 @@
-# What every target is compiled with: warnings, sanitizers, hardening, coverage.
+# What every target is compiled with: warnings, sanitizers, hardening.
 
 add_library(tarvel_options INTERFACE)
 target_compile_options(tarvel_options INTERFACE
@@ -23,9 +23,4 @@ if(HARDENING)
     # program, as code for a mere -fPIE would do; the two copies differ, and signals crash.
     target_link_options(tarvel_options INTERFACE -pie -fPIC -Wl,-z,relro,-z,now,-z,noexecstack)
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-endif()
-
-if(COVERAGE)
-    target_compile_options(tarvel_options INTERFACE --coverage)
-    target_link_options(tarvel_options INTERFACE --coverage)
 endif()

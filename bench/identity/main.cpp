@@ -128,7 +128,8 @@ void catalogueAfterAChange(benchmark::State& state)
 void figures(benchmark::internal::Benchmark* benchmark, benchmark::TimeUnit unit)
 {
     constexpr int REPETITIONS = 9;
-    benchmark->Unit(unit)->Repetitions(REPETITIONS)->ReportAggregatesOnly(true);
+    constexpr double SECONDS = 0.1;
+    benchmark->Unit(unit)->MinTime(SECONDS)->Repetitions(REPETITIONS)->ReportAggregatesOnly(true);
 }
 
 } // namespace

@@ -152,6 +152,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // what the windows do is measured, not a display
     QApplication application(argc, argv);
     ui::Theme::install(application);
     const picker::CrowdedDesktop desktop(APPLICATIONS);

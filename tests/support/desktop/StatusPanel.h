@@ -18,7 +18,6 @@ public:
     };
 
     static constexpr Pixel LIGHT = 0xE6E6E6;
-    static constexpr Pixel DARK = 0x202428;
 
     /// Returns when the panel is drawn, on this ground, and items can come; throws `Failure` when
     /// it does not come to that.
