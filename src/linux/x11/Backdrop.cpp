@@ -38,10 +38,9 @@ void Backdrop::show() const
     xcb_map_window(connection.get(), id);
 }
 
-void Backdrop::hide()
+void Backdrop::hide() const
 {
     xcb_unmap_window(connection.get(), id);
-    fitDesktop(); // for the next time, when there is no time to ask
 }
 
 void Backdrop::fitDesktop()

@@ -25,7 +25,7 @@ public:
     xcb_window_t window() const { return id; }
 
     void show() const;
-    void hide();
+    void hide() const;
 
     /// The desktop may have another size.
     void fitDesktop();

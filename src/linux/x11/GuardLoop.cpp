@@ -63,9 +63,10 @@ void GuardLoop::uncover()
 {
     stack.remove(backdrop.window());
     backdrop.hide();
-    capture.end();
+    capture.end(); // at once with the cover: what is seen can be clicked
     forwarder.reset();
     connection.flush();
+    backdrop.fitDesktop(); // for the next time, when there is no time to ask
 }
 
 void GuardLoop::show(xcb_window_t window, int level)
