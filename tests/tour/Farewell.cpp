@@ -24,10 +24,10 @@ void Farewell::carryOut(Steps& steps)
 std::string Farewell::openPopover()
 {
     stage.user.waitUntil("the item is in the panel", [this] {
-        return !desktop::capture(stage.session.desk.connection(), stage.panel.firstItem())
+        return !desktop::capture(stage.session.desk.connection(), stage.panel->firstItem())
                     .isAllOf(desktop::StatusPanel::LIGHT);
     });
-    stage.user.clickAt(stage.panel.firstItem());
+    stage.user.clickAt(stage.panel->firstItem());
     stage.user.waitForFocusOn(screens::GATE);
     require(!stage.user.sees(screens::CONTENT), "the popover shows its content");
     stage.takePicture("12-gate");

@@ -3,6 +3,7 @@
 #include "desktop/Backdrop.h"
 #include "desktop/Failure.h"
 #include "desktop/Pixels.h"
+#include "desktop/WindowFrames.h"
 
 #include <sstream>
 #include <utility>
@@ -13,13 +14,23 @@ namespace {
 
 constexpr desktop::Pixel BACKDROP = 0x2E4A5E;
 
+desktop::Desktop::Parts parts()
+{
+    desktop::Desktop::Parts parts;
+    parts.windowManager = false; // comes when its look is known
+    return parts;
+}
+
 } // namespace
 
 Stage::Stage(std::filesystem::path pictures)
-    : user(session.desk),
-      panel(session.desk, desktop::StatusPanel::Kind::SystemTray),
+    : session(parts()),
+      user(session.desk),
       pictures(std::move(pictures))
 {
+    desktop::styleWindowFrames(session.desk.home());
+    session.desk.startWindowManager();
+    panel.emplace(session.desk, desktop::StatusPanel::Kind::SystemTray);
     desktop::paintBackdrop(session.desk.connection(), BACKDROP);
 }
 

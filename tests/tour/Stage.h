@@ -8,8 +8,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace tour {
 
@@ -24,7 +24,7 @@ public:
 
     agent::AgentSession session;
     person::Person user;
-    desktop::StatusPanel panel;
+    std::optional<desktop::StatusPanel> panel;
 
 private:
     std::filesystem::path pictures;

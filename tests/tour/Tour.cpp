@@ -4,6 +4,7 @@
 #include "desktop/Typist.h"
 #include "desktop/Wait.h"
 #include "tour/Farewell.h"
+#include "tour/Visit.h"
 #include "tour/Welcome.h"
 
 #include <chrono>
@@ -41,7 +42,8 @@ bool Tour::run()
     steps.carryOut("right password again", [this] { return unlockAgain(); });
     if (steps.allHeld()) {
         Farewell(*stage).carryOut(steps);
-    } else {
+    }
+    if (!steps.allHeld()) {
         sayWhatThereIs();
     }
     return steps.allHeld();
@@ -54,6 +56,12 @@ void Tour::sayWhatThereIs()
                   << session->report() << stage->user.report() << std::flush;
         stage->takePicture("failure");
     }
+}
+
+void Tour::stay()
+{
+    application.reset();
+    Visit(*stage).untilAskedToEnd();
 }
 
 std::string Tour::openDesktop()
@@ -101,10 +109,7 @@ std::string Tour::enterRightPassword()
     session->enter(agent::PASSWORD);
     require(session->waitForEndOfCover(), "the screens stay covered");
     const auto time = Clock::now() - start;
-    require(
-        desktop::waitUntil([this] { return applicationHasFocus(); }, agent::PATIENCE),
-        "xterm has not the focus"
-    );
+    require(applicationKeepsFocus(), "xterm has not the focus");
     stage->takePicture("09-unlocked");
     return "uncovered after " + milliseconds(time) + ", xterm has the focus";
 }
@@ -170,11 +175,16 @@ std::string Tour::unlockAgain()
 {
     session->enter(agent::PASSWORD);
     require(session->waitForEndOfCover(), "the screens stay covered");
-    require(
-        desktop::waitUntil([this] { return applicationHasFocus(); }, agent::PATIENCE),
-        "xterm has not the focus"
-    );
+    require(applicationKeepsFocus(), "xterm has not the focus");
     return "uncovered, xterm has the focus";
+}
+
+bool Tour::applicationKeepsFocus()
+{
+    const auto hasFocus = [this] { return applicationHasFocus(); };
+    return desktop::waitUntil(
+        [&hasFocus] { return desktop::holdsFor(hasFocus, 250ms); }, agent::PATIENCE
+    );
 }
 
 bool Tour::applicationHasFocus()

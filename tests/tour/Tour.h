@@ -21,6 +21,10 @@ public:
     /// True when every step held.
     bool run();
 
+    /// Leaves the desktop to somebody at a browser on this machine, the agent on it, until this
+    /// process is asked to end. Only after a tour that held.
+    void stay();
+
 private:
     std::string openDesktop();
     std::string startApplication();
@@ -34,6 +38,7 @@ private:
 
     void sayWhatThereIs();
     bool applicationHasFocus();
+    bool applicationKeepsFocus();
 
     std::filesystem::path pictures;
     Steps steps;

@@ -14,6 +14,8 @@ namespace desktop {
 namespace {
 
 constexpr std::chrono::seconds TIMEOUT{30};
+constexpr int PANEL = 32;
+constexpr int ICON = 24;
 constexpr auto WATCHER = "org.kde.StatusNotifierWatcher";
 
 std::string inWords(Pixel colour)
@@ -23,15 +25,16 @@ std::string inWords(Pixel colour)
     return text.str();
 }
 
-ChildProcess startTint2(Desktop& desktop, Pixel ground)
+ChildProcess startTint2(Desktop& desktop, Pixel ground, int scale)
 {
     const auto configuration = desktop.home() / "tint2rc";
     writeFile(
         configuration,
-        "panel_items = S\npanel_size = 100% 32\npanel_position = bottom left horizontal\n"
-        "panel_padding = 0 0 0\nsystray_padding = 0 0 0\nsystray_icon_size = 24\n"
-        "rounded = 0\nbackground_color = " +
-            inWords(ground) + " 100\npanel_background_id = 1\n"
+        "panel_items = S\npanel_size = 100% " + std::to_string(PANEL * scale) +
+            "\npanel_position = bottom left horizontal\npanel_padding = 0 0 0\n"
+            "systray_padding = 0 0 0\nsystray_icon_size = " +
+            std::to_string(ICON * scale) + "\nrounded = 0\nbackground_color = " + inWords(ground) +
+            " 100\npanel_background_id = 1\n"
     );
     return desktop.start({"tint2", "-c", configuration.string()});
 }
@@ -79,9 +82,10 @@ bool hasHost(PrivateBus& sessionBus)
 
 } // namespace
 
-StatusPanel::StatusPanel(Desktop& desktop, Kind kind, Pixel ground)
+StatusPanel::StatusPanel(Desktop& desktop, Kind kind, Pixel ground, int scale)
     : panel(
-          kind == Kind::SystemTray ? startTint2(desktop, ground) : startLxqtPanel(desktop, ground)
+          kind == Kind::SystemTray ? startTint2(desktop, ground, scale)
+                                   : startLxqtPanel(desktop, ground)
       )
 {
     const bool isTray = kind == Kind::SystemTray;

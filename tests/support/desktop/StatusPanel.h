@@ -20,8 +20,8 @@ public:
     static constexpr Pixel LIGHT = 0xE6E6E6;
 
     /// Returns when the panel is drawn, on this ground, and items can come; throws `Failure` when
-    /// it does not come to that.
-    StatusPanel(Desktop& desktop, Kind kind, Pixel ground = LIGHT);
+    /// it does not come to that. The scale makes the tray, and what is in it, so much larger.
+    StatusPanel(Desktop& desktop, Kind kind, Pixel ground = LIGHT, int scale = 1);
 
     ChildProcess& process() { return panel; }
 
