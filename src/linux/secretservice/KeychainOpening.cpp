@@ -92,19 +92,19 @@ KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std
     SecretServiceStore store(marker);
     Failure failure = store.readAll(items);
     store.leaveThread();
-    if (!failure.has_value() && !items.empty()) {
-        failure = marker.note(true);
-    }
-    if (!failure.has_value() && items.empty() && marker.holdsItems()) {
-        // Another keyring, or one that was made anew: not the user's word that there is no
-        // password.
-        failure = "holds none of this user's settings, which were kept in it; bring it back, or "
-                  "remove " +
-                  places.marker().string() + " to begin without them";
+    const bool lost = items.empty() && marker.holdsItems();
+    if (!failure.has_value() && (lost || !items.empty())) {
+        failure = marker.note(!items.empty());
     }
     if (failure.has_value()) {
         reason = *failure;
         return Attempt::Failing;
+    }
+    if (lost) {
+        // An agent that ends would protect even less than one that greets its user again.
+        report(
+            "the keyring is open and has lost the settings that were kept in it: Tarvel begins anew"
+        );
     }
     result.items = std::make_unique<SecretServiceKeychain>(marker, std::move(items), report);
     return Attempt::Opened;
