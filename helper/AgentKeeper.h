@@ -1,9 +1,7 @@
-// Decides what the helper does: keeps the agent alive unless it ended on purpose. Pure; all it does
-// to the world goes through `Hands`. One thread.
-//
-// The agent ended on purpose when it sent the termination notice or ended with status 0; the helper
-// then ends too, and the next agent brings its own. Any other end is undone at once, a few times a
-// minute; after that an agent is only watched for, until somebody starts one.
+// Decides what the helper does: keeps the agent alive unless it ended on purpose, by the notice or
+// with status 0; then the helper ends too, and the next agent brings its own. Any other end is
+// undone, a few times a minute; after that an agent is only watched for, until somebody starts one.
+// Pure: all it does to the world goes through `Hands`. One thread.
 #pragma once
 
 #include "helper/RestartLimit.h"

@@ -94,7 +94,7 @@ void ExecutableWatch::watchFolder(const std::string& folder)
 
 void ExecutableWatch::receiveExecutions()
 {
-    std::array<char, 4096> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::array<char, 4096> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
     bool any = false;
     while (::read(group.get(), buffer.data(), buffer.size()) > 0) {
         any = true;

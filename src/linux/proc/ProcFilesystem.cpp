@@ -1,11 +1,11 @@
 #include "linux/proc/ProcFilesystem.h"
 
 #include "linux/descriptors/FileDescriptor.h"
+#include "linux/proc/ToNumber.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <climits>
 #include <memory>
 #include <string_view>
@@ -48,7 +48,8 @@ std::optional<std::string> readAt(int folder, const char* name)
 /// Where a link leads. Empty for one that must not be read; nothing for one that leads nowhere.
 std::optional<std::string> linkAt(int folder, const char* name)
 {
-    std::array<char, PATH_MAX> target; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): readlink fills it
+    std::array<char, PATH_MAX> target;
     const ssize_t size = ::readlinkat(folder, name, target.data(), target.size());
     if (size < 0 && (errno == EACCES || errno == EPERM)) {
         return std::string();
@@ -65,12 +66,6 @@ std::string withoutDeletedMark(std::string path)
         path.resize(path.size() - MARK.size());
     }
     return path;
-}
-
-template <typename Number> bool toNumber(std::string_view text, Number& number)
-{
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
 }
 
 /// Entries of a folder that bear the number of a process or a thread.

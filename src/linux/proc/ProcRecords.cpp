@@ -1,5 +1,7 @@
 #include "linux/proc/ProcRecords.h"
 
+#include "linux/proc/ToNumber.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -8,12 +10,6 @@
 namespace proc {
 
 namespace {
-
-template <typename Number> bool toNumber(std::string_view text, Number& number)
-{
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
-}
 
 /// Takes the first word away.
 std::string_view takeWord(std::string_view& rest)

@@ -80,7 +80,8 @@ void ProcessConnector::ask()
 
 void ProcessConnector::receive()
 {
-    std::array<std::byte, 4096> datagram; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): recv fills it
+    std::array<std::byte, 4096> datagram;
     while (state != State::Refused) {
         const ssize_t size = ::recv(socket.get(), datagram.data(), datagram.size(), MSG_DONTWAIT);
         if (size < 0 && errno == ENOBUFS) {

@@ -1,6 +1,7 @@
 // The answer to one asynchronous call of the library, for which the calling thread waits. The
 // library never answers some calls (a service that goes away during its prompt), so an answer may
-// also come when nobody waits any more.
+// also come when nobody waits any more. Its blocking calls are not used: they leave objects on
+// contexts that nobody runs, which then keep a dead connection for ever.
 #pragma once
 
 #include "linux/secretservice/Glib.h"

@@ -1,9 +1,7 @@
 // A folder as a store, for a session without a Secret Service: a file an item, sealed with a random
-// key that lies beside the items. It keeps the items from other users and from backups of single
-// files, not from a program of the same user.
-// A damaged item, or one whose key is gone, is a failure and never "nothing found": it would pass
-// for "no password". The damaged file stays where it is until the item is written or removed, and
-// is then kept beside as "*.damaged".
+// key that lies beside. It keeps the items from other users and from backups of single files, not
+// from a program of the same user. A damaged item is a failure, never "nothing found", which would
+// pass for "no password"; it stays until it is written or removed, then beside as "*.damaged".
 #pragma once
 
 #include "linux/secretservice/ItemSealer.h"

@@ -82,6 +82,8 @@ bool SecretServiceSession::connect(std::string& reason)
             reason = error.message();
             return false;
         }
+        // The library insists on the connection that the process shares, which would end the
+        // process together with the bus.
         g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
     }
     if (g_dbus_connection_is_closed(bus.get()) == TRUE) {

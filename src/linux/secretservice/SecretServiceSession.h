@@ -1,9 +1,6 @@
-// A working relation with the Secret Service: follows the bus and the service when they go and come
-// back. Belongs to the one worker thread that calls it, which must call `leave` before it ends;
-// only `cancel` may come from elsewhere. The library insists on the process's shared connection to
-// the session bus, which would end the process together with the bus: that is switched off here.
-// Its blocking calls are not used: they leave objects on contexts that nobody runs, which then keep
-// a dead connection for ever.
+// A working relation with the Secret Service, which follows the bus and the service when they go
+// and come back; the end of the bus does not end the process. Belongs to the one worker thread that
+// calls it, which must call `leave` before it ends; only `cancel` may come from elsewhere.
 #pragma once
 
 #include "linux/secretservice/AsyncCall.h"

@@ -1,11 +1,7 @@
-// The keychain over a store that may take its time: one worker thread asks the store, the main
-// thread waits 50 ms at most. What the store did not answer in time is answered from what is known;
-// what it did not take is kept in order and tried again until it does, so nothing is lost while the
-// process lives. One line for the user when the store begins to fail, one when it is back.
-// A removal is kept back a moment: the item that follows it outdates it, and replaces the old one
-// in the store in one step, so that whenever the process is killed the store holds one of the two.
-// Its end waits a short while for writes that are still to be made; destroy it before the process
-// exits.
+// The keychain over a store that may take its time: one worker thread asks it, the main thread
+// waits 50 ms at most and is answered from what is known. What the store did not take is tried
+// again in order until it does, so nothing is lost while the process lives; one line when it begins
+// to fail, one when it is back. Its end waits for writes: destroy it before the process exits.
 #pragma once
 
 #include "linux/secretservice/ItemStore.h"

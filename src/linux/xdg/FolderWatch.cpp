@@ -71,7 +71,7 @@ bool FolderWatch::watchNearest(const std::string& missing)
 void FolderWatch::receive()
 {
     constexpr std::size_t ROOM = 16384;
-    std::array<char, ROOM> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::array<char, ROOM> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
     FolderChanges changes;
     for (;;) {
         const ssize_t size = ::read(notifications.get(), buffer.data(), buffer.size());

@@ -1,10 +1,7 @@
-// Finds the application that a process is, by tables of what applications execute. Pure: facts come
-// in, an index of an application goes out. Filled once, then read by any thread.
-//
-// The executable decides, or the script that an interpreter runs; the name it was called by only
-// where the executable must not be read. What the process says about itself (its arguments, its
-// launcher's claims) only chooses among those that this leaves, and never against an application
-// that was chosen for protection and fits as well.
+// Finds the application that a process is, by tables of what applications execute: its executable,
+// or the script that an interpreter runs. What a process says about itself only chooses among those
+// that this leaves, never against an application that was chosen for protection and fits as well.
+// Pure: facts come in, an index of an application goes out. Filled once, then read by any thread.
 #pragma once
 
 #include "linux/proc/ProcessFacts.h"

@@ -45,7 +45,8 @@ std::string interpreterOf(const std::string& path)
 
 std::string realPath(const std::string& path)
 {
-    std::array<char, PATH_MAX> real; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): realpath fills it
+    std::array<char, PATH_MAX> real;
     return ::realpath(path.c_str(), real.data()) == nullptr ? path : std::string(real.data());
 }
 

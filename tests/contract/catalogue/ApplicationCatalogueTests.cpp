@@ -6,9 +6,7 @@
 #include "linux/xdg/XdgApplicationIndex.h"
 #include "processes/Recorder.h"
 
-#include <algorithm>
 #include <chrono>
-#include <iostream>
 
 #include <gtest/gtest.h>
 
@@ -166,44 +164,4 @@ TEST_F(ApplicationCatalogueTest, IndexAnswersFromTheCatalogue)
     EXPECT_FALSE(index.plays("other", "com.apple.Terminal"));
     EXPECT_EQ(index.withIdentifier("other"), nullptr);
     EXPECT_EQ(index.withIdentifier("com.apple.keychainaccess"), nullptr);
-}
-
-TEST_F(ApplicationCatalogueTest, CostOfIdentityIsPrinted)
-{
-    const std::string program = folder.copyProgram("/bin/sleep", "bin/program");
-    for (int number = 0; number < 1000; ++number) {
-        add("id" + std::to_string(number), "/usr/bin/program" + std::to_string(number));
-    }
-    add("program", "program");
-    using Clock = std::chrono::steady_clock;
-    const auto begin = Clock::now();
-    catalogue.start();
-    ASSERT_TRUE(seen.waitForOne([](const std::string& ids) {
-        return ids.find("program ") != std::string::npos;
-    }));
-    const auto read = std::chrono::duration<double, std::milli>(Clock::now() - begin);
-    const xdg::XdgApplicationIndex index(catalogue);
-    const proc::ProcFilesystem processes;
-    const auto medianOf = [&](const std::string& path, const std::string& expected) {
-        const desktop::ChildProcess child({path, "60"});
-        std::vector<double> times;
-        while (times.size() < 1000) {
-            const auto before = Clock::now();
-            const auto facts = processes.facts(child.id());
-            const auto known = facts ? index.ofProcess(*facts) : nullptr;
-            const std::chrono::duration<double, std::micro> time = Clock::now() - before;
-            if (facts) { // not while its arguments are still missing
-                EXPECT_EQ(known == nullptr ? "" : known->identifier, expected);
-                times.push_back(time.count());
-            }
-        }
-        std::sort(times.begin(), times.end());
-        return times[times.size() / 2];
-    };
-    const double nobody = medianOf("/bin/sleep", "");
-    const double match = medianOf(program, "program");
-
-    std::cout << "identity, facts included: nobody's " << nobody << " us, a match " << match
-              << " us; 1001 entries read in " << read.count() << " ms\n";
-    EXPECT_LT(match, 5000.0);
 }

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <iostream>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -236,7 +235,7 @@ TEST_P(ConnectorTest, ProgramOfAFewMillisecondsIsReported)
     }
 }
 
-TEST_P(ConnectorTest, ShareOfProgramsThatDoNothingIsPrinted)
+TEST_P(ConnectorTest, ProgramsThatAreGoneBeforeTheirFilesAreReadDoNotStopTheOthers)
 {
     const std::string quick = folder.copyProgram("/bin/true", "quick");
     if (!start()) {
@@ -247,15 +246,8 @@ TEST_P(ConnectorTest, ShareOfProgramsThatDoNothingIsPrinted)
         desktop::ChildProcess({quick}).waitForEnd(std::chrono::seconds(10));
     }
     const desktop::ChildProcess last({program, "60"});
-    ASSERT_TRUE(waitForExec(last.id()));
 
-    // What ends before its files are read is nobody's business; it must not stop the others.
-    const auto all = execs.all();
-    const auto seen = std::count_if(all.begin(), all.end(), [&](const proc::ProcessFacts& facts) {
-        return facts.executable == quick;
-    });
-    std::cout << "programs that do nothing and were seen: " << seen << " of 200\n";
-    EXPECT_GT(seen, 0);
+    EXPECT_TRUE(waitForExec(last.id()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Sources, ConnectorTest, testing::Values(Source::Connector), nameOf);
