@@ -1,7 +1,5 @@
 #include "applications/SortByKey.h"
 
-#include "platform/Text.h"
-
 #include <cstddef>
 #include <cstdint>
 
@@ -13,14 +11,15 @@ namespace {
 std::size_t placeFor(
     const std::string& key,
     const std::vector<std::string>& keys,
-    const std::vector<std::uint32_t>& sorted
+    const std::vector<std::uint32_t>& sorted,
+    KeyComparison compare
 )
 {
     std::size_t begin = 0;
     std::size_t end = sorted.size();
     while (begin < end) {
         const std::size_t middle = begin + (end - begin) / 2;
-        if (platform::text::compare(key, keys[sorted[middle]]) < 0) {
+        if (compare(key, keys[sorted[middle]]) < 0) {
             end = middle;
         } else {
             begin = middle + 1;
@@ -31,8 +30,14 @@ std::size_t placeFor(
 
 } // namespace
 
-std::vector<ApplicationEntityPtr>
-sortedByKey(const std::vector<ApplicationEntityPtr>& entities, const SortKey& key)
+int compareCodePoints(std::string_view left, std::string_view right)
+{
+    return left.compare(right); // the bytes of UTF-8 sort as the code points do
+}
+
+std::vector<ApplicationEntityPtr> sortedByKey(
+    const std::vector<ApplicationEntityPtr>& entities, const SortKey& key, KeyComparison compare
+)
 {
     std::vector<std::string> keys;
     std::vector<std::uint32_t> sorted; // positions, which are quick to move aside
@@ -40,7 +45,8 @@ sortedByKey(const std::vector<ApplicationEntityPtr>& entities, const SortKey& ke
     sorted.reserve(entities.size());
     for (const ApplicationEntityPtr& entity : entities) {
         keys.push_back(key(*entity));
-        const auto place = static_cast<std::ptrdiff_t>(placeFor(keys.back(), keys, sorted));
+        const auto place =
+            static_cast<std::ptrdiff_t>(placeFor(keys.back(), keys, sorted, compare));
         sorted.insert(sorted.begin() + place, static_cast<std::uint32_t>(keys.size() - 1));
     }
     std::vector<ApplicationEntityPtr> result;

@@ -92,9 +92,11 @@ ConfigurationAndPreferencesService::getLockedApplications()
             result.push_back(std::move(entity));
         }
     }
-    return applications::sortedByKey(result, [](const applications::ApplicationEntity& entity) {
-        return entity.name;
-    });
+    return applications::sortedByKey(
+        result,
+        [](const applications::ApplicationEntity& entity) { return entity.name; },
+        applications::compareCodePoints
+    );
 }
 
 void ConfigurationAndPreferencesService::addLockedApplicationBundleId(const std::string& bundleId)

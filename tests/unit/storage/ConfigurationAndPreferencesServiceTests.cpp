@@ -3,6 +3,10 @@
 #include "fakes/Secrets.h"
 #include "storage/ConfigurationAndPreferencesService.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -158,6 +162,18 @@ TEST_F(SettingsTest, LockedApplicationsAreSortedByNameWithCase)
     fakes::storeSecret(platform, "Applications", "1;2;3;4;");
 
     EXPECT_THAT(namesOfLockedApplications(), ElementsAre("10 apps", "Beta", "Zeta", "alpha"));
+}
+
+TEST_F(SettingsTest, LockedApplicationsAreSortedAlikeInWhateverOrderTheyAreStored)
+{
+    fakes::installApplication(platform, "1", "Zeta");
+    fakes::installApplication(platform, "2", "alpha");
+    fakes::installApplication(platform, "3", "\u00E4rger");
+    std::vector<std::string> stored{"1;", "2;", "3;"};
+    do {
+        fakes::storeSecret(platform, "Applications", stored[0] + stored[1] + stored[2]);
+        EXPECT_THAT(namesOfLockedApplications(), ElementsAre("Zeta", "alpha", "\u00E4rger"));
+    } while (std::next_permutation(stored.begin(), stored.end()));
 }
 
 TEST_F(SettingsTest, SwitchesAreWrittenAsDigits)
