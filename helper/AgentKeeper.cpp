@@ -11,8 +11,8 @@ void AgentKeeper::begin(bool startedByAgent, bool seesOthers)
     } else if (!startedByAgent) {
         launch();
     } else if (seesOthers) {
-        // It died while this program was being started.
-        agentEnded(std::nullopt);
+        // It ended while this program was being started.
+        agentEnded(hands.latestStatus());
     } else {
         state = State::Waiting;
     }

@@ -31,6 +31,9 @@ public:
         /// Watches the agent that runs in this session; false when there is none.
         virtual bool attach() = 0;
 
+        /// With which status the latest agent of this session ended; nothing when it said none.
+        virtual std::optional<int> latestStatus() = 0;
+
         /// Starts an agent and watches it; false when it cannot be started.
         virtual bool start(std::string& problem) = 0;
 

@@ -1,10 +1,10 @@
 #include "helper/AgentWatch.h"
 
-#include "linux/descriptors/ProcessDescriptor.h"
 #include "linux/session/Programs.h"
 #include "platform/Call.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <sys/wait.h>
 
@@ -34,7 +34,21 @@ bool AgentWatch::attach()
 void AgentWatch::adopt(pid_t process)
 {
     child = process;
-    childEnd = descriptors::openProcess(process);
+    childEnd = openProcess(process);
+}
+
+void AgentWatch::childMayHaveEnded()
+{
+    if (child == 0 || childEnd.isOpen()) {
+        return;
+    }
+    siginfo_t state = {};
+    const bool ended =
+        ::waitid(P_PID, static_cast<id_t>(child), &state, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+        state.si_pid == child;
+    if (ended) {
+        platform::call(onEnded, reap(std::exchange(child, 0)));
+    }
 }
 
 pollfd AgentWatch::awaited() const
@@ -55,7 +69,7 @@ std::optional<int> AgentWatch::takeStatus()
         return ended->exitStatus();
     }
     childEnd = descriptors::FileDescriptor();
-    return reap(child);
+    return reap(std::exchange(child, 0));
 }
 
 } // namespace helper

@@ -1,7 +1,9 @@
 #include "helper/Helper.h"
 
 #include "helper/AgentLaunch.h"
+#include "linux/session/Programs.h"
 #include "linux/session/SessionInstance.h"
+#include "linux/session/SessionWatch.h"
 
 namespace helper {
 
@@ -26,6 +28,7 @@ private:
 Helper::Helper()
 {
     signals.onAskedToEnd = [this] { keeper.sessionEnds(); };
+    signals.onChildEnded = [this] { agent.childMayHaveEnded(); };
     arrival.onArrived = [this] { keeper.agentArrived(); };
     agent.onEnded = [this](std::optional<int> status) { keeper.agentEnded(status); };
     display.onLost = [this] { keeper.sessionEnds(); };
@@ -72,6 +75,11 @@ RestartLimit::TimePoint Helper::now()
 bool Helper::attach()
 {
     return agent.attach();
+}
+
+std::optional<int> Helper::latestStatus()
+{
+    return session::SessionWatch::latestExitStatus(session::AGENT);
 }
 
 bool Helper::start(std::string& problem)

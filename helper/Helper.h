@@ -32,6 +32,7 @@ private:
     void begin();
     RestartLimit::TimePoint now() override;
     bool attach() override;
+    std::optional<int> latestStatus() override;
     bool start(std::string& problem) override;
     void settle(std::function<void()> then) override;
     void warn(const std::string& title, const std::string& text) override;

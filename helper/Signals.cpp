@@ -12,7 +12,7 @@ Signals::Signals()
 {
     sigset_t set = {};
     sigemptyset(&set);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGCHLD}) {
         sigaddset(&set, signal);
     }
     ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
@@ -24,10 +24,12 @@ Signals::Signals()
 
 void Signals::wake()
 {
+    bool askedToEnd = false;
     signalfd_siginfo received = {};
     while (::read(pending.get(), &received, sizeof received) > 0) {
+        askedToEnd = askedToEnd || received.ssi_signo != SIGCHLD;
     }
-    platform::call(onAskedToEnd);
+    platform::call(askedToEnd ? onAskedToEnd : onChildEnded);
 }
 
 } // namespace helper

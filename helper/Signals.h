@@ -1,4 +1,4 @@
-// The signals by which a session asks its programs to end.
+// The signals by which a session asks its programs to end, and the one that tells of a child's end.
 #pragma once
 
 #include "helper/EventSource.h"
@@ -15,6 +15,9 @@ public:
     Signals();
 
     std::function<void()> onAskedToEnd;
+
+    /// One or more did.
+    std::function<void()> onChildEnded;
 
     pollfd awaited() const override { return {pending.get(), POLLIN, 0}; }
 

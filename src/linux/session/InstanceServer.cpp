@@ -60,9 +60,13 @@ void InstanceServer::admit()
          peer = acceptFrom(listener)) {
         const std::optional<Peer> facts = peerOf(peer);
         const bool isOwnUser = facts.has_value() && facts->user == ::geteuid();
-        if (isOwnUser && peers.size() < MOST_PEERS && follow(interest, peer)) {
-            peers.push_back(std::move(peer));
+        if (!isOwnUser || !follow(interest, peer)) {
+            continue;
         }
+        if (peers.size() == MOST_PEERS) {
+            peers.erase(peers.begin()); // who came last is being waited for
+        }
+        peers.push_back(std::move(peer));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "linux/session/SessionInstance.h"
 
+#include "linux/session/ExitRecord.h"
 #include "linux/session/InstanceServer.h"
 #include "linux/session/LocalSocket.h"
 #include "linux/session/SessionDirectory.h"
@@ -23,6 +24,18 @@ namespace session {
 
 struct SessionInstance::Holding
 {
+    /// Does nothing in a fork.
+    void leave(int status) const
+    {
+        if (::getpid() == owner) {
+            // First: who is not reached below looks there.
+            writeExitRecord(directory, name, {owner, status});
+            server->sendExit(status);
+        }
+    }
+
+    pid_t owner;
+    std::string name;
     descriptors::FileDescriptor directory;
     descriptors::FileDescriptor lock;
     std::unique_ptr<InstanceServer> server;
@@ -129,15 +142,15 @@ void SessionInstance::hold(descriptors::FileDescriptor directory, descriptors::F
     if (!listener.isOpen()) {
         report(name + " cannot be reached by others: " + lastError());
     }
+    removeExitRecord(directory, name);
     auto held = std::make_unique<Holding>();
+    held->owner = ::getpid();
+    held->name = name;
     held->directory = std::move(directory);
     held->lock = std::move(lock);
     held->server = std::make_unique<InstanceServer>(std::move(listener));
     holding = held.release();
-    ::on_exit(
-        [](int status, void* data) { static_cast<Holding*>(data)->server->sendExit(status); },
-        holding
-    );
+    ::on_exit([](int status, void* data) { static_cast<Holding*>(data)->leave(status); }, holding);
 }
 
 int SessionInstance::fd() const
@@ -158,7 +171,7 @@ void SessionInstance::handle()
 void SessionInstance::announceExit(int status)
 {
     if (holding != nullptr) {
-        holding->server->sendExit(status);
+        holding->leave(status);
     }
 }
 

@@ -82,6 +82,11 @@ std::string lockName(const std::string& name)
     return name + ".lock";
 }
 
+std::string exitName(const std::string& name)
+{
+    return name + ".exit";
+}
+
 std::string socketName(const std::string& name)
 {
     return name + ".socket";

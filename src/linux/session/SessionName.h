@@ -17,6 +17,9 @@ std::string sessionName(const std::string& program);
 std::string lockName(const std::string& name);
 std::string socketName(const std::string& name);
 
+/// The file with the last words of the process that held the name, once it has ended.
+std::string exitName(const std::string& name);
+
 /// `text` as part of a file name: different texts stay different.
 std::string asFileName(const std::string& text);
 

@@ -18,6 +18,10 @@ public:
     /// Nothing when no process holds the name now.
     static std::unique_ptr<SessionWatch> open(const std::string& program);
 
+    /// The status with which the latest that held the name ended; nothing when it said none, and
+    /// while one holds it.
+    static std::optional<int> latestExitStatus(const std::string& program);
+
     pid_t processIdentifier() const { return identifier; }
 
     /// Can be read once the process has ended; the name is free by then.
@@ -30,11 +34,13 @@ public:
 
 private:
     SessionWatch(
+        std::string name,
         pid_t identifier,
         descriptors::FileDescriptor connection,
         descriptors::FileDescriptor process
     );
 
+    const std::string name;
     const pid_t identifier;
     descriptors::FileDescriptor connection;
     descriptors::FileDescriptor process;

@@ -283,6 +283,40 @@ TEST_F(SessionInstance, AWatcherThatWasNotLetInYetLearnsTheStatusToo)
     EXPECT_EQ(statusAtEnd(*watch), 3);
 }
 
+TEST_F(SessionInstance, AWatcherThatManyOthersPushedOutLearnsTheStatusToo)
+{
+    const auto first = startFirst();
+    const auto watch = session::SessionWatch::open(NAME);
+    ASSERT_NE(watch, nullptr);
+    std::vector<descriptors::FileDescriptor> idle;
+    for (int i = 0; i < 31; ++i) {
+        idle.push_back(session::connectTo(socketPath()));
+    }
+    EXPECT_EQ(start()->hear(), "already running"); // the first has let in all of them by then
+    idle.push_back(session::connectTo(socketPath()));
+    const auto late = session::SessionWatch::open(NAME);
+    ASSERT_NE(late, nullptr);
+
+    first->say("exit 3");
+    EXPECT_EQ(statusAtEnd(*watch), 3);
+    EXPECT_EQ(statusAtEnd(*late), 3);
+}
+
+TEST_F(SessionInstance, TheStatusOfTheLatestIsLeftBehindUntilTheNextTakesTheName)
+{
+    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), std::nullopt);
+    statusAfter("exit 3");
+    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), 3);
+    statusAfter("announce 0");
+    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), 0);
+
+    const auto next = startFirst();
+    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), std::nullopt);
+    next->process().signal(SIGKILL);
+    next->process().waitForEnd(processes::PATIENCE);
+    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), std::nullopt);
+}
+
 TEST_F(SessionInstance, WatchersThatNeverReadOrHaveGoneDoNotDisturbTheEnd)
 {
     const auto first = startFirst();

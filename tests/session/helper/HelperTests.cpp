@@ -109,6 +109,18 @@ TEST_F(Helper, AnExitWithStatusZeroIsNotUndoneAndEndsTheHelper)
     EXPECT_EQ(starts().size(), 1U);
 }
 
+TEST_F(Helper, AnExitWithStatusZeroBeforeTheHelperSawTheAgentIsNotUndoneEither)
+{
+    agent = startAgentByHand();
+    waitForStarts(1);
+    agent->signal(SIGUSR1);
+    ASSERT_EQ(agent->waitForExitStatus(PATIENCE), 0);
+    helper = startHelperFromAgent();
+
+    EXPECT_TRUE(endsWithZero(helper)) << errors();
+    EXPECT_EQ(starts().size(), 1U);
+}
+
 TEST_F(Helper, AnExitWithStatusZeroOfAnAgentThatItStartedIsNotUndoneEither)
 {
     helper = startHelperAtLogin();

@@ -24,6 +24,8 @@ public:
         return isAgentThere;
     }
 
+    std::optional<int> latestStatus() override { return status; }
+
     bool start(std::string& problem) override
     {
         calls.emplace_back("start");
@@ -51,6 +53,7 @@ public:
 
     helper::RestartLimit::TimePoint time{};
     bool isAgentThere = false;
+    std::optional<int> status;
     bool settlesAtOnce = true;
     std::string startProblem;
     std::string warning;
@@ -114,6 +117,22 @@ TEST_F(AgentKeeper, AnAgentThatDiedRightAfterStartingTheHelperIsRestarted)
     keeper.begin(true, true);
 
     EXPECT_THAT(hands.calls, ElementsAre("start"));
+}
+
+TEST_F(AgentKeeper, AnAgentThatFailedRightAfterStartingTheHelperIsRestarted)
+{
+    hands.status = 1;
+    keeper.begin(true, true);
+
+    EXPECT_THAT(hands.calls, ElementsAre("start"));
+}
+
+TEST_F(AgentKeeper, AnAgentThatWasQuitRightAfterStartingTheHelperIsNot)
+{
+    hands.status = 0;
+    keeper.begin(true, true);
+
+    EXPECT_THAT(hands.calls, ElementsAre("finish"));
 }
 
 TEST_F(AgentKeeper, AnAgentThatCannotBeSeenIsNotTakenForDead)
