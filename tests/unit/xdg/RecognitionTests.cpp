@@ -1,91 +1,16 @@
 // Which application a process is: one row a case, facts in, an id out. The entries are those of
 // real desktops; no process and no file is needed.
-#include "linux/xdg/Catalogue.h"
+#include "RecognitionDesktop.h"
 
+#include <algorithm>
 #include <map>
 #include <ostream>
 
 #include <gtest/gtest.h>
 
+using namespace xdg_tests;
+
 namespace {
-
-using Words = std::vector<std::string>;
-using Kind = xdg::ExecutionKey::Kind;
-
-constexpr auto PYTHON = "/usr/bin/python3.11";
-constexpr auto DASH = "/usr/bin/dash";
-constexpr auto BASH = "/usr/bin/bash";
-constexpr auto LOADER = "/usr/lib/x86_64-linux-gnu/ld-linux-x86-64.so.2";
-constexpr auto SOFFICE = "/usr/lib/libreoffice/program/soffice";
-constexpr auto JAVA = "/usr/lib/jvm/java-17-openjdk-amd64/bin/java";
-
-xdg::ExecutionKey executable(const std::string& path, Words fixed = {})
-{
-    return {Kind::Executable, path, std::move(fixed), false, ""};
-}
-
-xdg::ExecutionKey script(const std::string& path, Words fixed = {})
-{
-    return {Kind::Script, path, std::move(fixed), false, ""};
-}
-
-xdg::ExecutionKey shared(const std::string& path, Words fixed, const std::string& invokedAs = "")
-{
-    return {Kind::Executable, path, std::move(fixed), true, invokedAs};
-}
-
-/// How an application stands on the desktop of the tests.
-struct Entry
-{
-    std::string id;
-    std::vector<xdg::ExecutionKey> keys;
-    bool shown = true;
-    bool chosen = false;
-    bool homemade = false;
-};
-
-std::vector<Entry> desktopEntries()
-{
-    return {
-        {"chromium", {script("/usr/bin/chromium")}},
-        {"org.gnome.Maps", {shared("/usr/bin/flatpak", {"run", "org.gnome.Maps"})}},
-        {"debian-uxterm", {script("/usr/bin/uxterm")}},
-        {"debian-xterm", {executable("/usr/bin/xterm")}},
-        {"firefox-esr", {executable("/usr/lib/firefox-esr/firefox-esr")}},
-        {"firefox_firefox", {shared("/usr/bin/snap", {}, "firefox")}},
-        {"galculator", {executable("/usr/bin/galculator")}},
-        {"gnome-system-monitor", {executable("/usr/bin/gnome-system-monitor")}},
-        {"gnome-system-monitor-kde", {executable("/usr/bin/gnome-system-monitor")}, false},
-        {"jar-tool", {script("/opt/tool/tool.jar")}},
-        {"libreoffice-calc", {script(SOFFICE, {"--calc"})}},
-        {"libreoffice-startcenter", {script(SOFFICE)}},
-        {"libreoffice-writer", {script(SOFFICE, {"--writer"})}},
-        {"org.gnome.Calculator", {executable("/usr/bin/gnome-calculator")}},
-        {"org.gnome.Characters", {script("/usr/share/org.gnome.Characters/org.gnome.Characters")}},
-        {"org.gnome.Evince", {executable("/usr/bin/evince")}},
-        {"org.gnome.Meld", {script("/usr/bin/meld")}},
-        {"org.gnome.Terminal",
-         {executable("/usr/bin/gnome-terminal"), executable("/usr/libexec/gnome-terminal-server")}},
-        {"org.gnome.Terminal.Preferences",
-         {executable("/usr/bin/gnome-terminal", {"--preferences"})},
-         false},
-        {"org.keepassxc.KeePassXC", {executable("/usr/bin/keepassxc")}},
-        {"org.videolan.VLC", {shared("/usr/bin/flatpak", {"run", "org.videolan.VLC"})}},
-        {"pdf-from-wine", {shared("/usr/bin/wine", {"/home/u/pdf.exe"})}},
-        {"thunar", {executable("/usr/bin/thunar")}},
-        {"thunar-bulk-rename", {executable("/usr/bin/thunar", {"--bulk-rename"})}, false},
-        {"twin-a", {executable("/usr/bin/twin")}},
-        {"twin-b", {executable("/usr/bin/twin")}},
-        {"wrapped", {executable("/opt/wrapped/bin/wrapped")}},
-        // The user's own: a profile of the terminal, and entries meant to hide chosen applications.
-        {"zz-hides-keepassxc",
-         {executable("/usr/bin/keepassxc", {"--minimized"})},
-         true,
-         false,
-         true},
-        {"zz-own-profile", {executable("/usr/bin/xterm", {"-T", "work"})}, true, false, true},
-    };
-}
 
 struct Case
 {
@@ -405,86 +330,3 @@ INSTANTIATE_TEST_SUITE_P(
     ),
     NAME_OF
 );
-
-namespace {
-
-xdg::Catalogue catalogueWith(std::vector<xdg::InstalledApplication> applications)
-{
-    return xdg::Catalogue(
-        {.applications = std::move(applications), .interpreters = {PYTHON}, .searchFolders = {}},
-        [](const auto&, const auto&) { return 0U; }
-    );
-}
-
-xdg::InstalledApplication applicationOf(const std::string& id, xdg::ExecutionKey key)
-{
-    xdg::InstalledApplication application;
-    application.entry.id = id;
-    application.keys = {std::move(key)};
-    return application;
-}
-
-proc::ProcessFacts process(const std::string& executable, Words arguments)
-{
-    proc::ProcessFacts facts;
-    facts.executable = executable;
-    facts.arguments = std::move(arguments);
-    return facts;
-}
-
-} // namespace
-
-TEST(Learning, ProgramBehindAWrapperIsLearned)
-{
-    const auto catalogue = catalogueWith({applicationOf("foo", script("/usr/bin/foo"))});
-
-    const auto key = catalogue.keyToLearn(process("/opt/foo/real", {"real"}), "foo");
-
-    ASSERT_TRUE(key.has_value());
-    EXPECT_EQ(*key, executable("/opt/foo/real"));
-}
-
-TEST(Learning, ScriptIsLearnedAndNeverItsInterpreter)
-{
-    const auto catalogue = catalogueWith({applicationOf("foo", script("/usr/bin/foo"))});
-
-    EXPECT_EQ(
-        *catalogue.keyToLearn(process(PYTHON, {"python3", "/opt/foo/main.py"}), "foo"),
-        script("/opt/foo/main.py")
-    );
-    EXPECT_FALSE(catalogue.keyToLearn(process(PYTHON, {"python3", "main.py"}), "foo").has_value());
-    EXPECT_FALSE(catalogue.keyToLearn(process(PYTHON, {"python3", "-m", "foo"}), "foo").has_value()
-    );
-    EXPECT_FALSE(catalogue.keyToLearn(process("/usr/bin/bwrap", {"bwrap"}), "foo").has_value());
-    EXPECT_FALSE(catalogue.keyToLearn(process(LOADER, {"ld.so", "/opt/x"}), "foo").has_value());
-}
-
-TEST(Learning, NothingIsLearnedWhereItWouldTellTooLittle)
-{
-    const auto catalogue = catalogueWith(
-        {applicationOf("bar", executable("/usr/bin/bar")),
-         applicationOf("calc", script(SOFFICE, {"--calc"})),
-         applicationOf("foo", executable("/usr/bin/foo")),
-         applicationOf("writer", script(SOFFICE, {"--writer"}))}
-    );
-
-    EXPECT_FALSE(catalogue.keyToLearn(process("/usr/bin/bar", {"bar"}), "foo").has_value());
-    EXPECT_FALSE(catalogue.keyToLearn(process("/opt/soffice.bin", {"x"}), "calc").has_value())
-        << "its siblings execute the same";
-    EXPECT_FALSE(catalogue.keyToLearn(process("", {"foo"}), "foo").has_value());
-    EXPECT_FALSE(catalogue.keyToLearn(process("/opt/x", {"x"}), "unknown").has_value());
-}
-
-TEST(Sharing, ApplicationsOfOneFileShareTheirProgram)
-{
-    const auto catalogue = catalogueWith(
-        {applicationOf("calc", script(SOFFICE, {"--calc"})),
-         applicationOf("foo", executable("/usr/bin/foo")),
-         applicationOf("writer", script(SOFFICE, {"--writer"}))}
-    );
-
-    EXPECT_TRUE(catalogue.shareProgram("calc", "writer"));
-    EXPECT_TRUE(catalogue.shareProgram("writer", "calc"));
-    EXPECT_FALSE(catalogue.shareProgram("calc", "foo"));
-    EXPECT_FALSE(catalogue.shareProgram("calc", "unknown"));
-}

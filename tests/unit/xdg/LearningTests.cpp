@@ -1,0 +1,90 @@
+// What is learned of processes that show the windows of an application, and what applications
+// share.
+#include "RecognitionDesktop.h"
+
+#include <gtest/gtest.h>
+
+using namespace xdg_tests;
+
+namespace {
+
+xdg::Catalogue catalogueWith(std::vector<xdg::InstalledApplication> applications)
+{
+    return xdg::Catalogue(
+        {.applications = std::move(applications), .interpreters = {PYTHON}, .searchFolders = {}},
+        [](const auto&, const auto&) { return 0U; }
+    );
+}
+
+xdg::InstalledApplication applicationOf(const std::string& id, xdg::ExecutionKey key)
+{
+    xdg::InstalledApplication application;
+    application.entry.id = id;
+    application.keys = {std::move(key)};
+    return application;
+}
+
+proc::ProcessFacts process(const std::string& executable, Words arguments)
+{
+    proc::ProcessFacts facts;
+    facts.executable = executable;
+    facts.arguments = std::move(arguments);
+    return facts;
+}
+
+} // namespace
+
+TEST(Learning, ProgramBehindAWrapperIsLearned)
+{
+    const auto catalogue = catalogueWith({applicationOf("foo", script("/usr/bin/foo"))});
+
+    const auto key = catalogue.keyToLearn(process("/opt/foo/real", {"real"}), "foo");
+
+    ASSERT_TRUE(key.has_value());
+    EXPECT_EQ(*key, executable("/opt/foo/real"));
+}
+
+TEST(Learning, ScriptIsLearnedAndNeverItsInterpreter)
+{
+    const auto catalogue = catalogueWith({applicationOf("foo", script("/usr/bin/foo"))});
+
+    EXPECT_EQ(
+        *catalogue.keyToLearn(process(PYTHON, {"python3", "/opt/foo/main.py"}), "foo"),
+        script("/opt/foo/main.py")
+    );
+    EXPECT_FALSE(catalogue.keyToLearn(process(PYTHON, {"python3", "main.py"}), "foo").has_value());
+    EXPECT_FALSE(catalogue.keyToLearn(process(PYTHON, {"python3", "-m", "foo"}), "foo").has_value()
+    );
+    EXPECT_FALSE(catalogue.keyToLearn(process("/usr/bin/bwrap", {"bwrap"}), "foo").has_value());
+    EXPECT_FALSE(catalogue.keyToLearn(process(LOADER, {"ld.so", "/opt/x"}), "foo").has_value());
+}
+
+TEST(Learning, NothingIsLearnedWhereItWouldTellTooLittle)
+{
+    const auto catalogue = catalogueWith(
+        {applicationOf("bar", executable("/usr/bin/bar")),
+         applicationOf("calc", script(SOFFICE, {"--calc"})),
+         applicationOf("foo", executable("/usr/bin/foo")),
+         applicationOf("writer", script(SOFFICE, {"--writer"}))}
+    );
+
+    EXPECT_FALSE(catalogue.keyToLearn(process("/usr/bin/bar", {"bar"}), "foo").has_value());
+    EXPECT_FALSE(catalogue.keyToLearn(process("/opt/soffice.bin", {"x"}), "calc").has_value())
+        << "its siblings execute the same";
+    EXPECT_FALSE(catalogue.keyToLearn(process("", {"foo"}), "foo").has_value());
+    EXPECT_FALSE(catalogue.keyToLearn(process("/opt/x", {"x"}), "unknown").has_value());
+}
+
+TEST(Sharing, ApplicationsOfOneFileShareTheirProgram)
+{
+    const auto catalogue = catalogueWith(
+        {applicationOf("calc", script(SOFFICE, {"--calc"})),
+         applicationOf("foo", executable("/usr/bin/foo")),
+         applicationOf("writer", script(SOFFICE, {"--writer"}))}
+    );
+
+    EXPECT_TRUE(catalogue.shareProgram("calc", "writer"));
+    EXPECT_TRUE(catalogue.shareProgram("writer", "calc"));
+    EXPECT_FALSE(catalogue.shareProgram("calc", "foo"));
+    EXPECT_FALSE(catalogue.shareProgram("calc", "unknown"));
+}
