@@ -32,7 +32,7 @@ void InputCapture::begin()
         return;
     }
     active = true;
-    failures = 0;
+    missing = false;
     reportedMissing = false;
     missingSince = Clock::now();
     findDevices();
@@ -140,21 +140,33 @@ void InputCapture::grabAll()
 void InputCapture::noteResult(Clock::time_point now)
 {
     if (complete()) {
-        failures = 0;
+        missing = false;
         nextAttempt = now + CONFIRMATION;
         return;
     }
-    if (failures == 0) {
+    if (!std::exchange(missing, true)) {
         missingSince = now;
+        nextEscape = now + BEFORE_ESCAPE;
+        escapes = 0;
     }
-    ++failures;
-    nextAttempt = now + RETRY;
-    const int beyond = failures - FAILURES_BEFORE_ESCAPE;
-    if (!devices.empty() && !keyboardsHeld && beyond >= 0 &&
-        beyond % FAILURES_BETWEEN_ESCAPES == 0) {
-        pressEscape();
-        nextAttempt = now + AFTER_ESCAPE;
+    // Who holds the pointer alone would not hear of it: the keyboard is held here by then.
+    if (!devices.empty() && !keyboardsHeld && now >= nextEscape) {
+        askToLetGo(now);
     }
+    nextAttempt = now + (now < hasteUntil ? AFTER_ESCAPE : RETRY);
+}
+
+void InputCapture::askToLetGo(Clock::time_point now)
+{
+    pressEscape();
+    ++escapes;
+    nextEscape = now;
+    if (escapes < EARLY_ESCAPES) {
+        nextEscape += BETWEEN_ESCAPES;
+    } else {
+        nextEscape += BETWEEN_LATER_ESCAPES;
+    }
+    hasteUntil = now + HASTE;
 }
 
 void InputCapture::reportResult(Clock::time_point now)

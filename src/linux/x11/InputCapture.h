@@ -1,8 +1,9 @@
 // Holds every keyboard and every pointer of the session for this connection, from `begin` to `end`.
 // A grab counts only when the server said so; what another program holds is tried again every
-// 100 ms, and after ten failures a synthetic Escape closes the menu that may hold it. Held grabs
-// are asked for again twice a second, since they can be lost. One line is reported when the capture
-// has been incomplete for a second, and one when it then came. Used by one thread.
+// 100 ms, and after the first of these a synthetic Escape closes the menu that may hold the
+// keyboard, a few more the menus around it. Held grabs are asked for again twice a second, since
+// they can be lost. One line is reported when the capture has been incomplete for a second, and one
+// when it then came. Used by one thread.
 #pragma once
 
 #include "linux/x11/Connection.h"
@@ -28,8 +29,12 @@ public:
     static constexpr std::chrono::milliseconds AFTER_ESCAPE{20};
     static constexpr std::chrono::milliseconds AFTER_HINT{10};
     static constexpr std::chrono::seconds PATIENCE{1};
-    static constexpr int FAILURES_BEFORE_ESCAPE = 10;
-    static constexpr int FAILURES_BETWEEN_ESCAPES = 20;
+    /// As long as a key may still be down that started the application.
+    static constexpr std::chrono::milliseconds BEFORE_ESCAPE{100};
+    static constexpr std::chrono::milliseconds BETWEEN_ESCAPES{200};
+    static constexpr std::chrono::seconds BETWEEN_LATER_ESCAPES{2};
+    static constexpr int EARLY_ESCAPES = 4;
+    static constexpr std::chrono::milliseconds HASTE{100}; // after each Escape
 
     InputCapture(const Connection& connection, Report report);
 
@@ -58,6 +63,7 @@ private:
     void findDevices();
     void grabAll();
     void noteResult(Clock::time_point now);
+    void askToLetGo(Clock::time_point now);
     void reportResult(Clock::time_point now);
     void pressEscape() const;
 
@@ -67,11 +73,14 @@ private:
     bool active = false;
     bool keyboardsHeld = false;
     bool pointersHeld = false;
-    int failures = 0;
+    bool missing = false;
+    int escapes = 0; // while it is
     bool reportedMissing = false;
     Clock::time_point lastAttempt;
     Clock::time_point nextAttempt;
     Clock::time_point missingSince;
+    Clock::time_point nextEscape;
+    Clock::time_point hasteUntil;
 };
 
 } // namespace x11

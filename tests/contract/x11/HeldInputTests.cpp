@@ -37,6 +37,22 @@ TEST_F(HeldInput, AnOpenMenuThatHoldsTheKeyboardIsClosedByEscape)
     std::cout << "captured " << taken.count() << " s after the lock came over a menu\n";
     EXPECT_FALSE(menu.holds());
     EXPECT_EQ(1, menu.keysSeen());
+    EXPECT_LT(taken.count(), 0.8);
+}
+
+TEST_F(HeldInput, MenusWithinMenusAreClosedOneByOne)
+{
+    HoldingClient menu(display, 3);
+    lock();
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_TRUE(world.mainLoop.runUntil([&] {
+        menu.turn();
+        return world.guard.captured();
+    }));
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    std::cout << "captured " << taken.count() << " s after the lock came over three menus\n";
+    EXPECT_EQ(3, menu.keysSeen());
+    EXPECT_LT(taken.count(), 1.5);
 }
 
 TEST_F(HeldInput, TheEscapeIsNotTakenForAKeyOfTheUser)

@@ -13,8 +13,10 @@
 class HoldingClient
 {
 public:
-    /// Throws when it does not get them.
-    explicit HoldingClient(const std::string& display) : connection(display)
+    /// Throws when it does not get them. Each of its menus is closed by an Escape.
+    explicit HoldingClient(const std::string& display, int menus = 1)
+        : connection(display),
+          menus(menus)
     {
         if (!desktop::grabInput(connection)) {
             throw desktop::Failure("the grabs are refused");
@@ -31,7 +33,7 @@ public:
                 ++keys;
                 const auto& press =
                     *static_cast<const xcb_key_press_event_t*>(static_cast<void*>(event.get()));
-                if (isEscape(press.detail)) {
+                if (isEscape(press.detail) && --menus == 0) {
                     letGo();
                 }
             }
@@ -61,6 +63,7 @@ private:
     }
 
     desktop::XConnection connection;
+    int menus;
     bool holding = true;
     int keys = 0;
 };

@@ -50,6 +50,28 @@ TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStart)
     EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
 }
 
+TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStartOverAnOpenMenu)
+{
+    watch({TERMINAL});
+    desktop::ChildProcess mousepad = session->desk.start({"mousepad"});
+    ASSERT_TRUE(session->waitForLine("Did start: Mousepad") && getsFocus(mousepad));
+    const std::size_t before = session->desk.windows().viewableTopLevels().size();
+    session->desk.input().press(desktop::KEY_F10);
+    ASSERT_TRUE(desktop::waitUntil(
+        [&] { return session->desk.windows().viewableTopLevels().size() > before; }, PATIENCE
+    ));
+    desktop::Typist typist(session->desk.server().displayName(), 'x');
+    ASSERT_TRUE(typist.waitForMore(1));
+
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(locks() && xterm.waitUntilItListens() && typist.waitForMore(50));
+    typist.stop();
+
+    ASSERT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
+    session->desk.input().type("after");
+    EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
+}
+
 TEST_F(Lock, GivesAnEditorNoneOfTheKeysTypedFromItsStart)
 {
     watch({"org.xfce.mousepad"});

@@ -17,6 +17,7 @@ inline constexpr std::uint32_t KEY_RETURN = 0xFF0D;
 inline constexpr std::uint32_t KEY_ESCAPE = 0xFF1B;
 inline constexpr std::uint32_t KEY_DOWN = 0xFF54;
 inline constexpr std::uint32_t KEY_F4 = 0xFFC1;
+inline constexpr std::uint32_t KEY_F10 = 0xFFC7;
 inline constexpr std::uint32_t KEY_SHIFT = 0xFFE1;
 inline constexpr std::uint32_t KEY_CONTROL = 0xFFE3;
 inline constexpr std::uint32_t KEY_DELETE = 0xFFFF;
