@@ -42,6 +42,7 @@ int main(int argc, char** argv)
 {
     process::StreamLog log;
     process::UnixProcessInfo processInfo(argc, argv);
+    // For the log and for the libraries; whatever starts programs gives them the usual one back.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 
     session::SessionInstance instance(session::AGENT);

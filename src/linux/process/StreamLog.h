@@ -1,6 +1,6 @@
 // The log on the two standard streams. Any thread may call; a line leaves in one write, a very long
-// one in several. A stream that is closed, broken or not read for 50 ms loses the line, and never
-// holds up or ends the process.
+// one in several. A stream that is closed, broken or not read for 50 ms loses the line; one that is
+// not read is not waited for again until it takes bytes. The process has to ignore SIGPIPE.
 #pragma once
 
 #include "platform/Log.h"
@@ -22,10 +22,16 @@ public:
     void diagnostic(std::string_view text) override;
 
 private:
-    void write(int descriptor, std::string_view text);
+    struct Stream
+    {
+        int descriptor;
+        bool isStuck = false; // it took nothing when it was last waited for
+    };
 
-    int outputDescriptor;
-    int errorDescriptor;
+    void write(Stream& stream, std::string_view text);
+
+    Stream output;
+    Stream error;
     std::mutex mutex;
 };
 

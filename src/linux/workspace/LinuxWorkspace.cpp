@@ -141,8 +141,9 @@ bool LinuxWorkspace::launchApplication(
         return true;
     }
     const BundleLauncher::Outcome outcome = launcher.launch(path, configuration);
-    if (outcome == BundleLauncher::Outcome::TooOften) {
+    if (outcome == BundleLauncher::Outcome::TooOften && retries.insert(path).second) {
         const platform::Block again = [=, this] {
+            retries.erase(path);
             launchApplication(path, options, configuration);
         };
         parts.timers.scheduleTimer(RETRY_SECONDS, false, unlessGone(again));

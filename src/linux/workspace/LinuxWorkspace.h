@@ -19,6 +19,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -93,6 +94,7 @@ private:
     Announcements announcements{records, observers};
     InstanceFeed feed;
     BundleLauncher launcher;
+    std::set<std::string> retries; // paths of what is to be launched once it may be again
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };
 

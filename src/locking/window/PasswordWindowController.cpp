@@ -93,8 +93,13 @@ void PasswordWindowController::followMainScreen()
     };
     QWidget* window = loadedWindow.get();
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window, follow);
-    for (const QScreen* screen : QGuiApplication::screens()) {
+    const auto followScreen = [follow, window](const QScreen* screen) {
         QObject::connect(screen, &QScreen::geometryChanged, window, follow);
+    };
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, window, followScreen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, window, follow);
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        followScreen(screen);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <csignal>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -36,13 +38,19 @@ public:
 
     void closeWriter() { closeEnd(1); }
 
+    void read(std::size_t count)
+    {
+        std::string part(count, ' ');
+        EXPECT_EQ(::read(ends[0], part.data(), count), static_cast<ssize_t>(count));
+    }
+
     /// Everything that was written, until no writer is left.
     std::string readAll()
     {
         std::string all;
         std::array<char, 4096> part{};
         ssize_t count = 0;
-        while ((count = read(ends[0], part.data(), part.size())) > 0) {
+        while ((count = ::read(ends[0], part.data(), part.size())) > 0) {
             all.append(part.data(), static_cast<std::size_t>(count));
         }
         return all;
@@ -127,8 +135,39 @@ TEST(StreamLog, ANameWithALineBreakDoesNotForgeASecondLine)
     EXPECT_EQ(output.readAll(), "Will start: Calc Terminated: Calc\n");
 }
 
+TEST(StreamLog, ANameWithOtherControlsHidesNothing)
+{
+    Pipe output;
+    process::StreamLog log(output.writer(), output.writer());
+    log.line("Will start: Calc\rDid start: \x1b[2KM\u00E4h\x7f\tx");
+    output.closeWriter();
+
+    EXPECT_EQ(output.readAll(), "Will start: Calc Did start:  [2KM\u00E4h \tx\n");
+}
+
+TEST(StreamLog, APipeThatNobodyReadsIsWaitedForOnceAndUsedAgainWhenItIsRead)
+{
+    constexpr int LINES = 40;
+    Pipe output;
+    const int size = fcntl(output.writer(), F_SETPIPE_SZ, 4096);
+    ASSERT_GT(size, 0);
+    process::StreamLog log(output.writer(), output.writer());
+    log.line(std::string(static_cast<std::size_t>(size) - 1, 'x'));
+    const auto begin = std::chrono::steady_clock::now();
+    for (int count = 0; count < LINES; ++count) {
+        log.line("no room for this one");
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+
+    output.read(static_cast<std::size_t>(size));
+    log.line("read again");
+    output.closeWriter();
+    EXPECT_EQ(output.readAll(), "read again\n");
+}
+
 TEST(StreamLog, SurvivesAReaderThatWentAway)
 {
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); // as the program does
     Pipe output;
     Pipe error;
     process::StreamLog log(output.writer(), error.writer());

@@ -252,6 +252,18 @@ TEST_F(PasswordWindowLook, IsTheSameAgainWhenTheScreenHasItsOldSizeAgain)
     EXPECT_EQ(places(), before);
 }
 
+TEST_F(PasswordWindowLook, MovesToTheMainScreenWhenTheToolkitLearnsOfAScreen)
+{
+    showOn(1280, 720);
+    fake.screens.list->front().frame = {1280, 0, 1280, 720};
+
+    emit qGuiApp->screenAdded(QGuiApplication::primaryScreen());
+    fake.dispatchQueues.runAll();
+    QCoreApplication::processEvents();
+
+    EXPECT_EQ(window().geometry(), QRect(1280, 0, 1280, 720));
+}
+
 TEST_F(PasswordWindowLook, NothingJumpsWhenTheErrorOrCapsLockAppears)
 {
     show();

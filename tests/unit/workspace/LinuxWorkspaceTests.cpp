@@ -520,3 +520,17 @@ TEST_F(LinuxWorkspace, ProgramThatRunsAlreadyIsNotStartedAgain)
     EXPECT_FALSE(desktop.launchApplication("/opt/Missing.app", platform::LAUNCH_DEFAULT, {}));
     EXPECT_EQ(reports.size(), 1U) << "what cannot be started is said";
 }
+
+TEST_F(LinuxWorkspace, ProgramThatIsStartedTooOftenIsTriedAgainOnceWhoeverAsks)
+{
+    start();
+    constexpr auto MISSING = "/opt/Missing.app";
+    const auto before = timers.timers.size();
+    for (std::size_t ask = 0; ask < workspace::BundleLauncher::STARTS_A_MINUTE + 5; ++ask) {
+        desktop.launchApplication(MISSING, platform::LAUNCH_DEFAULT, {});
+    }
+    EXPECT_EQ(timers.timers.size(), before + 1);
+
+    timers.fireAll();
+    EXPECT_EQ(timers.timers.size(), before + 2) << "it is still too often, and tried once more";
+}
