@@ -171,4 +171,21 @@ TEST_F(Services, AKeyringThatStaysClosedEndsTheAgent)
     EXPECT_TRUE(desktop::holdsFor([this] { return session->agents().empty(); }, 1s));
 }
 
+TEST_F(Services, AKeyringThatStaysClosedEndsTheHelperTooAndAsksNobodyAgain)
+{
+    openWithClosedKeyring();
+    desktop::ChildProcess helper = session->desk.start({AgentSession::helperPath()});
+    ASSERT_TRUE(keyringAsks());
+    EXPECT_EQ(session->agents().size(), 1U);
+
+    session->desk.input().press(desktop::KEY_ESCAPE);
+
+    EXPECT_EQ(helper.waitForExitStatus(PATIENCE), 0);
+    const auto isQuiet = [this] {
+        return session->agents().empty() && session->desk.windows().managed().empty();
+    };
+    EXPECT_TRUE(desktop::waitUntil(isQuiet, PATIENCE));
+    EXPECT_TRUE(desktop::holdsFor(isQuiet, 1s));
+}
+
 } // namespace agent

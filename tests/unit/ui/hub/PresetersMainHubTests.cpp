@@ -1,12 +1,47 @@
 // The four routes of the hub.
 #include "PresetersMainHubTest.h"
 
+#include <QApplication>
+#include <QEvent>
+
+#include <algorithm>
 #include <array>
 #include <functional>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using PresetersMainHub = PresetersMainHubTest;
+
+/// In which order windows come and go while it lives.
+class WindowChronicle : public QObject
+{
+public:
+    WindowChronicle() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show || event->type() == QEvent::Hide) {
+            events.emplace_back(object, event->type());
+        }
+        return false;
+    }
+
+    /// Of the first such event; `count` when there was none.
+    [[nodiscard]] std::size_t position(const QObject& window, QEvent::Type type) const
+    {
+        const auto found = std::find(events.begin(), events.end(), Entry(&window, type));
+        return static_cast<std::size_t>(found - events.begin());
+    }
+
+    [[nodiscard]] std::size_t count() const { return events.size(); }
+
+private:
+    using Entry = std::pair<const QObject*, QEvent::Type>;
+
+    std::vector<Entry> events;
+};
 
 } // namespace
 
@@ -133,6 +168,18 @@ TEST_F(PresetersMainHub, TheGreetingLeadsToThePreferencesAndIsClosedFirst)
     EXPECT_FALSE(greeting().isVisible());
     EXPECT_TRUE(preferences().isVisible());
     EXPECT_EQ(hub->greetingsWindowPresenter.get(), greeter); // kept
+}
+
+TEST_F(PresetersMainHub, TheGreetingIsGoneBeforeThePreferencesAppear)
+{
+    present();
+    WindowChronicle chronicle;
+    click(greeting(), "setupPasswordButton");
+
+    const std::size_t gone = chronicle.position(greeting(), QEvent::Hide);
+    const std::size_t there = chronicle.position(preferences(), QEvent::Show);
+    ASSERT_LT(there, chronicle.count());
+    EXPECT_LT(gone, there);
 }
 
 TEST_F(PresetersMainHub, ThePopoversWayToThePreferencesClosesTheGreetingToo)
