@@ -54,9 +54,29 @@ ApplicationsLockerCentralService::ApplicationsLockerCentralService(
     : configurationAndPreferencesService(configurationAndPreferencesService),
       lockWindowFactory(std::move(lockWindowFactory))
 {
-    configurationAndPreferencesService.addOnConfigurationChangeEvent([this] { settingsChanged(); });
+    using Service = ApplicationsLockerCentralService;
+    configurationAndPreferencesService.addOnConfigurationChangeEvent(
+        whileAlive(&Service::settingsChanged)
+    );
     lastScreensCount = screensCount().value_or(0);
     refreshSettings();
+}
+
+ApplicationsLockerCentralService::~ApplicationsLockerCentralService()
+{
+    if (monitoringServiceStarted) {
+        applicationsMonitorService.stopService();
+    }
+}
+
+std::function<void()>
+ApplicationsLockerCentralService::whileAlive(void (ApplicationsLockerCentralService::*step)())
+{
+    return [this, step, alive = std::weak_ptr(lifetime)] {
+        if (!alive.expired()) {
+            (this->*step)();
+        }
+    };
 }
 
 void ApplicationsLockerCentralService::start()
@@ -76,10 +96,11 @@ void ApplicationsLockerCentralService::start()
         applicationTerminated(application);
     };
     applicationsMonitorService.onHelperTerminated = [this] { helperTerminated(); };
-    platform::current().timers.scheduleTimer(SCREENS_CHECK_SECONDS, true, [this] {
-        checkScreensChange();
-    });
-    platform::current().screens.observe([this] { screensMoved(); });
+    using Service = ApplicationsLockerCentralService;
+    platform::current().timers.scheduleTimer(
+        SCREENS_CHECK_SECONDS, true, whileAlive(&Service::checkScreensChange)
+    );
+    platform::current().screens.observe(whileAlive(&Service::screensMoved));
     restoreBlockedApplication();
     applicationsMonitorService.startService();
     systemApplicationsService.startHelperApplication();

@@ -1,7 +1,7 @@
 // The heart of the system: locks the screens when a protected application starts, and unlocks them
-// for the password. Main thread only. It lives as long as the process, since the settings service,
-// the monitor and a timer keep calling it. What it cannot do without stops the process, so that no
-// lock goes on in an unknown state.
+// for the password. Main thread only. It lives as long as the process, in which the settings
+// service, the monitor and a timer keep calling it; after its end nothing does. What it cannot do
+// without stops the process, so that no lock goes on in an unknown state.
 #pragma once
 
 #include "applications/ApplicationEntity.h"
@@ -13,6 +13,7 @@
 #include "storage/ConfigurationAndPreferencesService.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +35,7 @@ public:
     ApplicationsLockerCentralService& operator=(const ApplicationsLockerCentralService&) = delete;
     ApplicationsLockerCentralService(ApplicationsLockerCentralService&&) = delete;
     ApplicationsLockerCentralService& operator=(ApplicationsLockerCentralService&&) = delete;
-    ~ApplicationsLockerCentralService() = default;
+    ~ApplicationsLockerCentralService();
 
     /// Begins to monitor, where there is a password; otherwise the first change of the settings
     /// that finds one does.
@@ -44,6 +45,9 @@ public:
     void checkScreensChange();
 
 private:
+    /// Nothing once this service is gone.
+    std::function<void()> whileAlive(void (ApplicationsLockerCentralService::*step)());
+
     void refreshSettings();
     void settingsChanged();
     void restoreBlockedApplication();
@@ -82,6 +86,7 @@ public:
 private:
     std::optional<bool> ACTIVE;
     LockWindowFactory lockWindowFactory;
+    std::shared_ptr<bool> lifetime = std::make_shared<bool>(true);
 };
 
 } // namespace locking

@@ -160,6 +160,23 @@ TEST_F(CentralService, WhatAnAgentLeftBlockedItsSuccessorLocksAgain)
     EXPECT_EQ(mark(), std::nullopt);
 }
 
+TEST_F(CentralService, NothingIsLeftBehindByAServiceThatIsGone)
+{
+    begin();
+    service.reset();
+    forgetWhatHappened();
+
+    platform.workspace.startLaunching(alpha);
+    connectScreens(2);
+    platform.screens.arrange({{fakes::FakeScreens::screen(1), fakes::FakeScreens::screen(0)}});
+    platform.timers.fireAll();
+    touchSettings();
+
+    EXPECT_THAT(platform.log.lines, testing::IsEmpty());
+    EXPECT_EQ(lockWindows.count, 0);
+    EXPECT_EQ(platform.windows.visibleCount(), 0);
+}
+
 TEST_F(CentralService, TheHelperIsStartedAgainWhenItEnds)
 {
     begin();
