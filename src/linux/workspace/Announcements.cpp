@@ -10,6 +10,15 @@ namespace {
 using platform::RunningApplication;
 using platform::WorkspaceNotificationName;
 
+bool isSame(
+    const std::optional<RunningApplication>& one, const std::optional<RunningApplication>& other
+)
+{
+    return one.has_value() == other.has_value() &&
+           (!one.has_value() || (one->processIdentifier == other->processIdentifier &&
+                                 one->bundleIdentifier == other->bundleIdentifier));
+}
+
 } // namespace
 
 Announcements::Announcements(const ApplicationRecords& records, Observers& observers)
@@ -49,9 +58,7 @@ void Announcements::activeChanged(const InstancePtr& instance)
 {
     const std::optional<RunningApplication> next =
         instance == nullptr ? std::nullopt : std::optional(records.of(*instance));
-    const std::int32_t before = active.has_value() ? active->processIdentifier : 0;
-    const std::int32_t after = next.has_value() ? next->processIdentifier : 0;
-    if (before == after) {
+    if (isSame(active, next)) {
         return;
     }
     const std::optional<RunningApplication> previous = std::exchange(active, next);

@@ -14,12 +14,13 @@ namespace workspace {
 
 struct KnownApplication
 {
-    std::string identifier; // desktop-file id without ".desktop"
-    std::string name;       // in the user's language
-    std::string iconName;   // theme name or absolute path, may be empty
-    std::string bundlePath; // where the ports for bundles and files show it
-    std::string executable; // absolute path, empty where the entry names none
-    bool shown = true;      // the entry is meant to be shown, be it on another desktop
+    std::string identifier;  // desktop-file id without ".desktop"
+    std::string name;        // in the user's language
+    std::string iconName;    // theme name or absolute path, may be empty
+    std::string bundlePath;  // where the ports for bundles and files show it
+    std::string executable;  // absolute path, empty where the entry names none
+    bool shown = true;       // the entry is meant to be shown, be it on another desktop
+    bool background = false; // has nothing that a user would see: no entry, no item, no window
 };
 
 /// Empty for none.
@@ -34,6 +35,10 @@ public:
 
     /// The application that shows such windows.
     virtual KnownApplicationPtr ofWindow(const WindowFacts& facts) const = 0;
+
+    /// The protected application whose program, or script, the process executes a copy of. Reads
+    /// files.
+    virtual KnownApplicationPtr ofCopy(const proc::ProcessFacts& facts) const = 0;
 
     /// The installed application; for a role's identifier the preferred one that plays it.
     virtual KnownApplicationPtr withIdentifier(const std::string& identifier) const = 0;

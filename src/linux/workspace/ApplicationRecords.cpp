@@ -8,9 +8,11 @@ namespace {
 
 platform::ActivationPolicy policyOf(const Instance& instance)
 {
-    return instance.application->shown || instance.windowShown
-               ? platform::ActivationPolicy::Regular
-               : platform::ActivationPolicy::Accessory;
+    if (instance.application->shown || instance.windowShown) {
+        return platform::ActivationPolicy::Regular;
+    }
+    return instance.application->background ? platform::ActivationPolicy::Prohibited
+                                            : platform::ActivationPolicy::Accessory;
 }
 
 } // namespace

@@ -133,8 +133,8 @@ void InstanceFeed::wireWindows()
         parts.tracker.windowGone(window);
     };
     parts.windows->onLaunchHint = [this](const std::string& entry) { hinted(entry); };
-    parts.windows->onActiveProcessChanged = [this](pid_t process) {
-        activeProcessChanged(process);
+    parts.windows->onActiveChanged = [this](pid_t process, std::uint64_t window) {
+        activeChanged(process, window);
     };
 }
 
@@ -189,10 +189,10 @@ void InstanceFeed::take(const Sighting& sighting)
 void InstanceFeed::windowShown(const WindowFacts& window)
 {
     const pid_t pid = window.processIdentifier;
-    if (pid <= 0 || pid == getpid()) {
+    if (pid == getpid()) {
         return;
     }
-    const InstancePtr instance = instanceOfWindow(window);
+    const InstancePtr instance = pid > 0 ? instanceOfWindow(window) : instanceOfStray(window);
     if (instance == nullptr) {
         return;
     }
@@ -209,7 +209,7 @@ InstancePtr InstanceFeed::instanceOfWindow(const WindowFacts& window)
 {
     const pid_t pid = window.processIdentifier;
     InstancePtr host = parts.tracker.instanceOf(pid, parts.processes.ancestorsOf(pid));
-    const KnownApplicationPtr application = parts.applications.ofWindow(window);
+    const KnownApplicationPtr application = applicationOf(window, host);
     if (application == nullptr) {
         return host;
     }
@@ -219,6 +219,36 @@ InstancePtr InstanceFeed::instanceOfWindow(const WindowFacts& window)
     }
     InstancePtr own = parts.tracker.instanceWith(pid, application->identifier);
     return own != nullptr ? own : otherInstanceOfWindow(window, application, std::move(host));
+}
+
+/// By what the window says; where that is nothing, by what its process is a copy of.
+KnownApplicationPtr
+InstanceFeed::applicationOf(const WindowFacts& window, const InstancePtr& host) const
+{
+    const pid_t pid = window.processIdentifier;
+    const KnownApplicationPtr application = parts.applications.ofWindow(window);
+    if (application != nullptr || (host != nullptr && host->processes.contains(pid))) {
+        return application;
+    }
+    const std::optional<proc::ProcessFacts> facts = parts.processes.factsOf(pid);
+    return facts ? parts.applications.ofCopy(*facts) : nullptr;
+}
+
+/// A window whose process is nobody's here, such as that of a program on another machine: what it
+/// says about itself is all there is.
+InstancePtr InstanceFeed::instanceOfStray(const WindowFacts& window)
+{
+    const KnownApplicationPtr application = parts.applications.ofWindow(window);
+    if (application == nullptr) {
+        return nullptr;
+    }
+    InstancePtr known = parts.tracker.instanceWithoutProcess(application->identifier);
+    if (known != nullptr) {
+        return known;
+    }
+    const Sighting sighting{{}, application, {}, false, false};
+    return listening ? parts.tracker.startedByWindow(sighting)
+                     : parts.tracker.runningByWindow(sighting);
 }
 
 InstancePtr InstanceFeed::otherInstanceOfWindow(
@@ -263,14 +293,16 @@ void InstanceFeed::hinted(const std::string& entry) const
     }
 }
 
-void InstanceFeed::activeProcessChanged(pid_t process) const
+void InstanceFeed::activeChanged(pid_t process, std::uint64_t window) const
 {
-    if (onActiveChanged) {
-        onActiveChanged(
-            process == 0 ? nullptr
-                         : parts.tracker.instanceOf(process, parts.processes.ancestorsOf(process))
-        );
+    if (!onActiveChanged) {
+        return;
     }
+    InstancePtr instance = parts.tracker.instanceShowing(window);
+    if (instance == nullptr && process != 0) {
+        instance = parts.tracker.instanceOf(process, parts.processes.ancestorsOf(process));
+    }
+    onActiveChanged(instance);
 }
 
 std::vector<proc::ProcessFacts> InstanceFeed::survivorsOf(const Instance& instance) const

@@ -65,13 +65,15 @@ private:
     void take(const Sighting& sighting);
     void windowShown(const WindowFacts& window);
     InstancePtr instanceOfWindow(const WindowFacts& window);
+    KnownApplicationPtr applicationOf(const WindowFacts& window, const InstancePtr& host) const;
+    InstancePtr instanceOfStray(const WindowFacts& window);
     InstancePtr otherInstanceOfWindow(
         const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host
     );
     bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
     void learnFrom(pid_t pid, const KnownApplication& application) const;
     void hinted(const std::string& entry) const;
-    void activeProcessChanged(pid_t process) const;
+    void activeChanged(pid_t process, std::uint64_t window) const;
     std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
     bool isSame(const proc::ProcessFacts& facts, const Instance& instance) const;
     bool isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const;

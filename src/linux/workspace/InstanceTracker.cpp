@@ -143,6 +143,9 @@ InstancePtr InstanceTracker::add(const Sighting& sighting)
 
 void InstanceTracker::addProcess(Instance& instance, pid_t pid, std::uint64_t startTime) const
 {
+    if (pid == 0) {
+        return; // a window of nobody here
+    }
     instance.processes[pid] = startTime;
     call(onWatchWanted, pid, startTime);
 }
@@ -279,14 +282,13 @@ bool InstanceTracker::staysAsGuest(Instance& instance) const
 InstancePtr InstanceTracker::earlierThan(const Instance& instance, bool sameApplication) const
 {
     const std::string& identifier = instance.application->identifier;
-    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& other) {
-        const std::string& otherIdentifier = other->application->identifier;
-        return other->number < instance.number &&
+    return latestThat([&](const Instance& other) {
+        const std::string& otherIdentifier = other.application->identifier;
+        return other.number < instance.number &&
                (sameApplication
                     ? otherIdentifier == identifier
-                    : shareProgram && !other->guest && shareProgram(identifier, otherIdentifier));
+                    : shareProgram && !other.guest && shareProgram(identifier, otherIdentifier));
     });
-    return found == list.rend() ? nullptr : *found;
 }
 
 InstancePtr InstanceTracker::startedByWindow(const Sighting& sighting)
@@ -299,7 +301,7 @@ InstancePtr InstanceTracker::startedByWindow(const Sighting& sighting)
         return awaited;
     }
     InstancePtr instance = add(sighting);
-    instance->guest = shares;
+    instance->guest = shares || sighting.facts.pid == 0;
     announce(instance);
     return instance;
 }
@@ -308,7 +310,7 @@ InstancePtr InstanceTracker::runningByWindow(const Sighting& sighting)
 {
     const bool shares = isGuest(sighting);
     InstancePtr instance = add(sighting);
-    instance->guest = shares;
+    instance->guest = shares || sighting.facts.pid == 0;
     return instance;
 }
 
@@ -410,36 +412,58 @@ bool InstanceTracker::isAwaited(const Instance& instance) const
     return instance.awaited && now() - *instance.awaited <= LONGEST_START;
 }
 
-InstancePtr InstanceTracker::awaitedOf(const std::string& identifier) const
+InstancePtr InstanceTracker::latestThat(const std::function<bool(const Instance& instance)>& matches
+) const
 {
     const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
-        return instance->application->identifier == identifier && isAwaited(*instance);
+        return matches(*instance);
     });
     return found == list.rend() ? nullptr : *found;
+}
+
+InstancePtr InstanceTracker::awaitedOf(const std::string& identifier) const
+{
+    return latestThat([&](const Instance& instance) {
+        return instance.application->identifier == identifier && isAwaited(instance);
+    });
 }
 
 InstancePtr InstanceTracker::latestOf(const std::string& identifier) const
 {
-    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
-        return instance->application->identifier == identifier;
+    return latestThat([&](const Instance& instance) {
+        return instance.application->identifier == identifier;
     });
-    return found == list.rend() ? nullptr : *found;
 }
 
 InstancePtr InstanceTracker::instanceWith(pid_t pid, const std::string& identifier) const
 {
-    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
-        return instance->processes.contains(pid) && instance->application->identifier == identifier;
+    return latestThat([&](const Instance& instance) {
+        return instance.processes.contains(pid) && instance.application->identifier == identifier;
     });
-    return found == list.rend() ? nullptr : *found;
+}
+
+InstancePtr InstanceTracker::instanceWithoutProcess(const std::string& identifier) const
+{
+    return latestThat([&](const Instance& instance) {
+        return instance.processes.empty() && instance.application->identifier == identifier;
+    });
+}
+
+InstancePtr InstanceTracker::instanceLedBy(pid_t pid, const std::string& identifier) const
+{
+    return latestThat([&](const Instance& instance) {
+        return instance.leader.pid == pid && instance.application->identifier == identifier;
+    });
+}
+
+InstancePtr InstanceTracker::instanceShowing(std::uint64_t window) const
+{
+    return latestThat([&](const Instance& instance) { return instance.windows.contains(window); });
 }
 
 InstancePtr InstanceTracker::instanceOf(pid_t pid) const
 {
-    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
-        return instance->processes.contains(pid);
-    });
-    return found == list.rend() ? nullptr : *found;
+    return latestThat([&](const Instance& instance) { return instance.processes.contains(pid); });
 }
 
 InstancePtr InstanceTracker::instanceOf(pid_t pid, const std::vector<pid_t>& ancestors) const

@@ -86,7 +86,8 @@ public:
     void processEnded(pid_t pid, std::uint64_t startTime);
 
     /// The instance that shows such windows in the process, which is known as no part of one: a
-    /// start that is under way, or one that nothing announced.
+    /// start that is under way, or one that nothing announced. Without a process it ends with its
+    /// last window.
     InstancePtr startedByWindow(const Sighting& sighting);
     InstancePtr runningByWindow(const Sighting& sighting);
 
@@ -108,6 +109,15 @@ public:
 
     /// The same, or else that of the nearest ancestor which is part of one.
     InstancePtr instanceOf(pid_t pid, const std::vector<pid_t>& ancestors) const;
+
+    /// That of an application whose windows are all that is known of it.
+    InstancePtr instanceWithoutProcess(const std::string& identifier) const;
+
+    /// That of an application with this leading process, which is 0 for one without.
+    InstancePtr instanceLedBy(pid_t pid, const std::string& identifier) const;
+
+    /// The one that shows this window.
+    InstancePtr instanceShowing(std::uint64_t window) const;
 
     /// In order of appearance.
     const std::vector<InstancePtr>& instances() const { return list; }
@@ -132,6 +142,7 @@ private:
     bool isGuest(const Sighting& sighting) const;
     bool staysAsGuest(Instance& instance) const;
     bool isAwaited(const Instance& instance) const;
+    InstancePtr latestThat(const std::function<bool(const Instance& instance)>& matches) const;
     InstancePtr awaitedOf(const std::string& identifier) const;
     InstancePtr latestOf(const std::string& identifier) const;
     bool wasExpected(const Instance& instance) const;

@@ -110,15 +110,24 @@ bool LinuxWorkspace::activate(const RunningApplication& application, unsigned /*
     if (parts.windows == nullptr) {
         return false;
     }
-    if (parts.windows->bringForward(application.processIdentifier)) {
+    const pid_t process = application.processIdentifier;
+    InstancePtr instance =
+        tracker.instanceLedBy(process, application.bundleIdentifier.value_or(""));
+    if (instance == nullptr) {
+        instance = tracker.instanceOf(process);
+    }
+    // A process may show the windows of other applications, too.
+    if (instance != nullptr && parts.windows->bringForward(instance->windows)) {
         return true;
     }
-    const InstancePtr instance = tracker.instanceOf(application.processIdentifier);
+    if (parts.windows->bringForward(process)) {
+        return true;
+    }
     return instance != nullptr &&
            std::any_of(
                instance->processes.begin(),
                instance->processes.end(),
-               [this](const auto& process) { return parts.windows->bringForward(process.first); }
+               [this](const auto& entry) { return parts.windows->bringForward(entry.first); }
            );
 }
 

@@ -31,6 +31,7 @@ KnownApplicationPtr helperOf(const platform::Bundle& bundle)
         .bundlePath = path,
         .executable = BundleLauncher::executableOf(path),
         .shown = false,
+        .background = true,
     });
 }
 
@@ -56,6 +57,11 @@ KnownApplicationPtr OwnPrograms::ofProcess(const proc::ProcessFacts& facts) cons
 KnownApplicationPtr OwnPrograms::ofWindow(const WindowFacts& facts) const
 {
     return others.ofWindow(facts);
+}
+
+KnownApplicationPtr OwnPrograms::ofCopy(const proc::ProcessFacts& facts) const
+{
+    return others.ofCopy(facts);
 }
 
 KnownApplicationPtr OwnPrograms::withIdentifier(const std::string& identifier) const

@@ -15,6 +15,7 @@ public:
 
     KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override;
     KnownApplicationPtr ofWindow(const WindowFacts& facts) const override;
+    KnownApplicationPtr ofCopy(const proc::ProcessFacts& facts) const override;
     KnownApplicationPtr withIdentifier(const std::string& identifier) const override;
     KnownApplicationPtr ofEntry(const std::string& entry) const override;
     bool plays(const std::string& identifier, const std::string& role) const override;

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 
 #include <sys/types.h>
@@ -37,9 +38,9 @@ public:
     /// desktop entry.
     std::function<void(const std::string& entry)> onLaunchHint;
 
-    /// Another process is in front; 0 when none is. This process counts while one of its lock
-    /// windows has the focus.
-    std::function<void(pid_t processIdentifier)> onActiveProcessChanged;
+    /// Another window is in front, of this process; 0 and 0 when none is. This process counts while
+    /// one of its lock windows has the focus, then without a window.
+    std::function<void(pid_t processIdentifier, std::uint64_t window)> onActiveChanged;
 
     /// Starts to watch. Windows that are there already are reported first.
     virtual void start() = 0;
@@ -48,7 +49,10 @@ public:
     /// no window.
     virtual bool bringForward(pid_t processIdentifier) = 0;
 
-    /// The same for one window. The latest request counts.
+    /// The same with the most recently used one of these. False when none of them is shown.
+    virtual bool bringForward(const std::set<std::uint64_t>& windows) = 0;
+
+    /// The same for one window of any kind. The latest request counts.
     virtual void bringWindowForward(std::uint64_t window) = 0;
 };
 

@@ -43,23 +43,24 @@ void ClientWindows::noteUse(xcb_window_t window)
     }
 }
 
-xcb_window_t ClientWindows::latestOf(pid_t process) const
+xcb_window_t
+ClientWindows::latest(const std::function<bool(const workspace::WindowFacts& facts)>& matches) const
 {
-    const auto isOfProcess = [&](xcb_window_t window) {
+    const auto isOne = [&](xcb_window_t window) {
         const auto found = windows.find(window);
-        return found != windows.end() && found->second.processIdentifier == process;
+        return found != windows.end() && matches(found->second);
     };
-    const auto latest = std::find_if(used.rbegin(), used.rend(), isOfProcess);
+    const auto latest = std::find_if(used.rbegin(), used.rend(), isOne);
     if (latest != used.rend()) {
         return *latest;
     }
     const std::vector<xcb_window_t> stacked = stackedWindows();
-    const auto topmost = std::find_if(stacked.rbegin(), stacked.rend(), isOfProcess);
+    const auto topmost = std::find_if(stacked.rbegin(), stacked.rend(), isOne);
     if (topmost != stacked.rend()) {
         return *topmost;
     }
     const auto any = std::find_if(windows.begin(), windows.end(), [&](const auto& entry) {
-        return entry.second.processIdentifier == process;
+        return matches(entry.second);
     });
     return any != windows.end() ? any->first : XCB_NONE;
 }

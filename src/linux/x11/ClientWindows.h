@@ -30,8 +30,10 @@ public:
     /// The user turned to the window.
     void noteUse(xcb_window_t window);
 
-    /// The process's most recently used window, the topmost one where none was used, else XCB_NONE.
-    xcb_window_t latestOf(pid_t process) const;
+    /// The most recently used one of such windows, the topmost one where none was used, else
+    /// XCB_NONE.
+    xcb_window_t latest(const std::function<bool(const workspace::WindowFacts& facts)>& matches
+    ) const;
     pid_t processOf(xcb_window_t window) const;
 
     /// Whether a window manager runs. Asks the server.

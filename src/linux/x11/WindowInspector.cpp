@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 
+#include <unistd.h>
 #include <xcb/res.h>
 
 namespace x11 {
@@ -30,7 +32,16 @@ pid_t WindowInspector::processOf(xcb_window_t window) const
         return process;
     }
     const auto claimed = identifiers(window, desktop.atoms().wmPid, XCB_ATOM_CARDINAL);
-    return claimed.empty() ? 0 : static_cast<pid_t>(claimed.front());
+    return claimed.empty() || !isOfThisMachine(window) ? 0 : static_cast<pid_t>(claimed.front());
+}
+
+/// A number of another machine's process would be somebody else's here.
+bool WindowInspector::isOfThisMachine(xcb_window_t window) const
+{
+    std::array<char, HOST_NAME_MAX + 1> host{};
+    const std::string machine = text(window, XCB_ATOM_WM_CLIENT_MACHINE);
+    return machine.empty() || (::gethostname(host.data(), host.size() - 1) == 0 &&
+                               machine.substr(0, machine.find('\0')) == host.data());
 }
 
 workspace::WindowFacts WindowInspector::factsOf(xcb_window_t window) const

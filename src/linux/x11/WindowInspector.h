@@ -32,6 +32,7 @@ public:
 
 private:
     pid_t processByServer(xcb_window_t window) const;
+    bool isOfThisMachine(xcb_window_t window) const;
     bool hasUserType(xcb_window_t window) const;
     std::string text(xcb_window_t window, xcb_atom_t name) const;
 

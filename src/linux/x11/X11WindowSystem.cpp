@@ -74,7 +74,21 @@ void X11WindowSystem::start()
 
 bool X11WindowSystem::bringForward(pid_t processIdentifier)
 {
-    const xcb_window_t window = clients.latestOf(processIdentifier);
+    return bringFoundForward(clients.latest([processIdentifier](const workspace::WindowFacts& facts
+                                            ) {
+        return facts.processIdentifier == processIdentifier;
+    }));
+}
+
+bool X11WindowSystem::bringForward(const std::set<std::uint64_t>& windows)
+{
+    return bringFoundForward(clients.latest([&](const workspace::WindowFacts& facts) {
+        return windows.contains(facts.window);
+    }));
+}
+
+bool X11WindowSystem::bringFoundForward(xcb_window_t window)
+{
     if (window == XCB_NONE) {
         return false;
     }
@@ -153,7 +167,7 @@ void X11WindowSystem::lockFocusChanged(bool focused)
 {
     lockFocused = focused;
     if (focused) {
-        setActiveProcess(getpid());
+        setActive(getpid(), XCB_NONE);
     } else {
         readActiveWindow();
     }
@@ -192,7 +206,7 @@ xcb_window_t X11WindowSystem::activeWindow() const
 void X11WindowSystem::confirmThatNoneIsActive()
 {
     if (!lockFocused && activeWindow() == XCB_NONE) {
-        setActiveProcess(0);
+        setActive(0, XCB_NONE);
     }
 }
 
@@ -200,16 +214,19 @@ void X11WindowSystem::windowBecameActive(xcb_window_t window)
 {
     clients.noteUse(window);
     if (!lockFocused) {
-        setActiveProcess(clients.processOf(window));
+        setActive(clients.processOf(window), window);
     }
 }
 
-void X11WindowSystem::setActiveProcess(pid_t process)
+void X11WindowSystem::setActive(pid_t process, xcb_window_t window)
 {
-    if (std::exchange(activeProcess, process) == process) {
+    if (std::exchange(active, {process, window}) == std::pair(process, window)) {
         return;
     }
-    platform::call(onActiveProcessChanged, process);
+    const auto listener = onActiveChanged;
+    if (listener) {
+        listener(process, window);
+    }
 }
 
 void X11WindowSystem::activate(xcb_window_t window, xcb_timestamp_t time) const

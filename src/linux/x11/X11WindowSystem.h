@@ -10,6 +10,8 @@
 #include "platform/Timers.h"
 
 #include <memory>
+#include <set>
+#include <utility>
 
 namespace x11 {
 
@@ -26,6 +28,7 @@ public:
 
     void start() override;
     bool bringForward(pid_t processIdentifier) override;
+    bool bringForward(const std::set<std::uint64_t>& windows) override;
     void bringWindowForward(std::uint64_t window) override;
 
 private:
@@ -38,7 +41,8 @@ private:
     xcb_window_t activeWindow() const;
     void confirmThatNoneIsActive();
     void windowBecameActive(xcb_window_t window);
-    void setActiveProcess(pid_t process);
+    bool bringFoundForward(xcb_window_t window);
+    void setActive(pid_t process, xcb_window_t window);
     void activate(xcb_window_t window, xcb_timestamp_t time) const;
 
     X11Desktop& desktop;
@@ -50,7 +54,7 @@ private:
     xcb_window_t clock;                    // a window that is never shown
     xcb_window_t wantedInFront = XCB_NONE; // until the server's time is known
     bool lockFocused = false;
-    pid_t activeProcess = 0;
+    std::pair<pid_t, xcb_window_t> active; // what was told last
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
     X11Desktop::Subscription subscription;
 };

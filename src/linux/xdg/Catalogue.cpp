@@ -177,6 +177,25 @@ const InstalledApplication* Catalogue::ofWindow(const std::vector<std::string>& 
     return nullptr;
 }
 
+const InstalledApplication*
+Catalogue::ofCopy(ExecutionKey::Kind kind, const std::string& file) const
+{
+    const auto isOriginal = [&](const ExecutionKey& key) {
+        return !key.shared && key.kind == kind && isCopyOf(file, key.path);
+    };
+    const auto found =
+        std::find_if(applications.begin(), applications.end(), [&](const auto& application) {
+            return application.chosen &&
+                   std::any_of(application.keys.begin(), application.keys.end(), isOriginal);
+        });
+    return found == applications.end() ? nullptr : &*found;
+}
+
+bool Catalogue::runsOthers(const std::string& executable) const
+{
+    return identities.runsOthers(executable);
+}
+
 bool Catalogue::shareProgram(const std::string& id, const std::string& otherId) const
 {
     const InstalledApplication* one = find(id);

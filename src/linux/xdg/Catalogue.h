@@ -63,6 +63,13 @@ public:
     /// By one of the names that a window bears, the most telling first.
     [[nodiscard]] const InstalledApplication* ofWindow(const std::vector<std::string>& names) const;
 
+    /// The chosen application whose program, or script, the file is a copy of. Reads files.
+    [[nodiscard]] const InstalledApplication*
+    ofCopy(ExecutionKey::Kind kind, const std::string& file) const;
+
+    /// True for a program that runs others, and so tells nothing by itself.
+    [[nodiscard]] bool runsOthers(const std::string& executable) const;
+
     /// True when the two are executed from the same file.
     [[nodiscard]] bool shareProgram(const std::string& id, const std::string& otherId) const;
 

@@ -3,6 +3,7 @@
 #include "linux/descriptors/FileDescriptor.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -21,6 +22,27 @@ std::int64_t nanoseconds(const timespec& time)
 {
     constexpr std::int64_t A_SECOND = 1'000'000'000;
     return std::int64_t{time.tv_sec} * A_SECOND + time.tv_nsec;
+}
+
+/// As much of it as there is.
+std::string readPart(int file, off_t place, off_t length)
+{
+    std::string text(static_cast<std::size_t>(length), '\0');
+    std::size_t filled = 0;
+    while (filled < text.size()) {
+        const ssize_t size = ::pread(
+            file, text.data() + filled, text.size() - filled, place + static_cast<off_t>(filled)
+        );
+        if (size < 0 && errno == EINTR) {
+            continue;
+        }
+        if (size <= 0) {
+            break;
+        }
+        filled += static_cast<std::size_t>(size);
+    }
+    text.resize(filled);
+    return text;
 }
 
 } // namespace
@@ -67,20 +89,30 @@ std::optional<std::string> readText(const std::string& path)
         status.st_size > LARGEST_FILE) {
         return std::nullopt;
     }
-    std::string text(static_cast<std::size_t>(status.st_size), '\0');
-    std::size_t filled = 0;
-    while (filled < text.size()) {
-        const ssize_t size = ::read(file.get(), text.data() + filled, text.size() - filled);
-        if (size < 0 && errno == EINTR) {
-            continue;
-        }
-        if (size <= 0) {
-            break;
-        }
-        filled += static_cast<std::size_t>(size);
+    return readPart(file.get(), 0, status.st_size);
+}
+
+bool isCopyOf(const std::string& path, const std::string& otherPath)
+{
+    const std::optional<FileStamp> stamp = stampOf(path);
+    const std::optional<FileStamp> other = stampOf(otherPath);
+    if (!stamp || !other || stamp->size != other->size || stamp->size == 0) {
+        return false;
     }
-    text.resize(filled);
-    return text;
+    const descriptors::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const descriptors::FileDescriptor otherFile(
+        ::open(otherPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)
+    );
+    if (!file.isOpen() || !otherFile.isOpen()) {
+        return false;
+    }
+    const off_t part = std::min(stamp->size, LARGEST_FILE);
+    const std::array<off_t, 2> places{0, stamp->size - part};
+    return std::all_of(places.begin(), places.end(), [&](off_t place) {
+        const std::string text = readPart(file.get(), place, part);
+        return text.size() == static_cast<std::size_t>(part) &&
+               text == readPart(otherFile.get(), place, part);
+    });
 }
 
 FolderNames folderNames(const std::string& folder)

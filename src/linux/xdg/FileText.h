@@ -33,6 +33,9 @@ std::optional<FolderIdentity> identityOf(const std::string& folder);
 /// The text of a regular file of sensible size.
 std::optional<std::string> readText(const std::string& path);
 
+/// True for files of one size that agree in their first and their last megabyte, and are not empty.
+bool isCopyOf(const std::string& path, const std::string& otherPath);
+
 struct FolderNames
 {
     std::vector<std::string> files; // all that is no folder; sorted, as are the folders

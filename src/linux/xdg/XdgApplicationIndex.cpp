@@ -5,6 +5,7 @@
 #include "linux/xdg/XdgFileManager.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string_view>
 
 namespace xdg {
@@ -103,6 +104,20 @@ workspace::KnownApplicationPtr XdgApplicationIndex::ofWindow(const workspace::Wi
     return known(
         catalogue.current()->ofWindow({facts.applicationId, facts.windowClass, facts.instanceName})
     );
+}
+
+workspace::KnownApplicationPtr XdgApplicationIndex::ofCopy(const proc::ProcessFacts& facts) const
+{
+    const std::shared_ptr<const Catalogue> current = catalogue.current();
+    if (!current->runsOthers(facts.executable)) {
+        return known(current->ofCopy(ExecutionKey::Kind::Executable, facts.executable));
+    }
+    const auto script = scriptArgument(facts.executable, facts.arguments);
+    if (!script || isLoader(facts.executable)) {
+        return nullptr;
+    }
+    const std::filesystem::path path = std::filesystem::path(facts.workingDirectory) / *script;
+    return known(current->ofCopy(ExecutionKey::Kind::Script, path.string()));
 }
 
 workspace::KnownApplicationPtr XdgApplicationIndex::withIdentifier(const std::string& identifier

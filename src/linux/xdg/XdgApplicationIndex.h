@@ -27,6 +27,7 @@ public:
 
     workspace::KnownApplicationPtr ofProcess(const proc::ProcessFacts& facts) const override;
     workspace::KnownApplicationPtr ofWindow(const workspace::WindowFacts& facts) const override;
+    workspace::KnownApplicationPtr ofCopy(const proc::ProcessFacts& facts) const override;
     workspace::KnownApplicationPtr withIdentifier(const std::string& identifier) const override;
     workspace::KnownApplicationPtr ofEntry(const std::string& entry) const override;
     bool plays(const std::string& identifier, const std::string& role) const override;

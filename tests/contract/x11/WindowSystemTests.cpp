@@ -20,8 +20,11 @@ protected:
         world.windowSystem.onWindowShown = [this](const workspace::WindowFacts& facts) {
             shown.push_back(facts);
         };
-        world.windowSystem.onActiveProcessChanged = [this](pid_t process) {
-            active.push_back(process);
+        world.windowSystem.onActiveChanged = [this](pid_t process, std::uint64_t window) {
+            if (active.empty() || active.back() != process) {
+                active.push_back(process);
+            }
+            activeWindow = window;
         };
     }
 
@@ -44,6 +47,7 @@ protected:
     X11World world;
     std::vector<workspace::WindowFacts> shown;
     std::vector<pid_t> active;
+    std::uint64_t activeWindow = 0;
 };
 
 class Managed : public WindowSystemTest
@@ -205,6 +209,20 @@ TEST_F(Managed, BringsTheMostRecentlyUsedWindowOfAProcessForward)
     EXPECT_TRUE(world.windowSystem.bringForward(getpid()));
     ASSERT_TRUE(isActiveSoon(getpid()));
     EXPECT_EQ(third, world.session.windows().active());
+}
+
+TEST_F(Managed, BringsAWindowForwardThatIsNotTheLatestOfItsProcess)
+{
+    world.windowSystem.start();
+    ForeignWindows foreign(world.session.server().displayName());
+    const xcb_window_t wanted = showTyped(foreign, "_NET_WM_WINDOW_TYPE_NORMAL");
+    ASSERT_TRUE(soon([&] { return activeWindow == wanted; }));
+    const xcb_window_t latest = showTyped(foreign, "_NET_WM_WINDOW_TYPE_NORMAL");
+    ASSERT_TRUE(soon([&] { return activeWindow == latest; }));
+
+    EXPECT_TRUE(world.windowSystem.bringForward(std::set<std::uint64_t>{wanted}));
+    EXPECT_TRUE(soon([&] { return activeWindow == wanted; }));
+    EXPECT_FALSE(world.windowSystem.bringForward(std::set<std::uint64_t>{1}));
 }
 
 TEST_F(Managed, AProcessWithoutWindowsCannotBeBroughtForward)

@@ -31,6 +31,12 @@ public:
         return find([&](const auto& entry) { return entry.identifier == facts.windowClass; });
     }
 
+    KnownApplicationPtr ofCopy(const proc::ProcessFacts& facts) const override
+    {
+        const auto found = copies.find(facts.executable);
+        return found == copies.end() ? nullptr : withIdentifier(found->second);
+    }
+
     KnownApplicationPtr withIdentifier(const std::string& identifier) const override
     {
         return find([&](const auto& entry) { return entry.identifier == identifier; });
@@ -72,7 +78,8 @@ public:
     }
 
     std::map<std::string, std::string> roles;
-    std::set<std::string> shared; // all of these execute one file
+    std::set<std::string> shared;              // all of these execute one file
+    std::map<std::string, std::string> copies; // identifiers, by executable
     std::vector<std::string> learned;
 
 private:

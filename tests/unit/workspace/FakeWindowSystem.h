@@ -29,6 +29,18 @@ public:
         return has;
     }
 
+    bool bringForward(const std::set<std::uint64_t>& wanted) override
+    {
+        const auto found = std::find_if(windows.begin(), windows.end(), [&](const auto& window) {
+            return wanted.contains(window.window);
+        });
+        if (found == windows.end()) {
+            return false;
+        }
+        forwardWindows.push_back(found->window);
+        return true;
+    }
+
     void bringWindowForward(std::uint64_t window) override { forwardWindows.push_back(window); }
 
     void show(const WindowFacts& window)

@@ -399,9 +399,9 @@ TEST_F(LinuxWorkspace, ActivationIsReportedByApplicationOldOneFirst)
     exec(10, "mousepad");
     exec(20, "xterm");
     heard.clear();
-    windows.onActiveProcessChanged(10);
-    windows.onActiveProcessChanged(20);
-    windows.onActiveProcessChanged(0);
+    windows.onActiveChanged(10, 0);
+    windows.onActiveChanged(20, 0);
+    windows.onActiveChanged(0, 0);
 
     EXPECT_THAT(
         heard,
@@ -426,6 +426,111 @@ TEST_F(LinuxWorkspace, BringingForwardTriesEveryProcessOfTheInstance)
     EXPECT_THAT(windows.forward, ElementsAre(11));
     exec(20, "xterm");
     EXPECT_FALSE(desktop.activate(*desktop.runningApplication(20), 2));
+}
+
+TEST_F(LinuxWorkspace, WindowOfTheApplicationComesForwardWhereOneProcessIsSeveral)
+{
+    index.add(known("calc"));
+    index.add(known("writer"));
+    index.shared = {"calc", "writer"};
+    start();
+    exec(10, "writer");
+    windows.show({10, "writer", "writer", "", 1});
+    windows.show({10, "calc", "calc", "", 2});
+    ASSERT_EQ(desktop.runningApplications("calc").size(), 1U);
+
+    EXPECT_TRUE(desktop.activate(desktop.runningApplications("calc").front(), 2));
+    EXPECT_TRUE(desktop.activate(desktop.runningApplications("writer").front(), 2));
+    EXPECT_THAT(windows.forwardWindows, ElementsAre(2, 1));
+}
+
+TEST_F(LinuxWorkspace, ActivationIsOfTheApplicationWhoseWindowIsInFront)
+{
+    index.add(known("calc"));
+    index.add(known("writer"));
+    index.shared = {"calc", "writer"};
+    start();
+    exec(10, "writer");
+    windows.show({10, "writer", "writer", "", 1});
+    windows.show({10, "calc", "calc", "", 2});
+    heard.clear();
+    windows.onActiveChanged(10, 2);
+    windows.onActiveChanged(10, 1);
+
+    EXPECT_THAT(
+        heard, ElementsAre("did activate calc", "did deactivate calc", "did activate writer")
+    );
+}
+
+TEST_F(LinuxWorkspace, WindowOfACopyIsTheApplications)
+{
+    index.copies["/usr/bin/innocent"] = "mousepad";
+    start();
+    exec(10, "xterm");
+    processes.all.push_back(process(11, "innocent"));
+    processes.ancestors[11] = {10, 1};
+    heard.clear();
+    windows.show({11, "Innocent", "innocent", "", 1});
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+    EXPECT_THAT(index.learned, ElementsAre("/usr/bin/innocent is mousepad"));
+}
+
+TEST_F(LinuxWorkspace, WindowWithoutAProcessIsItsApplicationUntilItGoes)
+{
+    start();
+    windows.show({0, "mousepad", "mousepad", "", 1});
+    windows.show({0, "mousepad", "mousepad", "", 2});
+    windows.show({0, "Nobody", "nobody", "", 3});
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+    const auto running = desktop.runningApplications("mousepad");
+    ASSERT_EQ(running.size(), 1U);
+    EXPECT_TRUE(desktop.activate(running.front(), 2));
+    EXPECT_THAT(windows.forwardWindows, ElementsAre(1));
+    heard.clear();
+    windows.hide(1);
+    EXPECT_THAT(heard, IsEmpty());
+    windows.hide(2);
+
+    EXPECT_THAT(heard, ElementsAre("removed mousepad", "did terminate mousepad"));
+}
+
+TEST_F(LinuxWorkspace, WindowWithoutAProcessIsNoPartOfAnotherApplication)
+{
+    start();
+    windows.show({0, "mousepad", "mousepad", "", 1});
+    windows.show({0, "xterm", "xterm", "", 2});
+    exec(10, "mousepad");
+
+    EXPECT_EQ(desktop.runningApplications("mousepad").size(), 2U);
+    EXPECT_EQ(desktop.runningApplications("xterm").size(), 1U);
+}
+
+TEST_F(LinuxWorkspace, PolicyIsThatOfWhatAUserSees)
+{
+    start();
+    exec(10, "mousepad");
+    exec(20, "agentless");
+    exec(30, "xterm");
+    const auto policyOf = [this](pid_t pid) {
+        return desktop.runningApplication(pid)->activationPolicy;
+    };
+
+    EXPECT_EQ(policyOf(10), platform::ActivationPolicy::Regular);
+    EXPECT_EQ(policyOf(20), platform::ActivationPolicy::Accessory);
+    processes.exec(
+        {.pid = 40,
+         .parent = 1,
+         .startTime = 400,
+         .executable = "/opt/Tarvel.app/Contents/Library/LoginItems/OlvoHelper.app/OlvoHelper",
+         .arguments = {"OlvoHelper"}}
+    );
+    queues.runAll();
+    EXPECT_EQ(policyOf(40), platform::ActivationPolicy::Prohibited);
 }
 
 TEST_F(LinuxWorkspace, LostEventsAreMadeUpForByTheNextSnapshot)

@@ -197,6 +197,27 @@ TEST_F(CatalogueTest, ScriptIsKnownByItsFileAndNotByItsInterpreter)
     EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", "/opt/other.py"}), "");
 }
 
+TEST_F(CatalogueTest, EntryOfAnotherDesktopIsRecognisedAllTheSame)
+{
+    environment.desktops = {"KDE"};
+    add("foo.desktop", entry("Foo", "Exec=foo\nOnlyShowIn=GNOME;\n"));
+
+    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "foo");
+    EXPECT_TRUE(shownIds().empty());
+}
+
+TEST_F(CatalogueTest, ProgramBehindWrappersIsTheApplications)
+{
+    folder.copyProgram("/bin/true", "bin/java");
+    add("jar.desktop", entry("Jar", "Exec=env A=b java -Xmx1g -jar /opt/tool.jar %F\n"));
+    add("wrapped.desktop", entry("Wrapped", "Exec=sh -c \"exec nice foo --x\"\n"));
+
+    EXPECT_EQ(ofProcess(folder.path("bin/java"), {"java", "-jar", "/opt/tool.jar"}), "jar");
+    EXPECT_EQ(ofProcess(folder.path("bin/java"), {"java", "-jar", "/opt/other.jar"}), "");
+    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo", "--x"}), "wrapped");
+    EXPECT_EQ(ofProcess("/usr/bin/env", {"env"}), "");
+}
+
 TEST_F(CatalogueTest, EntryForTerminalsNeverClaimsAProgram)
 {
     add("foo.desktop", entry("Foo", "Exec=foo\nTerminal=true\n"));

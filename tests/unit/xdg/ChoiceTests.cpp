@@ -181,3 +181,32 @@ TEST_F(ChoiceTest, ApplicationThatIsInstalledAfterItWasChosenIsKept)
 
     EXPECT_EQ(choice.kept.count("later"), 1U);
 }
+
+TEST_F(ChoiceTest, CopyOfItsProgramOrScriptIsKnown)
+{
+    const std::string text = "#!/bin/sh\n:\n";
+    folder.write("bin/script", text);
+    std::filesystem::permissions(folder.path("bin/script"), std::filesystem::perms::owner_all);
+    addToSystem("script", "Name=Script\nExec=script\n");
+    folder.copyProgram("/bin/true", "innocent");
+    folder.copyProgram("/bin/ls", "other");
+    folder.write("copied", text);
+    folder.write("changed", "#!/bin/sh\n;\n");
+    using Kind = xdg::ExecutionKey::Kind;
+    const auto ofCopy = [this](Kind kind, const std::string& name) -> std::string {
+        const auto* found = catalogue->ofCopy(kind, folder.path(name));
+        return found == nullptr ? "" : found->entry.id;
+    };
+    choice.identifiers = {"foo", "script"};
+    build();
+
+    EXPECT_EQ(ofCopy(Kind::Executable, "innocent"), "foo");
+    EXPECT_EQ(ofCopy(Kind::Executable, "other"), "");
+    EXPECT_EQ(ofCopy(Kind::Executable, "missing"), "");
+    EXPECT_EQ(ofCopy(Kind::Script, "innocent"), "");
+    EXPECT_EQ(ofCopy(Kind::Script, "copied"), "script");
+    EXPECT_EQ(ofCopy(Kind::Script, "changed"), "");
+    choice.identifiers.emplace();
+    build();
+    EXPECT_EQ(ofCopy(Kind::Executable, "innocent"), "") << "its original is not chosen any more";
+}
