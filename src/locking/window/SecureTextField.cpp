@@ -1,7 +1,6 @@
 #include "locking/window/SecureTextField.h"
 
 #include "locking/window/PlainFieldStyle.h"
-#include "platform/Call.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -25,7 +24,7 @@ QColor whiteOf(double opacity)
 
 } // namespace
 
-SecureTextField::SecureTextField(QWidget* parent) : QLineEdit(parent)
+SecureTextField::SecureTextField(QWidget* parent) : EditingField(parent)
 {
     setEchoMode(QLineEdit::Password);
     setFrame(false);
@@ -35,7 +34,6 @@ SecureTextField::SecureTextField(QWidget* parent) : QLineEdit(parent)
     setAttribute(Qt::WA_MacShowFocusRect, false);
     useOwnColors();
 
-    connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
     connect(this, &QLineEdit::textChanged, this, [this] { restartBlinking(); });
     connect(this, &QLineEdit::cursorPositionChanged, this, [this] { restartBlinking(); });
     connect(this, &QLineEdit::selectionChanged, this, [this] { restartBlinking(); });
@@ -68,25 +66,6 @@ void SecureTextField::setCaretWidth(int width)
     update();
 }
 
-QVariant SecureTextField::inputMethodQuery(Qt::InputMethodQuery property) const
-{
-    return inputMethodQuery(property, QVariant());
-}
-
-QVariant
-SecureTextField::inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const
-{
-    switch (property) {
-    case Qt::ImSurroundingText:
-    case Qt::ImCurrentSelection:
-    case Qt::ImTextBeforeCursor:
-    case Qt::ImTextAfterCursor:
-        return {};
-    default:
-        return QLineEdit::inputMethodQuery(property, argument);
-    }
-}
-
 void SecureTextField::keyPressEvent(QKeyEvent* event)
 {
     // what goes with Alt or Meta is a command of the desktop and not typed, though it has a text
@@ -94,7 +73,7 @@ void SecureTextField::keyPressEvent(QKeyEvent* event)
         event->accept();
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    EditingField::keyPressEvent(event);
 }
 
 void SecureTextField::paintEvent(QPaintEvent* event)
@@ -106,7 +85,7 @@ void SecureTextField::paintEvent(QPaintEvent* event)
         painter.setBrush(whiteOf(GROUND_OPACITY));
         painter.drawRoundedRect(rect(), cornerRadius, cornerRadius);
     }
-    QLineEdit::paintEvent(event);
+    EditingField::paintEvent(event);
     if (caretShown && !hasSelectedText() && window()->focusWidget() == this) {
         paintCaret();
     }
@@ -136,20 +115,20 @@ void SecureTextField::restartBlinking()
 
 void SecureTextField::showEvent(QShowEvent* event)
 {
-    QLineEdit::showEvent(event);
+    EditingField::showEvent(event);
     restartBlinking();
 }
 
 void SecureTextField::hideEvent(QHideEvent* event)
 {
     blinking.stop();
-    QLineEdit::hideEvent(event);
+    EditingField::hideEvent(event);
 }
 
 void SecureTextField::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != blinking.timerId()) {
-        QLineEdit::timerEvent(event);
+        EditingField::timerEvent(event);
         return;
     }
     caretShown = !caretShown;
@@ -158,7 +137,7 @@ void SecureTextField::timerEvent(QTimerEvent* event)
 
 void SecureTextField::focusOutEvent(QFocusEvent* event)
 {
-    QLineEdit::focusOutEvent(event);
+    EditingField::focusOutEvent(event);
     endEditing(TextMovement::Other);
 }
 
@@ -166,11 +145,6 @@ bool SecureTextField::focusNextPrevChild(bool next)
 {
     endEditing(next ? TextMovement::Tab : TextMovement::Backtab);
     return true; // there is nowhere else to go
-}
-
-void SecureTextField::endEditing(TextMovement movement) const
-{
-    platform::call(onEndEditing, movement);
 }
 
 } // namespace locking

@@ -3,33 +3,21 @@
 // its window does: the captured keyboard types here, whoever the desktop says has the focus.
 #pragma once
 
-#include "toolkit/TextMovement.h"
+#include "toolkit/EditingField.h"
 
 #include <QBasicTimer>
-#include <QLineEdit>
-
-#include <functional>
 
 namespace locking {
 
-class SecureTextField : public QLineEdit
+class SecureTextField : public toolkit::EditingField
 {
     Q_OBJECT
 
 public:
     explicit SecureTextField(QWidget* parent = nullptr);
 
-    std::function<void(toolkit::TextMovement)> onEndEditing;
-
     void setCornerRadius(double radius);
     void setCaretWidth(int width);
-
-    /// Answers no question about the text itself.
-    QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
-
-    /// The same; the toolkit finds this one by its name.
-    Q_INVOKABLE QVariant
-    inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -44,7 +32,6 @@ private:
     void useOwnColors();
     void restartBlinking();
     void paintCaret();
-    void endEditing(toolkit::TextMovement movement) const;
 
     double cornerRadius = 0.0;
     int caretWidth = 1;

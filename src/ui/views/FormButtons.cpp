@@ -24,7 +24,9 @@ bool FormButtons::eventFilter(QObject* object, QEvent* event)
     if (key != Qt::Key_Return && key != Qt::Key_Enter) {
         return false;
     }
-    button->click();
+    if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) {
+        button->click();
+    }
     return true;
 }
 

@@ -90,7 +90,9 @@ void ImageButtonView::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        click();
+        if (!event->isAutoRepeat()) {
+            click(); // one that is held would go on to what takes the place of what it acted on
+        }
         return;
     default:
         QAbstractButton::keyPressEvent(event);
@@ -121,9 +123,13 @@ void ImageButtonView::paintEvent(QPaintEvent* /*event*/)
     if (hasFocus()) {
         // Two rings, so that one of them stands out from any ground.
         painter.setPen(Theme::TEXT);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), PADDING, PADDING);
+        painter.drawRoundedRect(
+            QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::RADIUS, Theme::RADIUS
+        );
         painter.setPen(Theme::ACCENT);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), PADDING, PADDING);
+        painter.drawRoundedRect(
+            QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), Theme::RADIUS, Theme::RADIUS
+        );
     }
     painter.setOpacity(isEnabled() ? alpha : FADED);
     icon().paint(&painter, rect().adjusted(PADDING, PADDING, -PADDING, -PADDING));

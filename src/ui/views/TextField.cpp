@@ -10,9 +10,8 @@ namespace ui {
 
 using toolkit::TextMovement;
 
-TextField::TextField(QWidget* parent) : QLineEdit(parent)
+TextField::TextField(QWidget* parent) : EditingField(parent)
 {
-    connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
     connect(this, &QLineEdit::textEdited, this, [this] { platform::call(onChange); });
 }
 
@@ -26,30 +25,9 @@ void TextField::setStringValue(const std::string& value)
     setText(QString::fromStdString(value));
 }
 
-QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property) const
-{
-    return inputMethodQuery(property, QVariant());
-}
-
-QVariant TextField::inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const
-{
-    if (echoMode() == QLineEdit::Normal) {
-        return QLineEdit::inputMethodQuery(property, argument);
-    }
-    switch (property) {
-    case Qt::ImSurroundingText:
-    case Qt::ImCurrentSelection:
-    case Qt::ImTextBeforeCursor:
-    case Qt::ImTextAfterCursor:
-        return QString();
-    default:
-        return QLineEdit::inputMethodQuery(property, argument);
-    }
-}
-
 bool TextField::event(QEvent* event)
 {
-    const bool done = QLineEdit::event(event);
+    const bool done = EditingField::event(event);
     if (event->type() == QEvent::Polish) {
         keepPlaceholderLegible();
     }
@@ -58,7 +36,7 @@ bool TextField::event(QEvent* event)
 
 void TextField::changeEvent(QEvent* event)
 {
-    QLineEdit::changeEvent(event);
+    EditingField::changeEvent(event);
     if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange) {
         keepPlaceholderLegible();
     }
@@ -78,13 +56,13 @@ void TextField::keyPressEvent(QKeyEvent* event)
 {
     const std::function<bool(const QKeyEvent&)> listener = onKeyDown;
     if (!listener || !listener(*event)) {
-        QLineEdit::keyPressEvent(event);
+        EditingField::keyPressEvent(event);
     }
 }
 
 void TextField::focusOutEvent(QFocusEvent* event)
 {
-    QLineEdit::focusOutEvent(event);
+    EditingField::focusOutEvent(event);
     switch (event->reason()) {
     case Qt::MouseFocusReason:
     case Qt::ShortcutFocusReason:
@@ -94,17 +72,6 @@ void TextField::focusOutEvent(QFocusEvent* event)
     default: // Tab has said so already, and the rest comes back
         break;
     }
-}
-
-bool TextField::focusNextPrevChild(bool next)
-{
-    endEditing(next ? TextMovement::Tab : TextMovement::Backtab);
-    return QLineEdit::focusNextPrevChild(next);
-}
-
-void TextField::endEditing(TextMovement movement) const
-{
-    platform::call(onEndEditing, movement);
 }
 
 } // namespace ui

@@ -41,6 +41,16 @@ TEST_F(ImageButtonViewTest, APressGivesItsId)
     EXPECT_EQ(clicks, std::vector<int>{7});
 }
 
+TEST_F(ImageButtonViewTest, AKeyThatIsHeldIsOnePress)
+{
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        clicks.clear();
+        support::press(button, key);
+        support::press(button, key, QString(), Qt::NoModifier, true);
+        EXPECT_EQ(clicks, std::vector<int>{7}) << key;
+    }
+}
+
 TEST_F(ImageButtonViewTest, ADoubleClickIsOnePress)
 {
     support::doubleClick(button);

@@ -94,6 +94,17 @@ TEST(TextField, KeepsItsTextWhole)
     }
 }
 
+TEST_F(TextFieldMovements, AReturnThatIsHeldEndsTheEditingOnce)
+{
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        movements.clear();
+        support::press(*field, key);
+        support::press(*field, key, QString(), Qt::NoModifier, true);
+        support::press(*field, key, QString(), Qt::NoModifier, true);
+        EXPECT_EQ(movements, Movements{TextMovement::Return}) << key;
+    }
+}
+
 TEST_F(TextFieldMovements, ReturnAndEnterAreTheReturnMovement)
 {
     QTest::keyClick(field, Qt::Key_Return);
