@@ -9,6 +9,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 #include <algorithm>
@@ -75,6 +76,17 @@ protected:
     {
         fake.dispatchQueues.runAll();
         QCoreApplication::processEvents();
+    }
+
+    /// Has the item at that place, in the toolkit's pixels.
+    void putItemAt(const QRect& place)
+    {
+        const double ratio = QGuiApplication::primaryScreen()->devicePixelRatio();
+        fake.statusBar.frame = platform::Rect{
+            qRound(place.x() * ratio),
+            qRound(place.y() * ratio),
+            qRound(place.width() * ratio),
+            qRound(place.height() * ratio)};
     }
 
     /// A request to show the popover, carried out.

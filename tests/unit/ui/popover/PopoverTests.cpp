@@ -2,7 +2,6 @@
 #include "ui/popover/Popover.h"
 
 #include <QPointer>
-#include <QScreen>
 #include <QWindow>
 
 #include <gmock/gmock.h>
@@ -53,7 +52,7 @@ TEST_F(Popover, IsKeptOutOfListsOfWindowsAtItsItemOnly)
 TEST_F(Popover, AppearsBelowItsItem)
 {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    fake.statusBar.frame = platform::Rect{screen.center().x(), 0, 22, 22};
+    putItemAt({screen.center().x(), 0, 22, 22});
     open();
     EXPECT_EQ(window().y(), 22 + 4);
     EXPECT_NEAR(window().geometry().center().x(), screen.center().x() + 11, 1);
@@ -70,11 +69,11 @@ TEST_F(Popover, AppearsAtThePointerWhereThePlaceOfTheItemIsNotKnown)
 
 TEST_F(Popover, GoesToItsItemAgainAtEveryOpening)
 {
-    fake.statusBar.frame = platform::Rect{400, 0, 20, 20};
+    putItemAt({400, 0, 20, 20});
     open();
     const QPoint before = window().pos();
     popup().hidePopover();
-    fake.statusBar.frame = platform::Rect{420, 0, 20, 20};
+    putItemAt({420, 0, 20, 20});
     open();
     EXPECT_EQ(window().pos(), before + QPoint(20, 0));
 }
@@ -82,7 +81,7 @@ TEST_F(Popover, GoesToItsItemAgainAtEveryOpening)
 TEST_F(Popover, StaysAtItsItemWhenAPageIsLarger)
 {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    fake.statusBar.frame = platform::Rect{300, screen.bottom() - 19, 20, 20};
+    putItemAt({300, screen.bottom() - 19, 20, 20});
     open();
     const int bottom = window().geometry().bottom();
     EXPECT_EQ(bottom, screen.bottom() - 20 - 4);

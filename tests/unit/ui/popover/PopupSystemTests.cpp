@@ -237,7 +237,7 @@ TEST_F(PopupSystem, AnOpenPopoverGoesToItsItemWhenThatGetsItsPlace)
     start();
     fake.statusBar.frame.reset();
     open();
-    fake.statusBar.frame = platform::Rect{40, 0, 22, 22};
+    putItemAt({40, 0, 22, 22});
     static_cast<void>(look());
     fake.dispatchQueues.runAll();
     const QRect frame = window().frameGeometry();
