@@ -82,7 +82,8 @@ public:
     QWidget& show() override
     {
         controller.showServiceWindow({}, true, false);
-        controller.displayApplicationsList(applications);
+        const bool more = applications.empty(); // an empty list says why it is empty
+        controller.displayApplicationsList(applications, more);
         return controller.window();
     }
 

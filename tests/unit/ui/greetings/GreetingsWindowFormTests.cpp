@@ -1,6 +1,5 @@
 // What a user sees of the greeting, and how the keyboard goes through it.
 #include "GreetingsWindowTest.h"
-#include "qt/FormChecks.h"
 
 #include <QFrame>
 #include <QLabel>
@@ -8,22 +7,8 @@
 namespace {
 
 using GreetingsWindowForm = GreetingsWindowTest;
-using Names = std::vector<std::string>;
-
-constexpr auto FORM = SOURCES "/ui/windows/greetings/GreetingsWindow.ui";
 
 } // namespace
-
-TEST_F(GreetingsWindowForm, EveryWidgetIsNamedAndAccessible)
-{
-    EXPECT_EQ(support::troublesOfForm(FORM), Names());
-}
-
-TEST_F(GreetingsWindowForm, EveryControlThatTakesTheFocusIsLabelledAndReachedByTab)
-{
-    present();
-    EXPECT_EQ(support::troublesOfWindow(window()), Names());
-}
 
 TEST_F(GreetingsWindowForm, TheOutletIsTheLineOfItsColour)
 {
@@ -70,26 +55,6 @@ TEST_F(GreetingsWindowForm, TheDefaultButtonStaysTheOnlyOneWhoeverHasTheKeyboard
         EXPECT_FALSE(button("helpButton").isDefault()) << name;
         EXPECT_FALSE(button("quitButton").isDefault()) << name;
     }
-}
-
-TEST_F(GreetingsWindowForm, NothingIsCut)
-{
-    present();
-    EXPECT_EQ(support::cutTextsOf(window()), Names());
-}
-
-TEST_F(GreetingsWindowForm, NothingIsCutWithLongerTexts)
-{
-    support::lengthenTexts(window());
-    present();
-    EXPECT_EQ(support::cutTextsOf(window()), Names());
-}
-
-TEST_F(GreetingsWindowForm, NothingIsCutWithTypeOfTwiceTheSize)
-{
-    const support::LargerType twice(2.0);
-    present();
-    EXPECT_EQ(support::cutTextsOf(window()), Names());
 }
 
 TEST_F(GreetingsWindowForm, IsMirroredWhereTextRunsFromRightToLeft)

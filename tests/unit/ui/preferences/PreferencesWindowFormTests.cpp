@@ -1,6 +1,5 @@
 // What a user sees of the password window, and how the keyboard goes through it.
 #include "PreferencesWindowTest.h"
-#include "qt/FormChecks.h"
 
 #include <QAccessible>
 #include <QLabel>
@@ -10,28 +9,7 @@ namespace {
 using PreferencesWindowForm = PreferencesWindowTest;
 using Names = std::vector<std::string>;
 
-constexpr auto FORM = SOURCES "/ui/windows/preferences/PreferencesWindow.ui";
-
 } // namespace
-
-TEST_F(PreferencesWindowForm, EveryWidgetIsNamedAndAccessible)
-{
-    EXPECT_EQ(support::troublesOfForm(FORM), Names());
-}
-
-TEST_F(PreferencesWindowForm, EveryControlThatTakesTheFocusIsLabelledAndReachedByTab)
-{
-    present();
-    EXPECT_EQ(support::troublesOfWindow(window()), Names());
-}
-
-TEST_F(PreferencesWindowForm, HasTheThreeOutlets)
-{
-    controller().showServiceWindow();
-    EXPECT_EQ(controller().lineViewOutlet->objectName(), "lineViewOutlet");
-    EXPECT_EQ(first().objectName(), "passwordTextFieldOutlet");
-    EXPECT_EQ(second().objectName(), "confirmPasswordTextFieldOutlet");
-}
 
 TEST_F(PreferencesWindowForm, TheLineHasItsColour)
 {
@@ -92,26 +70,6 @@ TEST_F(PreferencesWindowForm, TabFollowsTheEyeAndReturnPressesTheButtonThatHasTh
     EXPECT_FALSE(button("cancelButton").isDefault());
     QTest::keyClick(&button("cancelButton"), Qt::Key_Return);
     EXPECT_FALSE(window().isVisible());
-}
-
-TEST_F(PreferencesWindowForm, NothingIsCut)
-{
-    present();
-    EXPECT_EQ(support::cutTextsOf(window()), Names());
-}
-
-TEST_F(PreferencesWindowForm, NothingIsCutWithLongerTexts)
-{
-    support::lengthenTexts(window());
-    present();
-    EXPECT_EQ(support::cutTextsOf(window()), Names());
-}
-
-TEST_F(PreferencesWindowForm, NothingIsCutWithTypeOfTwiceTheSize)
-{
-    const support::LargerType twice(2.0);
-    present();
-    EXPECT_EQ(support::cutTextsOf(window()), Names());
 }
 
 TEST_F(PreferencesWindowForm, IsMirroredWhereTextRunsFromRightToLeft)

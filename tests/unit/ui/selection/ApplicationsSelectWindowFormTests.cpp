@@ -1,7 +1,5 @@
 #include "SelectionWindowTest.h"
 #include "qt/Contrast.h"
-#include "qt/FormChecks.h"
-#include "qt/ThemedApplication.h"
 #include "ui/views/Theme.h"
 
 #include <QCheckBox>
@@ -10,7 +8,6 @@
 
 namespace {
 
-constexpr auto FORM = SOURCES "/ui/windows/selection/ApplicationsSelectWindow.ui";
 constexpr double LEAST_CONTRAST = 4.5;
 
 class SelectionForm : public SelectionWindowTest
@@ -28,31 +25,6 @@ protected:
 using support::contrast;
 
 } // namespace
-
-TEST_F(SelectionForm, EveryWidgetIsNamedAndAccessible)
-{
-    EXPECT_EQ(support::troublesOfForm(FORM), Names());
-}
-
-TEST_F(SelectionForm, EveryControlThatTakesTheFocusIsLabelledAndReachedByTab)
-{
-    show({"Alpha", "Beta"});
-    EXPECT_EQ(support::troublesOfWindow(controller.window()), Names());
-}
-
-TEST_F(SelectionForm, HasItsOutlets)
-{
-    for (const char* name :
-         {"applicationsTableViewOutlet",
-          "tableFooterViewOutlet",
-          "lockAdministrativeApplicationsCheckboxOutlet",
-          "showRunningApplicationsOnlyCheckboxOutlet",
-          "filterTextfieldOutlet",
-          "blurSearchTextfieldButtonOutlet",
-          "filterFieldBackgroundViewOutlet"}) {
-        EXPECT_NE(controller.window().findChild<QWidget*>(name), nullptr) << name;
-    }
-}
 
 TEST_F(SelectionForm, TheFooterIsAStripOfItsOwnColour)
 {
@@ -94,20 +66,6 @@ TEST_F(SelectionForm, ThePlaceholderIsDrawnAsLegibly)
         }
     }
     EXPECT_GE(best, LEAST_CONTRAST);
-}
-
-TEST_F(SelectionForm, NothingIsCutAtTwiceTheSizeWithLongerTexts)
-{
-    const support::LargerType twice(2.0);
-    controller.window();
-    controller.displayApplicationsList({}, true); // so that its list says why it is empty
-    support::lengthenTexts(controller.window());
-
-    controller.focus();
-    settle();
-
-    ASSERT_TRUE(control<QWidget>("emptyView").isVisible());
-    EXPECT_EQ(support::cutTextsOf(controller.window()), Names());
 }
 
 TEST_F(SelectionForm, IsMirroredForThoseWhoReadFromTheRight)
