@@ -38,10 +38,10 @@ void PopoverInterfacePresenter::startService()
         picture(QStringLiteral("AppMenuBarIconWhite"))
     );
     wire();
+    const bool isActive = configurationAndPreferencesService.getApplicationIsActive();
+    const bool startsAtLogin = configurationAndPreferencesService.getStartAtLogin();
     popoverViewController->initiateData(
-        configurationAndPreferencesService.getApplicationIsActive(),
-        configurationAndPreferencesService.getStartAtLogin(),
-        configurationAndPreferencesService.getLockedApplications()
+        isActive, startsAtLogin, configurationAndPreferencesService.getLockedApplications()
     );
 }
 
