@@ -30,10 +30,10 @@ std::filesystem::path ownFolder(QStandardPaths::StandardLocation location)
 
 /// What a desktop may offer, the better first.
 statusbar::DesktopStatusBar::Areas
-statusAreas(const std::string& busAddress, x11::X11Desktop& desktop)
+statusAreas(const std::string& busAddress, x11::X11Desktop& desktop, const Reporter& report)
 {
     statusbar::DesktopStatusBar::Areas areas;
-    areas.push_back(std::make_unique<statusnotifier::StatusNotifierArea>(busAddress));
+    areas.push_back(std::make_unique<statusnotifier::StatusNotifierArea>(busAddress, report));
     areas.push_back(std::make_unique<tray::TrayArea>(desktop));
     return areas;
 }
@@ -80,7 +80,7 @@ Agent::Agent(
       ),
       workspace(workspaceParts()),
       keychainGate(queues, {busAddress, ownFolder(QStandardPaths::GenericDataLocation)}, report),
-      statusBar(statusAreas(busAddress, display.desktop), queues),
+      statusBar(statusAreas(busAddress, display.desktop, report), queues),
       userNotifications(busAddress, log),
       protection([this](const std::string& identifier) {
           return index.withIdentifier(identifier) != nullptr;

@@ -7,6 +7,9 @@
 #include "linux/statusnotifier/ItemObject.h"
 #include "linux/statusnotifier/MenuObject.h"
 
+#include <QDBusPendingCall>
+
+#include <functional>
 #include <string>
 
 namespace statusnotifier {
@@ -16,6 +19,9 @@ class PublishedItem final : public statusbar::Showing
 public:
     PublishedItem(const std::string& busAddress, statusbar::ItemSource& item);
 
+    /// The watcher, or the bus, did not take the item: nobody shows it. Must not end this at once.
+    std::function<void(const std::string& reason)> onRefused;
+
     void redraw() override;
     void menuChanged() override;
 
@@ -23,6 +29,11 @@ public:
     std::optional<platform::Rect> frame() const override { return std::nullopt; }
 
 private:
+    void publish(QDBusConnection& connection);
+    void claim(const QDBusConnection& connection, const QString& name);
+    void registerWithWatcher(const QDBusConnection& connection, const QString& name);
+    void followAnswer(const QDBusPendingCall& call);
+
     ItemObject object;
     MenuObject menu;
     dbus::SessionBus bus; // last: its end takes both objects away

@@ -4,6 +4,7 @@
 #include "linux/statusbar/StatusArea.h"
 #include "linux/statusnotifier/StatusNotifierWatch.h"
 
+#include <functional>
 #include <string>
 
 namespace statusnotifier {
@@ -11,15 +12,25 @@ namespace statusnotifier {
 class StatusNotifierArea final : public statusbar::StatusArea
 {
 public:
-    explicit StatusNotifierArea(std::string busAddress);
+    using Report = std::function<void(const std::string& line)>;
 
-    bool isPresent() override { return watch.hasHost(); }
+    /// `report` is told when a watcher does not take the item in; the area then counts as absent
+    /// until a watcher or a host comes.
+    explicit StatusNotifierArea(std::string busAddress, Report report = nullptr);
+
+    bool isPresent() override { return watch.hasHost() && !refused; }
 
     std::unique_ptr<statusbar::Showing> show(statusbar::ItemSource& item) override;
 
 private:
+    void hostChanged();
+    void refuse(const std::string& reason);
+
     std::string busAddress;
+    Report report;
     StatusNotifierWatch watch;
+    int showings = 0; // so far
+    bool refused = false;
 };
 
 } // namespace statusnotifier

@@ -244,6 +244,29 @@ TEST_F(StatusNotifierItemOnTheBus, IsSettledQuicklyWhenTheWatcherHangsAndAppears
     item.reset();
 }
 
+TEST_F(StatusNotifierItemOnTheBus, IsNotShownByAWatcherThatRefusesItAndSaysSoOnce)
+{
+    std::vector<std::string> reports;
+    statusbar::DesktopStatusBar bar(
+        only<statusnotifier::StatusNotifierArea>(
+            world.bus.address(), [&reports](const std::string& line) { reports.push_back(line); }
+        ),
+        world.queues
+    );
+    world.watcher.emplace(world.bus.address());
+    world.watcher->setRefusing(true);
+    item = bar.statusItem(platform::STATUS_ITEM_VARIABLE_LENGTH);
+    ASSERT_TRUE(support::waitFor([&] { return !reports.empty(); }));
+    EXPECT_FALSE(item->isShown());
+    EXPECT_THAT(reports, ElementsAre(testing::EndsWith("there are too many")));
+
+    desktop::FakeStatusNotifierWatcher other(world.bus.address());
+    EXPECT_TRUE(support::waitFor([&] { return other.registered().size() == 1; }));
+    EXPECT_TRUE(item->isShown());
+    EXPECT_EQ(reports.size(), 1U);
+    item.reset();
+}
+
 TEST_F(StatusNotifierItemOnTheBus, IsNotShownAnyMoreWhenTheBusGoes)
 {
     showItem();

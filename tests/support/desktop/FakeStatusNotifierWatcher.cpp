@@ -84,6 +84,10 @@ int FakeStatusNotifierWatcher::handle(sd_bus_message* call, void* self, sd_bus_e
 
 int FakeStatusNotifierWatcher::takeIn(sd_bus_message* call)
 {
+    if (refusing) {
+        constexpr auto REFUSED = "org.freedesktop.DBus.Error.LimitsExceeded";
+        return sd_bus_reply_method_errorf(call, REFUSED, "there are too many");
+    }
     const char* name = nullptr;
     if (sd_bus_message_read(call, "s", &name) <= 0) {
         return -1;

@@ -29,6 +29,9 @@ public:
     /// While it hangs it answers nobody.
     void setHanging(bool hangs) { hanging = hangs; }
 
+    /// While it refuses it takes no item in.
+    void setRefusing(bool refuses) { refusing = refuses; }
+
     /// What registered so far, by the name on the bus.
     std::vector<std::string> registered() const;
 
@@ -43,6 +46,7 @@ private:
     bool host;
     std::atomic<bool> wantsHost;
     std::atomic<bool> hanging = false;
+    std::atomic<bool> refusing = false;
     std::atomic<bool> ending = false;
     mutable std::mutex mutex;
     std::vector<std::string> names;
