@@ -119,7 +119,7 @@ TEST_F(ItemInATray, FollowsTheSizeThatTheTrayGives)
     showItem();
     ASSERT_TRUE(soonIsThere());
     world.tray->resize(48);
-    EXPECT_TRUE(world.soon([&] { return isRedOver(FakeTray::GROUND, pixel(20, 40)); }));
+    EXPECT_TRUE(world.soon([&] { return isRedOver(FakeTray::GROUND, pixel(20, 38)); }));
     EXPECT_EQ(pixel(30, 24), FakeTray::GROUND);
 }
 
