@@ -48,7 +48,7 @@ void DockedItem::redraw()
 
 void DockedItem::pressed(std::uint8_t button, int rootX, int rootY)
 {
-    if (button == XCB_BUTTON_INDEX_1) {
+    if (button == XCB_BUTTON_INDEX_1 || button == XCB_BUTTON_INDEX_2) {
         item.activate();
     } else if (button == XCB_BUTTON_INDEX_3 && !item.menu().empty()) {
         showMenu(rootX, rootY);

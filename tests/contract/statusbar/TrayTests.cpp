@@ -134,16 +134,18 @@ TEST_F(ItemInATray, OpensItsMenuWithTheRightButton)
     EXPECT_EQ(clicks, 0);
 }
 
-TEST_F(ItemInATray, IgnoresOtherButtons)
+TEST_F(ItemInATray, IsActivatedWithTheMiddleButtonTooAndNotByTheWheel)
 {
     showItem();
     constexpr std::uint8_t MIDDLE = 2;
     constexpr std::uint8_t WHEEL = 4;
-    world.press(MIDDLE);
     world.press(WHEEL);
-    world.press(TrayWorld::LEFT);
+    world.press(MIDDLE);
     ASSERT_TRUE(world.soon([&] { return clicks > 0; }));
     EXPECT_EQ(clicks, 1);
+    world.press(TrayWorld::LEFT);
+    ASSERT_TRUE(world.soon([&] { return clicks > 1; }));
+    EXPECT_EQ(clicks, 2);
 }
 
 TEST_F(ItemInATray, IsNotShownAnyMoreWhenTheTrayPutsItOutAndTakesItsWindowBack)
