@@ -1,7 +1,6 @@
 #include "ui/windows/selection/ApplicationsSelectWindowController.h"
 
 #include "platform/Call.h"
-#include "platform/Text.h"
 #include "toolkit/QtIcon.h"
 #include "ui/alerts/AlertMessagesService.h"
 #include "ui/views/ElidedLabel.h"
@@ -9,15 +8,13 @@
 #include "ui/views/Theme.h"
 #include "ui/windows/selection/EmptyListMessage.h"
 #include "ui/windows/selection/FilterFieldBackgroundView.h"
+#include "ui/windows/selection/FilteredApplications.h"
 #include "ui_ApplicationsSelectWindow.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-#include <algorithm>
-#include <cstdlib>
-#include <iterator>
 #include <utility>
 
 namespace ui {
@@ -140,7 +137,10 @@ void ApplicationsSelectWindowController::displayApplicationsList(
     someAreProtected = someMore;
     isListKnown = true;
     recomputeFilter();
-    reloadRows(current != nullptr ? rowOf(current->bundleIdentifier, row) : std::nullopt);
+    reloadRows(
+        current != nullptr ? rowOf(filteredApplicationEntities, current->bundleIdentifier, row)
+                           : std::nullopt
+    );
 }
 
 void ApplicationsSelectWindowController::closeServiceWindow()
@@ -184,17 +184,9 @@ void ApplicationsSelectWindowController::clearFilter()
 
 void ApplicationsSelectWindowController::recomputeFilter()
 {
-    const std::string wanted =
-        isWindowLoaded() ? platform::text::lowercase(filterTextfieldOutlet->stringValue()) : "";
-    filteredApplicationEntities.clear();
-    std::copy_if(
-        originalApplicationEntities.begin(),
-        originalApplicationEntities.end(),
-        std::back_inserter(filteredApplicationEntities),
-        [&wanted](const ApplicationEntityPtr& entity) {
-            return wanted.empty() ||
-                   platform::text::lowercase(entity->name).find(wanted) != std::string::npos;
-        }
+    filteredApplicationEntities = filteredApplications(
+        originalApplicationEntities,
+        isWindowLoaded() ? filterTextfieldOutlet->stringValue() : std::string()
     );
 }
 
@@ -229,19 +221,6 @@ ApplicationEntityPtr ApplicationsSelectWindowController::applicationAt(int row) 
     return row >= 0 && row < numberOfRows()
                ? filteredApplicationEntities[static_cast<std::size_t>(row)]
                : nullptr;
-}
-
-std::optional<int>
-ApplicationsSelectWindowController::rowOf(const std::string& bundleIdentifier, int row) const
-{
-    std::optional<int> nearest;
-    for (int candidate = 0; candidate < numberOfRows(); ++candidate) {
-        const bool isIt = applicationAt(candidate)->bundleIdentifier == bundleIdentifier;
-        if (isIt && (!nearest || std::abs(candidate - row) < std::abs(*nearest - row))) {
-            nearest = candidate;
-        }
-    }
-    return nearest;
 }
 
 void ApplicationsSelectWindowController::fillCell(int row, MyCell& cell)

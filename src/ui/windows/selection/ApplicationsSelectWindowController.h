@@ -90,9 +90,6 @@ private:
     bool isKeyOfFilterUsed(const QKeyEvent& event);
     bool isKeyOfListUsed(const QKeyEvent& event);
 
-    /// A row that shows the application, the nearest to `row` where there are several.
-    std::optional<int> rowOf(const std::string& bundleIdentifier, int row) const;
-
     Outlet<QWidget> emptyView;
     Outlet<QLabel> emptyHeadingLabel;
     Outlet<QLabel> emptyHintLabel;
