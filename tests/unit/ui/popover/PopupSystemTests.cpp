@@ -31,6 +31,19 @@ TEST_F(PopupSystem, ShowsTheDarkIconAndTheWhiteOneInDarkMode)
     EXPECT_EQ(look(), (platform::StatusItemLook{WHITE, false, "Tarvel"}));
 }
 
+TEST_F(PopupSystem, AChangeOfTheAppearanceShowsAtTheNextRedrawAndNotAtOnce)
+{
+    start();
+    settle();
+    static_cast<void>(look());
+    takeCalls();
+    fake.userDefaults.domains["NSGlobalDomain"]["AppleInterfaceStyle"] = "Dark";
+    settle();
+    EXPECT_FALSE(fake.statusBar.item->needsDisplay);
+    EXPECT_EQ(takeCalls(), fakes::Calls());
+    EXPECT_EQ(look().image, WHITE);
+}
+
 TEST_F(PopupSystem, IsHighlightedAndWhiteWhileActive)
 {
     start();
