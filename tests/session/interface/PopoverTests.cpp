@@ -192,18 +192,18 @@ TEST_F(PopoverUse, WithoutAStatusAreaAFurtherStartBringsItInFrontOfTheOtherWindo
 {
     startWithPassword();
     unlock();
-    choose(texts::HELP_AND_SUPPORT);
-    user->waitForFocusOn(texts::HELP_PAGE);
+    choose(screens::HELP_AND_SUPPORT);
+    user->waitForFocusOn(screens::HELP_PAGE);
     openPopover();
-    user->click(texts::HELP_PAGE);
-    user->waitForFocusOn(texts::HELP_PAGE);
+    user->click(screens::HELP_PAGE);
+    user->waitForFocusOn(screens::HELP_PAGE);
 
     openPopover();
 
-    user->waitForFocusOn(texts::GATE);
+    user->waitForFocusOn(screens::GATE);
     user->type(PASSWORD); // it would be elsewhere if the keyboard went back
     user->press(desktop::KEY_RETURN);
-    user->waitFor(texts::CONTENT);
+    user->waitFor(screens::CONTENT);
 }
 
 TEST_F(PopoverUse, WithoutAStatusAreaItClosesWhereTheUserGoesElsewhere)
@@ -214,17 +214,17 @@ TEST_F(PopoverUse, WithoutAStatusAreaItClosesWhereTheUserGoesElsewhere)
 
     const desktop::ChildProcess garden = startApplication("garden");
 
-    user->waitForEndOf(person::window(texts::POPOVER));
+    user->waitForEndOf(person::window(screens::POPOVER));
     openPopover();
-    user->waitFor(texts::GATE);
-    EXPECT_FALSE(user->sees(texts::CONTENT));
+    user->waitFor(screens::GATE);
+    EXPECT_FALSE(user->sees(screens::CONTENT));
 }
 
 TEST_F(PopoverUse, OneLineSaysThatThereIsNoStatusArea)
 {
     startWithPassword();
     user->press(desktop::KEY_ESCAPE);
-    user->waitForEndOf(person::window(texts::POPOVER));
+    user->waitForEndOf(person::window(screens::POPOVER));
     openPopover();
 
     const std::string errors = session->errors();

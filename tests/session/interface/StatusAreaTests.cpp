@@ -99,15 +99,15 @@ TEST_P(StatusArea, ThePopoverHasTheKeyboardAtOnceWhereAnotherOwnWindowHadIt)
 {
     open();
     unlock();
-    choose(texts::HELP_AND_SUPPORT);
+    choose(screens::HELP_AND_SUPPORT);
     for (int opening = 0; opening < 10; ++opening) {
-        user->waitForFocusOn(texts::HELP_PAGE);
+        user->waitForFocusOn(screens::HELP_PAGE);
         clickItem();
-        user->waitForFocusOn(texts::GATE);
+        user->waitForFocusOn(screens::GATE);
 
         user->type(PASSWORD); // it would be elsewhere if the keyboard went back
         user->press(desktop::KEY_RETURN);
-        user->waitFor(texts::CONTENT);
+        user->waitFor(screens::CONTENT);
 
         user->press(desktop::KEY_ESCAPE);
         expectClosed();
