@@ -180,12 +180,12 @@ TEST_F(SelectionPresenter, CountsWhateverPlaysTheRoleAsAdministrative)
 TEST_F(SelectionPresenter, AChosenApplicationIsProtectedAndDropsOutOfTheList)
 {
     start();
-    int notices = 0;
-    settings().addOnConfigurationChangeEvent([&notices] { ++notices; });
+    const auto notices = std::make_shared<int>(0); // the settings keep their listeners
+    settings().addOnConfigurationChangeEvent([notices] { ++*notices; });
 
     choose("notes");
     EXPECT_EQ(settings().getLockedApplicationsBundleIds(), Names{"org.Notes"});
-    EXPECT_EQ(notices, 1);
+    EXPECT_EQ(*notices, 1);
     EXPECT_EQ(fake.dispatchQueues.global.size(), 1U);
     settle();
 
