@@ -1,5 +1,8 @@
 #include "linux/workspace/InstanceFeed.h"
 
+#include "linux/proc/Shells.h"
+#include "platform/Call.h"
+
 #include <optional>
 #include <utility>
 
@@ -7,17 +10,9 @@
 
 namespace workspace {
 
-namespace {
-
-bool isShell(const std::string& executable)
-{
-    const std::string name = executable.substr(executable.rfind('/') + 1);
-    return name == "sh" || name == "dash" || name == "bash" || name == "busybox";
-}
-
-} // namespace
-
-InstanceFeed::InstanceFeed(Parts parts) : parts(std::move(parts))
+InstanceFeed::InstanceFeed(Parts given)
+    : parts(std::move(given)),
+      attribution(parts.tracker, parts.processes, parts.applications)
 {
     wireTracker();
     wireProcesses();
@@ -56,11 +51,7 @@ void InstanceFeed::wireProcesses()
     };
     parts.processes.onExec = [this](const proc::ProcessFacts& facts) { executed(facts); };
     parts.processes.onExit = [this](pid_t pid, std::uint64_t startTime) {
-        {
-            const std::lock_guard lock(mutex);
-            watched.erase(pid);
-            scripts.erase(pid);
-        }
+        watched.remove(pid);
         post([this, pid, startTime] { parts.tracker.processEnded(pid, startTime); });
     };
     parts.processes.onSnapshot = [this](const std::vector<proc::ProcessFacts>& all) {
@@ -80,9 +71,9 @@ void InstanceFeed::executed(const proc::ProcessFacts& facts)
 
 void InstanceFeed::executedOther(const proc::ProcessFacts& facts)
 {
-    if (isWatched(facts.pid)) {
+    if (watched.contains(facts.pid)) {
         post([this, facts] { parts.tracker.processBecame(facts); });
-    } else if (isScript(facts.parent)) {
+    } else if (watched.isScript(facts.parent)) {
         post([this, facts] { parts.tracker.childStarted(facts); });
     }
 }
@@ -95,6 +86,7 @@ InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr ap
     std::vector<pid_t> ancestors = parts.processes.ancestorsOf(facts.pid);
     const auto environmentsOfAncestors = [&] {
         std::vector<proc::ProcessEnvironment> result;
+        result.reserve(ancestors.size());
         for (const pid_t ancestor : ancestors) {
             result.push_back(parts.processes.environmentOf(ancestor));
         }
@@ -172,8 +164,7 @@ void InstanceFeed::takeSnapshot(const std::vector<Sighting>& sightings)
         parts.windows->start();
     }
     if (!std::exchange(listening, true)) {
-        const auto ready = std::exchange(onReady, nullptr);
-        ready();
+        platform::call(std::exchange(onReady, nullptr));
     }
 }
 
@@ -192,7 +183,7 @@ void InstanceFeed::windowShown(const WindowFacts& window)
     if (pid == getpid()) {
         return;
     }
-    const InstancePtr instance = pid > 0 ? instanceOfWindow(window) : instanceOfStray(window);
+    const InstancePtr instance = attribution.instanceOf(window, listening);
     if (instance == nullptr) {
         return;
     }
@@ -200,88 +191,6 @@ void InstanceFeed::windowShown(const WindowFacts& window)
         parts.tracker.windowShown(instance, window.window);
     } else {
         InstanceTracker::windowThere(instance, window.window);
-    }
-}
-
-/// A window tells who it belongs to where its process does not, or where that may show windows of
-/// several: a start that no exec announced is late then, but certain.
-InstancePtr InstanceFeed::instanceOfWindow(const WindowFacts& window)
-{
-    const pid_t pid = window.processIdentifier;
-    InstancePtr host = parts.tracker.instanceOf(pid, parts.processes.ancestorsOf(pid));
-    const KnownApplicationPtr application = applicationOf(window, host);
-    if (application == nullptr) {
-        return host;
-    }
-    if (host != nullptr && host->application->identifier == application->identifier) {
-        learnFrom(pid, *application);
-        return host;
-    }
-    InstancePtr own = parts.tracker.instanceWith(pid, application->identifier);
-    return own != nullptr ? own : otherInstanceOfWindow(window, application, std::move(host));
-}
-
-/// By what the window says; where that is nothing, by what its process is a copy of.
-KnownApplicationPtr
-InstanceFeed::applicationOf(const WindowFacts& window, const InstancePtr& host) const
-{
-    const pid_t pid = window.processIdentifier;
-    const KnownApplicationPtr application = parts.applications.ofWindow(window);
-    if (application != nullptr || (host != nullptr && host->processes.contains(pid))) {
-        return application;
-    }
-    const std::optional<proc::ProcessFacts> facts = parts.processes.factsOf(pid);
-    return facts ? parts.applications.ofCopy(*facts) : nullptr;
-}
-
-/// A window whose process is nobody's here, such as that of a program on another machine: what it
-/// says about itself is all there is.
-InstancePtr InstanceFeed::instanceOfStray(const WindowFacts& window)
-{
-    const KnownApplicationPtr application = parts.applications.ofWindow(window);
-    if (application == nullptr) {
-        return nullptr;
-    }
-    InstancePtr known = parts.tracker.instanceWithoutProcess(application->identifier);
-    if (known != nullptr) {
-        return known;
-    }
-    const Sighting sighting{{}, application, {}, false, false};
-    return listening ? parts.tracker.startedByWindow(sighting)
-                     : parts.tracker.runningByWindow(sighting);
-}
-
-InstancePtr InstanceFeed::otherInstanceOfWindow(
-    const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host
-)
-{
-    const pid_t pid = window.processIdentifier;
-    const std::optional<proc::ProcessFacts> facts =
-        mayShow(host, application, pid) ? parts.processes.factsOf(pid) : std::nullopt;
-    if (!facts) {
-        return host;
-    }
-    const Sighting sighting{*facts, application, parts.processes.ancestorsOf(pid), false, false};
-    learnFrom(pid, *application);
-    return listening ? parts.tracker.startedByWindow(sighting)
-                     : parts.tracker.runningByWindow(sighting);
-}
-
-/// What a process executes counts for more than what its windows say, unless that is several
-/// applications.
-bool InstanceFeed::mayShow(
-    const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid
-) const
-{
-    return host == nullptr || !host->processes.contains(pid) ||
-           parts.applications.shareProgram(host->application->identifier, application->identifier);
-}
-
-void InstanceFeed::learnFrom(pid_t pid, const KnownApplication& application) const
-{
-    const std::optional<proc::ProcessFacts> facts = parts.processes.factsOf(pid);
-    if (facts && parts.applications.ofProcess(*facts) == nullptr) {
-        parts.applications.learn(*facts, application.identifier);
     }
 }
 
@@ -295,14 +204,12 @@ void InstanceFeed::hinted(const std::string& entry) const
 
 void InstanceFeed::activeChanged(pid_t process, std::uint64_t window) const
 {
-    if (!onActiveChanged) {
-        return;
-    }
-    InstancePtr instance = parts.tracker.instanceShowing(window);
+    InstancePtr instance = parts.tracker.instances().showing(window);
     if (instance == nullptr && process != 0) {
-        instance = parts.tracker.instanceOf(process, parts.processes.ancestorsOf(process));
+        instance =
+            parts.tracker.instances().ofProcess(process, parts.processes.ancestorsOf(process));
     }
-    onActiveChanged(instance);
+    platform::call(onActiveChanged, instance);
 }
 
 std::vector<proc::ProcessFacts> InstanceFeed::survivorsOf(const Instance& instance) const
@@ -328,46 +235,24 @@ bool InstanceFeed::isSame(const proc::ProcessFacts& facts, const Instance& insta
 bool InstanceFeed::isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const
 {
     const InstancePtr owner =
-        parts.tracker.instanceOf(facts.pid, parts.processes.ancestorsOf(facts.pid));
+        parts.tracker.instances().ofProcess(facts.pid, parts.processes.ancestorsOf(facts.pid));
     return owner != nullptr && owner.get() != &instance &&
            owner->application->identifier == instance.application->identifier;
 }
 
 void InstanceFeed::watch(pid_t pid, std::uint64_t startTime)
 {
-    const InstancePtr instance = parts.tracker.instanceOf(pid);
-    const bool script =
-        instance != nullptr && instance->leader.pid == pid && isShell(instance->leader.executable);
-    {
-        const std::lock_guard lock(mutex);
-        watched.insert(pid);
-        if (script) {
-            scripts.insert(pid);
-        }
-    }
+    const InstancePtr instance = parts.tracker.instances().ofProcess(pid);
+    const bool isScript = instance != nullptr && instance->leader.pid == pid &&
+                          proc::isShell(instance->leader.executable);
+    watched.add(pid, isScript);
     parts.processes.watchExit(pid, startTime);
 }
 
 /// A shell that leads an instance does the application's work by its children.
-bool InstanceFeed::isOfInterest(pid_t pid, const std::string& executable)
+bool InstanceFeed::isOfInterest(pid_t pid, const std::string& executable) const
 {
-    if (parts.applications.mayBeApplication(executable)) {
-        return true;
-    }
-    const std::lock_guard lock(mutex);
-    return !scripts.empty() || watched.contains(pid);
-}
-
-bool InstanceFeed::isScript(pid_t pid)
-{
-    const std::lock_guard lock(mutex);
-    return scripts.contains(pid);
-}
-
-bool InstanceFeed::isWatched(pid_t pid)
-{
-    const std::lock_guard lock(mutex);
-    return watched.contains(pid);
+    return parts.applications.mayBeApplication(executable) || watched.concerns(pid);
 }
 
 } // namespace workspace

@@ -8,13 +8,13 @@
 #include "linux/workspace/InstanceTracker.h"
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/workspace/ProcessSource.h"
+#include "linux/workspace/WatchedProcesses.h"
+#include "linux/workspace/WindowAttribution.h"
 #include "platform/DispatchQueues.h"
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -34,7 +34,7 @@ public:
     };
 
     /// Everything in `parts` must outlive this. Listens from `start` on.
-    explicit InstanceFeed(Parts parts);
+    explicit InstanceFeed(Parts given);
     InstanceFeed(const InstanceFeed&) = delete;
     InstanceFeed& operator=(const InstanceFeed&) = delete;
     InstanceFeed(InstanceFeed&&) = delete;
@@ -64,30 +64,19 @@ private:
     void takeSnapshot(const std::vector<Sighting>& sightings);
     void take(const Sighting& sighting);
     void windowShown(const WindowFacts& window);
-    InstancePtr instanceOfWindow(const WindowFacts& window);
-    KnownApplicationPtr applicationOf(const WindowFacts& window, const InstancePtr& host) const;
-    InstancePtr instanceOfStray(const WindowFacts& window);
-    InstancePtr otherInstanceOfWindow(
-        const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host
-    );
-    bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
-    void learnFrom(pid_t pid, const KnownApplication& application) const;
     void hinted(const std::string& entry) const;
     void activeChanged(pid_t process, std::uint64_t window) const;
     std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
     bool isSame(const proc::ProcessFacts& facts, const Instance& instance) const;
     bool isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const;
     void watch(pid_t pid, std::uint64_t startTime);
-    bool isOfInterest(pid_t pid, const std::string& executable);
-    bool isWatched(pid_t pid);
-    bool isScript(pid_t pid);
+    bool isOfInterest(pid_t pid, const std::string& executable) const;
 
     Parts parts;
+    WindowAttribution attribution;
     std::function<void()> onReady;
     bool listening = false; // what ran before is known; what comes now is news
-    std::mutex mutex;
-    std::set<pid_t> watched; // guarded by the mutex, as are the next
-    std::set<pid_t> scripts; // those of them that are shells
+    WatchedProcesses watched;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };
 

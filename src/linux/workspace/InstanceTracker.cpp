@@ -1,20 +1,13 @@
 #include "linux/workspace/InstanceTracker.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace workspace {
 
 namespace {
-
-template <typename Callback, typename... Arguments>
-void call(const Callback& callback, const Arguments&... arguments)
-{
-    const Callback copy = callback;
-    if (copy) {
-        copy(arguments...);
-    }
-}
 
 bool contains(const Instance& instance, pid_t pid, std::uint64_t startTime)
 {
@@ -49,13 +42,13 @@ void InstanceTracker::announce(const InstancePtr& instance)
     instance->awaited = now();
     instance->expected = wasExpected(*instance);
     hints.erase(instance->application->identifier);
-    call(onStarted, *instance);
+    platform::call(onStarted, *instance);
 }
 
 void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
 {
     forgetEarlierOwner(facts);
-    const InstancePtr instance = instanceOf(facts.pid);
+    const InstancePtr instance = list.ofProcess(facts.pid);
     if (instance != nullptr && instance->leader.pid == facts.pid) {
         instance->leader = facts;
     }
@@ -63,8 +56,8 @@ void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
 
 void InstanceTracker::childStarted(const proc::ProcessFacts& facts)
 {
-    const InstancePtr parent = instanceOf(facts.parent);
-    if (parent != nullptr && instanceOf(facts.pid) == nullptr) {
+    const InstancePtr parent = list.ofProcess(facts.parent);
+    if (parent != nullptr && list.ofProcess(facts.pid) == nullptr) {
         addProcess(*parent, facts.pid, facts.startTime);
     }
 }
@@ -72,7 +65,7 @@ void InstanceTracker::childStarted(const proc::ProcessFacts& facts)
 void InstanceTracker::settle()
 {
     std::vector<std::pair<pid_t, std::uint64_t>> processes;
-    for (const InstancePtr& instance : list) {
+    for (const InstancePtr& instance : list.all()) {
         processes.insert(processes.end(), instance->processes.begin(), instance->processes.end());
     }
     for (const auto& [pid, startTime] : processes) {
@@ -85,7 +78,7 @@ void InstanceTracker::settle()
 /// A process identifier that was used again: whoever had it before is gone.
 void InstanceTracker::forgetEarlierOwner(const proc::ProcessFacts& facts)
 {
-    const InstancePtr earlier = instanceOf(facts.pid);
+    const InstancePtr earlier = list.ofProcess(facts.pid);
     if (earlier != nullptr && !contains(*earlier, facts.pid, facts.startTime)) {
         processEnded(facts.pid, earlier->processes[facts.pid]);
     }
@@ -97,7 +90,7 @@ bool InstanceTracker::joins(const Sighting& sighting)
     const proc::ProcessFacts& facts = sighting.facts;
     const std::string& identifier = sighting.application->identifier;
     forgetEarlierOwner(facts);
-    const InstancePtr own = instanceOf(facts.pid);
+    const InstancePtr own = list.ofProcess(facts.pid);
     if (own != nullptr && own->application->identifier == identifier) {
         processBecame(facts); // a wrapper that became what it wraps
         return true;
@@ -117,7 +110,7 @@ bool InstanceTracker::joins(const Sighting& sighting)
 bool InstanceTracker::joinsTree(const Sighting& sighting)
 {
     const proc::ProcessFacts& facts = sighting.facts;
-    const InstancePtr parent = instanceOf(0, sighting.ancestors);
+    const InstancePtr parent = list.ofProcess(0, sighting.ancestors);
     if (parent == nullptr || parent->application->identifier != sighting.application->identifier) {
         return false;
     }
@@ -136,7 +129,7 @@ InstancePtr InstanceTracker::add(const Sighting& sighting)
     instance->application = sighting.application;
     instance->number = ++latest;
     instance->leader = sighting.facts;
-    list.push_back(instance);
+    list.add(instance);
     addProcess(*instance, sighting.facts.pid, sighting.facts.startTime);
     return instance;
 }
@@ -147,12 +140,12 @@ void InstanceTracker::addProcess(Instance& instance, pid_t pid, std::uint64_t st
         return; // a window of nobody here
     }
     instance.processes[pid] = startTime;
-    call(onWatchWanted, pid, startTime);
+    platform::call(onWatchWanted, pid, startTime);
 }
 
 void InstanceTracker::processEnded(pid_t pid, std::uint64_t startTime)
 {
-    const std::vector<InstancePtr> instances = list;
+    const std::vector<InstancePtr> instances = list.all();
     for (const InstancePtr& instance : instances) {
         if (contains(*instance, pid, startTime)) {
             remember(pid, startTime);
@@ -184,7 +177,7 @@ void InstanceTracker::settleEarlierThan(const Instance& instance)
 void InstanceTracker::settleOthers(const std::function<bool(const Instance& other)>& matches)
 {
     std::vector<std::pair<pid_t, std::uint64_t>> processes;
-    for (const InstancePtr& other : list) {
+    for (const InstancePtr& other : list.all()) {
         if (matches(*other)) {
             processes.insert(processes.end(), other->processes.begin(), other->processes.end());
         }
@@ -235,7 +228,7 @@ bool InstanceTracker::isTakenOver(Instance& instance)
     }
     for (const proc::ProcessFacts& facts : survivors) {
         const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
-        if (couldBeAChild && instanceOf(facts.pid) == nullptr) {
+        if (couldBeAChild && list.ofProcess(facts.pid) == nullptr) {
             instance.leader = facts;
             addProcess(instance, facts.pid, facts.startTime);
             return true;
@@ -249,16 +242,16 @@ void InstanceTracker::finish(const InstancePtr& instance)
     if (!instance->windowShown && staysAsGuest(*instance)) {
         return;
     }
-    std::erase(list, instance);
+    list.remove(instance);
     const InstancePtr other = instance->windowShown ? nullptr : earlierThan(*instance, true);
     if (other == nullptr) {
-        call(onEnded, *instance);
+        platform::call(onEnded, *instance);
         return;
     }
     if (other->windows.empty() && instance->awaited) {
         other->awaited = instance->awaited; // the window is to come from there
     }
-    call(onHandedOver, *instance);
+    platform::call(onHandedOver, *instance);
 }
 
 /// Handed over to a process that runs as another application of the same program: that one will
@@ -282,7 +275,7 @@ bool InstanceTracker::staysAsGuest(Instance& instance) const
 InstancePtr InstanceTracker::earlierThan(const Instance& instance, bool sameApplication) const
 {
     const std::string& identifier = instance.application->identifier;
-    return latestThat([&](const Instance& other) {
+    return list.latestThat([&](const Instance& other) {
         const std::string& otherIdentifier = other.application->identifier;
         return other.number < instance.number &&
                (sameApplication
@@ -316,14 +309,14 @@ InstancePtr InstanceTracker::runningByWindow(const Sighting& sighting)
 
 bool InstanceTracker::isGuest(const Sighting& sighting) const
 {
-    const InstancePtr host = instanceOf(sighting.facts.pid, sighting.ancestors);
+    const InstancePtr host = list.ofProcess(sighting.facts.pid, sighting.ancestors);
     return host != nullptr && shareProgram &&
            shareProgram(sighting.application->identifier, host->application->identifier);
 }
 
 void InstanceTracker::windowShown(const InstancePtr& instance, std::uint64_t window)
 {
-    for (const InstancePtr& other : std::vector<InstancePtr>(list)) {
+    for (const InstancePtr& other : std::vector<InstancePtr>(list.all())) {
         if (other != instance) {
             loseWindow(other, window); // it changed its class
         }
@@ -342,22 +335,22 @@ void InstanceTracker::windowShown(const InstancePtr& instance, std::uint64_t win
     } else if (before && since && now() - *since <= LONGEST_GAP) {
         return;
     } else {
-        call(onStartedAgain, *instance);
+        platform::call(onStartedAgain, *instance);
     }
-    call(onWindowShown, *instance);
+    platform::call(onWindowShown, *instance);
     tellSameProcess(instance);
 }
 
 /// A process that executed one application after the other shows the window of both.
 void InstanceTracker::tellSameProcess(const InstancePtr& instance) const
 {
-    for (const InstancePtr& other : std::vector<InstancePtr>(list)) {
+    for (const InstancePtr& other : std::vector<InstancePtr>(list.all())) {
         const bool same = other != instance && !other->guest && !instance->guest &&
                           other->leader.pid == instance->leader.pid;
         if (same && isAwaited(*other)) {
             other->awaited.reset();
             other->windowShown = true;
-            call(onWindowShown, *other);
+            platform::call(onWindowShown, *other);
         }
     }
 }
@@ -370,7 +363,7 @@ void InstanceTracker::windowThere(const InstancePtr& instance, std::uint64_t win
 
 void InstanceTracker::windowGone(std::uint64_t window)
 {
-    for (const InstancePtr& instance : std::vector<InstancePtr>(list)) {
+    for (const InstancePtr& instance : std::vector<InstancePtr>(list.all())) {
         loseWindow(instance, window);
     }
 }
@@ -382,15 +375,15 @@ void InstanceTracker::loseWindow(const InstancePtr& instance, std::uint64_t wind
     }
     instance->windowlessSince = now();
     if (instance->guest) {
-        std::erase(list, instance);
-        call(onEnded, *instance);
+        list.remove(instance);
+        platform::call(onEnded, *instance);
     }
 }
 
 /// One that does not run yet is announced by its exec, a few milliseconds later.
 void InstanceTracker::hinted(const std::string& identifier)
 {
-    const InstancePtr instance = latestOf(identifier);
+    const InstancePtr instance = list.latestOf(identifier);
     if (instance == nullptr || isAwaited(*instance)) {
         return;
     }
@@ -398,7 +391,7 @@ void InstanceTracker::hinted(const std::string& identifier)
     if (instance->windows.empty()) {
         instance->awaited = now();
     }
-    call(onStartedAgain, *instance);
+    platform::call(onStartedAgain, *instance);
 }
 
 bool InstanceTracker::wasExpected(const Instance& instance) const
@@ -412,68 +405,11 @@ bool InstanceTracker::isAwaited(const Instance& instance) const
     return instance.awaited && now() - *instance.awaited <= LONGEST_START;
 }
 
-InstancePtr InstanceTracker::latestThat(const std::function<bool(const Instance& instance)>& matches
-) const
-{
-    const auto found = std::find_if(list.rbegin(), list.rend(), [&](const InstancePtr& instance) {
-        return matches(*instance);
-    });
-    return found == list.rend() ? nullptr : *found;
-}
-
 InstancePtr InstanceTracker::awaitedOf(const std::string& identifier) const
 {
-    return latestThat([&](const Instance& instance) {
+    return list.latestThat([&](const Instance& instance) {
         return instance.application->identifier == identifier && isAwaited(instance);
     });
-}
-
-InstancePtr InstanceTracker::latestOf(const std::string& identifier) const
-{
-    return latestThat([&](const Instance& instance) {
-        return instance.application->identifier == identifier;
-    });
-}
-
-InstancePtr InstanceTracker::instanceWith(pid_t pid, const std::string& identifier) const
-{
-    return latestThat([&](const Instance& instance) {
-        return instance.processes.contains(pid) && instance.application->identifier == identifier;
-    });
-}
-
-InstancePtr InstanceTracker::instanceWithoutProcess(const std::string& identifier) const
-{
-    return latestThat([&](const Instance& instance) {
-        return instance.processes.empty() && instance.application->identifier == identifier;
-    });
-}
-
-InstancePtr InstanceTracker::instanceLedBy(pid_t pid, const std::string& identifier) const
-{
-    return latestThat([&](const Instance& instance) {
-        return instance.leader.pid == pid && instance.application->identifier == identifier;
-    });
-}
-
-InstancePtr InstanceTracker::instanceShowing(std::uint64_t window) const
-{
-    return latestThat([&](const Instance& instance) { return instance.windows.contains(window); });
-}
-
-InstancePtr InstanceTracker::instanceOf(pid_t pid) const
-{
-    return latestThat([&](const Instance& instance) { return instance.processes.contains(pid); });
-}
-
-InstancePtr InstanceTracker::instanceOf(pid_t pid, const std::vector<pid_t>& ancestors) const
-{
-    InstancePtr instance = instanceOf(pid);
-    for (auto ancestor = ancestors.begin(); instance == nullptr && ancestor != ancestors.end();
-         ++ancestor) {
-        instance = instanceOf(*ancestor);
-    }
-    return instance;
 }
 
 } // namespace workspace

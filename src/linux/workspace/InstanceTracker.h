@@ -1,18 +1,9 @@
 // Makes starts and ends of applications, as a user sees them, out of those of processes and
 // windows. Pure logic on the main thread: facts come in by calls, conclusions go out by the `on...`
 // members, during the call.
-//
-// A process of an application's own tree is a helper of it and no start, unless it has a terminal
-// of its own or a launcher started it by itself; nor is the service that the bus starts for one. A
-// process that executes another application starts that one, too, and both end with it. When the
-// last process of an instance is gone, one that it left behind takes over. A start that finds a
-// living instance of the same program, shows no window and ends has handed over to that: it is no
-// end. An instance that appears though no start of it was announced starts then. An end is always
-// said before any later start, for the end of one application lifts a lock and must not lift that
-// of the next.
 #pragma once
 
-#include "linux/workspace/Instance.h"
+#include "linux/workspace/InstanceList.h"
 
 #include <deque>
 #include <functional>
@@ -33,6 +24,14 @@ struct Sighting
     bool byBus = false;           // on behalf of somebody else
 };
 
+/// A process of an application's own tree is a helper of it and no start, unless it has a terminal
+/// of its own or a launcher started it by itself; nor is the service that the bus starts for one. A
+/// process that executes another application starts that one, too, and both end with it. When the
+/// last process of an instance is gone, one that it left behind takes over. A start that finds a
+/// living instance of the same program, shows no window and ends has handed over to that: it is no
+/// end. An instance that appears though no start of it was announced starts then. An end is always
+/// said before any later start, for the end of one application lifts a lock and must not lift that
+/// of the next.
 class InstanceTracker
 {
 public:
@@ -101,26 +100,7 @@ public:
     /// A launcher says that it is about to start the application.
     void hinted(const std::string& identifier);
 
-    /// The latest instance that the process is known to be a part of; empty when there is none.
-    InstancePtr instanceOf(pid_t pid) const;
-
-    /// The same, of that application only.
-    InstancePtr instanceWith(pid_t pid, const std::string& identifier) const;
-
-    /// The same, or else that of the nearest ancestor which is part of one.
-    InstancePtr instanceOf(pid_t pid, const std::vector<pid_t>& ancestors) const;
-
-    /// That of an application whose windows are all that is known of it.
-    InstancePtr instanceWithoutProcess(const std::string& identifier) const;
-
-    /// That of an application with this leading process, which is 0 for one without.
-    InstancePtr instanceLedBy(pid_t pid, const std::string& identifier) const;
-
-    /// The one that shows this window.
-    InstancePtr instanceShowing(std::uint64_t window) const;
-
-    /// In order of appearance.
-    const std::vector<InstancePtr>& instances() const { return list; }
+    const InstanceList& instances() const { return list; }
 
     /// Says what ended without being heard of.
     void settle();
@@ -142,15 +122,13 @@ private:
     bool isGuest(const Sighting& sighting) const;
     bool staysAsGuest(Instance& instance) const;
     bool isAwaited(const Instance& instance) const;
-    InstancePtr latestThat(const std::function<bool(const Instance& instance)>& matches) const;
     InstancePtr awaitedOf(const std::string& identifier) const;
-    InstancePtr latestOf(const std::string& identifier) const;
     bool wasExpected(const Instance& instance) const;
     InstancePtr earlierThan(const Instance& instance, bool sameApplication) const;
     void tellSameProcess(const InstancePtr& instance) const;
     void loseWindow(const InstancePtr& instance, std::uint64_t window);
 
-    std::vector<InstancePtr> list;
+    InstanceList list;
     std::deque<std::pair<pid_t, std::uint64_t>> ended; // the latest ones
     std::map<std::string, Clock::time_point> hints;    // that were announced, by application
     std::uint64_t latest = 0;

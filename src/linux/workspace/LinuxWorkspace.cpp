@@ -55,7 +55,7 @@ void LinuxWorkspace::start(std::function<void()> ready)
 std::vector<RunningApplication> LinuxWorkspace::runningApplications()
 {
     std::vector<RunningApplication> result;
-    for (const InstancePtr& instance : tracker.instances()) {
+    for (const InstancePtr& instance : tracker.instances().all()) {
         result.push_back(records.of(*instance));
     }
     return result;
@@ -67,7 +67,7 @@ std::optional<RunningApplication> LinuxWorkspace::runningApplication(std::int32_
     if (subject != nullptr && subject->leader.pid == processIdentifier) {
         return records.of(*subject);
     }
-    const InstancePtr instance = tracker.instanceOf(processIdentifier);
+    const InstancePtr instance = tracker.instances().ofProcess(processIdentifier);
     return instance != nullptr && instance->leader.pid == processIdentifier
                ? std::optional(records.of(*instance))
                : std::nullopt;
@@ -77,7 +77,7 @@ std::vector<RunningApplication>
 LinuxWorkspace::runningApplications(const std::string& bundleIdentifier)
 {
     std::vector<RunningApplication> result;
-    for (const InstancePtr& instance : tracker.instances()) {
+    for (const InstancePtr& instance : tracker.instances().all()) {
         if (answersTo(instance->application->identifier, bundleIdentifier)) {
             result.push_back(records.of(*instance));
         }
@@ -112,9 +112,9 @@ bool LinuxWorkspace::activate(const RunningApplication& application, unsigned /*
     }
     const pid_t process = application.processIdentifier;
     InstancePtr instance =
-        tracker.instanceLedBy(process, application.bundleIdentifier.value_or(""));
+        tracker.instances().ledBy(process, application.bundleIdentifier.value_or(""));
     if (instance == nullptr) {
-        instance = tracker.instanceOf(process);
+        instance = tracker.instances().ofProcess(process);
     }
     // A process may show the windows of other applications, too.
     if (instance != nullptr && parts.windows->bringForward(instance->windows)) {
@@ -141,7 +141,7 @@ bool LinuxWorkspace::launchApplication(
 )
 {
     const std::string executable = BundleLauncher::executableOf(path);
-    const std::vector<InstancePtr>& instances = tracker.instances();
+    const std::vector<InstancePtr>& instances = tracker.instances().all();
     const bool runs =
         std::any_of(instances.begin(), instances.end(), [&](const InstancePtr& instance) {
             return instance->leader.executable == executable;

@@ -49,13 +49,13 @@ protected:
     /// A window of the process appears.
     void show(pid_t pid, std::uint64_t window = 1)
     {
-        tracker.windowShown(tracker.instanceOf(pid), window);
+        tracker.windowShown(tracker.instances().ofProcess(pid), window);
     }
 
     /// A window appears that says it is the application's, in a process that does not.
     void showOf(pid_t pid, const std::string& name, std::uint64_t window)
     {
-        const auto instance = tracker.instanceWith(pid, name);
+        const auto instance = tracker.instances().ofProcessAs(name, pid);
         tracker.windowShown(
             instance != nullptr
                 ? instance
@@ -84,7 +84,7 @@ TEST_F(InstanceTracker, StartWindowAndEndAreReportedOnceEach)
     end(10);
 
     EXPECT_THAT(said, ElementsAre("started mousepad", "window mousepad", "ended mousepad"));
-    EXPECT_THAT(tracker.instances(), IsEmpty());
+    EXPECT_THAT(tracker.instances().all(), IsEmpty());
 }
 
 TEST_F(InstanceTracker, ProcessThatDiesBeforeItsWindowHasEnded)
@@ -102,7 +102,7 @@ TEST_F(InstanceTracker, StartThatIsToldAgainAfterTheEndIsNone)
     start(10, "mousepad");
 
     EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad"));
-    EXPECT_THAT(tracker.instances(), IsEmpty());
+    EXPECT_THAT(tracker.instances().all(), IsEmpty());
 }
 
 TEST_F(InstanceTracker, SecondStartThatHandsOverIsAStartAndNoEnd)
@@ -112,7 +112,7 @@ TEST_F(InstanceTracker, SecondStartThatHandsOverIsAStartAndNoEnd)
     end(20);
 
     EXPECT_THAT(said, ElementsAre("started mousepad", "started mousepad", "handed over mousepad"));
-    EXPECT_EQ(tracker.instances().size(), 1U);
+    EXPECT_EQ(tracker.instances().all().size(), 1U);
 }
 
 TEST_F(InstanceTracker, SecondStartThatHandedOverIsNoEndWhenTheFirstsIsHeardOfBefore)
@@ -166,7 +166,7 @@ TEST_F(InstanceTracker, EndOfTheFirstWhileTheSecondLivesIsAnEnd)
     end(10);
 
     EXPECT_EQ(said.back(), "ended xterm");
-    EXPECT_NE(tracker.instanceOf(20), nullptr);
+    EXPECT_NE(tracker.instances().ofProcess(20), nullptr);
 }
 
 TEST_F(InstanceTracker, SecondInstanceThatShowedAWindowEndsAsOne)
@@ -185,7 +185,7 @@ TEST_F(InstanceTracker, ProcessOfTheOwnTreeIsAHelperAndNoStart)
     start(11, "firefox", {10, 1});
 
     EXPECT_THAT(said, ElementsAre("started firefox"));
-    EXPECT_EQ(tracker.instanceOf(11), tracker.instanceOf(10));
+    EXPECT_EQ(tracker.instances().ofProcess(11), tracker.instances().ofProcess(10));
 }
 
 TEST_F(InstanceTracker, SameProgramOnATerminalOfTheTreeIsAStart)
@@ -194,7 +194,7 @@ TEST_F(InstanceTracker, SameProgramOnATerminalOfTheTreeIsAStart)
     tracker.processStarted({process(30, "xterm", 34816), known("xterm"), {20, 10, 1}});
 
     EXPECT_THAT(said, ElementsAre("started xterm", "started xterm"));
-    EXPECT_EQ(tracker.instances().size(), 2U);
+    EXPECT_EQ(tracker.instances().all().size(), 2U);
 }
 
 TEST_F(InstanceTracker, AnotherApplicationInTheTreeIsAStart)
@@ -219,7 +219,7 @@ TEST_F(InstanceTracker, ProcessThatExecutesAnotherApplicationIsBothUntilItEnds)
     start(10, "xterm");
 
     EXPECT_THAT(said, ElementsAre("started uxterm", "started xterm"));
-    EXPECT_EQ(tracker.instanceOf(10)->application->identifier, "xterm");
+    EXPECT_EQ(tracker.instances().ofProcess(10)->application->identifier, "xterm");
     end(10);
     EXPECT_THAT(
         said, ElementsAre("started uxterm", "started xterm", "ended uxterm", "ended xterm")
@@ -230,7 +230,7 @@ TEST_F(InstanceTracker, ProcessThatExecutedTwoApplicationsShowsTheWindowOfBoth)
 {
     start(10, "uxterm");
     start(10, "xterm");
-    tracker.windowShown(tracker.instanceWith(10, "uxterm"), 1);
+    tracker.windowShown(tracker.instances().ofProcessAs("uxterm", 10), 1);
 
     EXPECT_THAT(
         said, ElementsAre("started uxterm", "started xterm", "window uxterm", "window xterm")
@@ -265,7 +265,7 @@ TEST_F(InstanceTracker, WrapperThatBecomesAProgramOfNobodyStaysTheApplication)
     tracker.processBecame(process(10, "real-program"));
 
     EXPECT_THAT(said, ElementsAre("started wrapper"));
-    EXPECT_EQ(tracker.instanceOf(10)->leader.executable, "/usr/bin/real-program");
+    EXPECT_EQ(tracker.instances().ofProcess(10)->leader.executable, "/usr/bin/real-program");
 }
 
 TEST_F(InstanceTracker, ReusedProcessIdentifierIsAnotherProcess)
@@ -277,7 +277,8 @@ TEST_F(InstanceTracker, ReusedProcessIdentifierIsAnotherProcess)
 
     EXPECT_THAT(said, ElementsAre("started mousepad", "ended mousepad", "started mousepad"));
     tracker.processEnded(10, 100);
-    EXPECT_NE(tracker.instanceOf(10), nullptr) << "the end of the earlier one must not count";
+    EXPECT_NE(tracker.instances().ofProcess(10), nullptr)
+        << "the end of the earlier one must not count";
 }
 
 TEST_F(InstanceTracker, SurvivorOfTheSameExecutableTakesOver)
@@ -287,7 +288,7 @@ TEST_F(InstanceTracker, SurvivorOfTheSameExecutableTakesOver)
     end(10);
 
     EXPECT_THAT(said, ElementsAre("started thunar"));
-    EXPECT_EQ(tracker.instanceOf(11)->leader.pid, 11);
+    EXPECT_EQ(tracker.instances().ofProcess(11)->leader.pid, 11);
     survivors.clear();
     end(11);
     EXPECT_EQ(said.back(), "ended thunar");
@@ -309,7 +310,7 @@ TEST_F(InstanceTracker, LastProcessEndsTheInstanceAndTheOldestLeadsMeanwhile)
     start(11, "soffice", {10});
     end(10);
 
-    EXPECT_EQ(tracker.instanceOf(11)->leader.pid, 11);
+    EXPECT_EQ(tracker.instances().ofProcess(11)->leader.pid, 11);
     end(11);
     EXPECT_THAT(said, ElementsAre("started soffice"));
     end(12);
@@ -319,11 +320,11 @@ TEST_F(InstanceTracker, LastProcessEndsTheInstanceAndTheOldestLeadsMeanwhile)
 TEST_F(InstanceTracker, WhatRanBeforeIsListedAndItsWindowsAreNoNews)
 {
     tracker.alreadyRunning({process(10, "mousepad"), known("mousepad"), {}});
-    tracker.windowThere(tracker.instanceOf(10), 1);
+    tracker.windowThere(tracker.instances().ofProcess(10), 1);
     show(10, 2);
 
     EXPECT_THAT(said, IsEmpty());
-    EXPECT_EQ(tracker.instances().size(), 1U);
+    EXPECT_EQ(tracker.instances().all().size(), 1U);
     end(10);
     EXPECT_THAT(said, ElementsAre("ended mousepad"));
 }
@@ -347,9 +348,9 @@ TEST_F(InstanceTracker, ProcessIsFoundByItsNearestAncestor)
     start(10, "xterm");
     start(30, "mousepad", {20, 10});
 
-    EXPECT_EQ(tracker.instanceOf(31, {30, 20, 10})->application->identifier, "mousepad");
-    EXPECT_EQ(tracker.instanceOf(21, {20, 10})->application->identifier, "xterm");
-    EXPECT_EQ(tracker.instanceOf(40, {1}), nullptr);
+    EXPECT_EQ(tracker.instances().ofProcess(31, {30, 20, 10})->application->identifier, "mousepad");
+    EXPECT_EQ(tracker.instances().ofProcess(21, {20, 10})->application->identifier, "xterm");
+    EXPECT_EQ(tracker.instances().ofProcess(40, {1}), nullptr);
 }
 
 TEST_F(InstanceTracker, WhatRanHiddenBeforeStartsWithItsFirstWindow)
@@ -439,7 +440,7 @@ TEST_F(InstanceTracker, ServiceThatTheBusStartsJoinsItsClient)
     end(10);
 
     EXPECT_THAT(said, ElementsAre("started gnome-terminal"));
-    EXPECT_EQ(tracker.instanceOf(20)->leader.pid, 20);
+    EXPECT_EQ(tracker.instances().ofProcess(20)->leader.pid, 20);
     show(20);
     EXPECT_EQ(said.back(), "window gnome-terminal");
     end(20);
@@ -519,8 +520,8 @@ TEST_F(InstanceTracker, WindowThatChangesItsClassChangesItsApplication)
     show(10, 1);
     showOf(10, "calc", 1);
 
-    EXPECT_THAT(tracker.instanceWith(10, "writer")->windows, IsEmpty());
-    EXPECT_EQ(tracker.instanceWith(10, "calc")->windows.size(), 1U);
+    EXPECT_THAT(tracker.instances().ofProcessAs("writer", 10)->windows, IsEmpty());
+    EXPECT_EQ(tracker.instances().ofProcessAs("calc", 10)->windows.size(), 1U);
 }
 
 TEST_F(InstanceTracker, HandOverToAnotherApplicationOfTheProgramIsNoEnd)
@@ -535,7 +536,7 @@ TEST_F(InstanceTracker, HandOverToAnotherApplicationOfTheProgramIsNoEnd)
     EXPECT_EQ(said.back(), "window calc");
     tracker.windowGone(2);
     EXPECT_EQ(said.back(), "ended calc");
-    EXPECT_EQ(tracker.instances().size(), 1U);
+    EXPECT_EQ(tracker.instances().all().size(), 1U);
 }
 
 TEST_F(InstanceTracker, WindowOfAnotherProcessMayComeBeforeTheHandOver)
@@ -584,7 +585,7 @@ TEST_F(InstanceTracker, HintOfWhatDoesNotRunWaitsForItsExec)
     start(10, "mousepad");
 
     EXPECT_THAT(said, ElementsAre("started mousepad"));
-    EXPECT_FALSE(tracker.instanceOf(10)->expected);
+    EXPECT_FALSE(tracker.instances().ofProcess(10)->expected);
 }
 
 TEST_F(InstanceTracker, HintThatNothingFollowsIsForgotten)
@@ -595,7 +596,7 @@ TEST_F(InstanceTracker, HintThatNothingFollowsIsForgotten)
     time += std::chrono::seconds(30);
     start(20, "mousepad");
 
-    EXPECT_FALSE(tracker.instanceOf(20)->expected);
+    EXPECT_FALSE(tracker.instances().ofProcess(20)->expected);
 }
 
 TEST_F(InstanceTracker, WindowThatAHintAnnouncedIsNoOtherStart)

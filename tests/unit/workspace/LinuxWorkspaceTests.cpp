@@ -255,13 +255,22 @@ TEST_F(LinuxWorkspace, WhatAWindowRevealedIsLearned)
     EXPECT_THAT(index.learned, ElementsAre("/usr/bin/copy-of-mousepad is mousepad"));
 }
 
-TEST_F(LinuxWorkspace, ScriptEndsWithTheProgramThatItLeftBehind)
+namespace {
+
+/// An application that is a script of the given shell.
+class Script : public LinuxWorkspace, public testing::WithParamInterface<std::string>
+{
+};
+
+} // namespace
+
+TEST_P(Script, EndsWithTheProgramThatItLeftBehind)
 {
     auto script = std::make_shared<workspace::KnownApplication>(*known("script"));
-    script->executable = "/usr/bin/dash";
+    script->executable = "/usr/bin/" + GetParam();
     index.add(script);
     start();
-    exec(10, "dash");
+    exec(10, GetParam());
     proc::ProcessFacts child = process(11, "real-program");
     child.parent = 10;
     processes.exec(child);
@@ -271,6 +280,13 @@ TEST_F(LinuxWorkspace, ScriptEndsWithTheProgramThatItLeftBehind)
     exit(11);
     EXPECT_EQ(heard.back(), "did terminate script");
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Shells,
+    Script,
+    testing::Values("sh", "bash", "dash", "zsh", "ksh", "mksh", "busybox"),
+    [](const auto& shell) { return shell.param; }
+);
 
 TEST_F(LinuxWorkspace, RegularStartIsListedThenAnnouncedThenLaunchedThenTerminated)
 {

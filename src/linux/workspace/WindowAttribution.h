@@ -1,0 +1,44 @@
+// Finds the instance that a window is of: by its process, or by what the window says about itself
+// where the process does not tell, or may show windows of several applications. One that nothing
+// else announced appears in the tracker by that: late, but certain. Main thread.
+#pragma once
+
+#include "linux/workspace/InstanceTracker.h"
+#include "linux/workspace/OwnPrograms.h"
+#include "linux/workspace/ProcessSource.h"
+#include "linux/workspace/WindowSystem.h"
+
+namespace workspace {
+
+class WindowAttribution
+{
+public:
+    /// All of them outlive this.
+    WindowAttribution(
+        InstanceTracker& tracker, ProcessSource& processes, OwnPrograms& applications
+    );
+
+    /// Empty for a window of no application. A window that is no news was there before this
+    /// program: what appears by it runs already.
+    InstancePtr instanceOf(const WindowFacts& window, bool isNews) const;
+
+private:
+    InstancePtr ofProcess(const WindowFacts& window, bool isNews) const;
+    InstancePtr ofStray(const WindowFacts& window, bool isNews) const;
+    InstancePtr ofOther(
+        const WindowFacts& window,
+        const KnownApplicationPtr& application,
+        InstancePtr host,
+        bool isNews
+    ) const;
+    InstancePtr appear(const Sighting& sighting, bool isNews) const;
+    KnownApplicationPtr applicationOf(const WindowFacts& window, const InstancePtr& host) const;
+    bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
+    void learnFrom(pid_t pid, const KnownApplication& application) const;
+
+    InstanceTracker& tracker;
+    ProcessSource& processes;
+    OwnPrograms& applications;
+};
+
+} // namespace workspace
