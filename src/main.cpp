@@ -12,6 +12,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <optional>
 #include <string>
@@ -64,7 +65,9 @@ int main(int argc, char** argv)
     int argumentCount = 3;
     QApplication application(argumentCount, arguments.data());
     prepare(application);
-    if (dbus::busIsSilent(dbus::sessionBusAddress(), dbus::SessionBus::PATIENCE)) {
+    // Far more than a bus takes that is busy at login: what is left out stays so.
+    constexpr std::chrono::milliseconds BUS_PATIENCE(500);
+    if (dbus::busIsSilent(dbus::sessionBusAddress(), BUS_PATIENCE)) {
         log.diagnostic("The session bus does not answer; assistive programs are left out");
         qt::leaveOutAssistiveBridge(application);
     }
