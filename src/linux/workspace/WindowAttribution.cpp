@@ -35,13 +35,15 @@ InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, bool isNews)
     return own != nullptr ? own : ofOther(window, application, std::move(host), isNews);
 }
 
-/// By what the window says; where that is nothing, by what its process is a copy of.
+/// By what the window says; where that is nothing, by what its process is a copy of, unless that is
+/// what its ancestor was started for.
 KnownApplicationPtr
 WindowAttribution::applicationOf(const WindowFacts& window, const InstancePtr& host) const
 {
     const pid_t pid = window.processIdentifier;
     KnownApplicationPtr application = applications.ofWindow(window);
-    if (application != nullptr || (host != nullptr && host->processes.contains(pid))) {
+    const bool isPart = host != nullptr && (host->processes.contains(pid) || !host->windowShown);
+    if (application != nullptr || isPart) {
         return application;
     }
     const std::optional<proc::ProcessFacts> facts = processes.factsOf(pid);

@@ -485,6 +485,7 @@ TEST_F(LinuxWorkspace, WindowOfACopyIsTheApplications)
     exec(10, "xterm");
     processes.all.push_back(process(11, "innocent"));
     processes.ancestors[11] = {10, 1};
+    windows.show({10, "xterm", "xterm", "", 5});
     heard.clear();
     windows.show({11, "Innocent", "innocent", "", 1});
 
@@ -492,6 +493,19 @@ TEST_F(LinuxWorkspace, WindowOfACopyIsTheApplications)
         heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
     );
     EXPECT_THAT(index.learned, ElementsAre("/usr/bin/innocent is mousepad"));
+}
+
+TEST_F(LinuxWorkspace, CopyThatAnApplicationWasStartedForIsThatApplication)
+{
+    index.copies["/usr/bin/boxed"] = "mousepad";
+    start();
+    exec(10, "xterm");
+    processes.all.push_back(process(11, "boxed"));
+    processes.ancestors[11] = {10, 1};
+    heard.clear();
+    windows.show({11, "Boxed", "boxed", "", 1});
+
+    EXPECT_THAT(heard, ElementsAre("did launch xterm"));
 }
 
 TEST_F(LinuxWorkspace, WindowWithoutAProcessIsItsApplicationUntilItGoes)
