@@ -19,6 +19,7 @@ constexpr unsigned PREFER_DARK = 1;
 
 SettingsPortal::SettingsPortal(const std::string& busAddress) : bus(busAddress)
 {
+    qRegisterMetaType<QDBusVariant>(); // by its name, or the signal finds no slot for it
     bus.onConnected = [this](QDBusConnection& connection) {
         // Not tied to the portal's name: the toolkit would ask the bus who that is, and wait for
         // it.
