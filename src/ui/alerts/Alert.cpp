@@ -40,7 +40,7 @@ QString buttonTitle(const std::string& option)
 /// Gives the alert the margins of the program, and its texts room for a good line.
 void arrange(const QMessageBox& alert)
 {
-    constexpr int CHARACTERS = 48;
+    constexpr int CHARACTERS = 40;
     auto* const layout = qobject_cast<QGridLayout*>(alert.layout());
     if (layout == nullptr) {
         return; // another layout of the toolkit's is as good

@@ -18,9 +18,8 @@ EmptyListMessage nothingMatches(const QString& filter, bool runningApplicationsO
         runningApplicationsOnly
             ? QStringLiteral("Try another part of the name, or turn off “List Running Applications "
                              "Only” to look among all that are installed.")
-            : QStringLiteral("Try another part of the name. If the application is not in your "
-                             "Applications folder, start it and turn on “List Running "
-                             "Applications Only”.")};
+            : QStringLiteral("Try another part of the name, or start the application and turn on "
+                             "“List Running Applications Only”.")};
 }
 
 EmptyListMessage everythingIsProtected(bool runningApplicationsOnly)
