@@ -18,6 +18,7 @@ public:
     };
 
     static constexpr Pixel LIGHT = 0xE6E6E6;
+    static constexpr Pixel DARK = 0x202428;
 
     /// Returns when the panel is drawn, on this ground, and items can come; throws `Failure` when
     /// it does not come to that. The scale makes the tray, and what is in it, so much larger.

@@ -1,0 +1,385 @@
+#include "screenshots/Gallery.h"
+
+#include "desktop/Backdrop.h"
+#include "desktop/Failure.h"
+#include "desktop/Pixels.h"
+#include "desktop/TemporaryFolder.h"
+#include "desktop/WindowFrames.h"
+#include "person/Screens.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace screenshots {
+
+namespace screens = person::screens;
+using desktop::Rectangle;
+
+namespace {
+
+constexpr int WIDTH = 1280;
+constexpr int HEIGHT = 800;
+constexpr int MARGIN = 24;
+constexpr int TITLE_HEIGHT = 24;
+constexpr auto PORTAL = "org.freedesktop.portal.Desktop";
+
+constexpr desktop::Pixel LIGHT_DESKTOP = 0x9DB4C6;
+constexpr desktop::Pixel DARK_DESKTOP = 0x1D2B36;
+
+/// What is offered where it is installed, so that pictures do not show all that a machine has.
+constexpr std::array APPLICATIONS = {
+    "debian-xterm",
+    "firefox-esr",
+    "galculator",
+    "libreoffice-calc",
+    "org.gnome.Calculator",
+    "org.gnome.Characters",
+    "org.gnome.Evince",
+    "org.gnome.Meld",
+    "org.gnome.seahorse.Application",
+    "org.gnome.Terminal",
+    "org.xfce.mousepad",
+    "thunar",
+};
+constexpr std::array PROTECTED = {"Calculator", "Document Viewer", "Mousepad"};
+
+desktop::Desktop::Parts partsOf(const Look& look)
+{
+    desktop::Desktop::Parts parts;
+    parts.screens = {
+        {0,
+         0,
+         static_cast<std::uint16_t>(WIDTH * look.scale),
+         static_cast<std::uint16_t>(HEIGHT * look.scale)}};
+    parts.windowManager = false; // comes when its look is known
+    return parts;
+}
+
+/// The smallest area that holds both.
+Rectangle around(const Rectangle& one, const Rectangle& other)
+{
+    const int left = std::min<int>(one.x, other.x);
+    const int top = std::min<int>(one.y, other.y);
+    const int right = std::max(one.x + one.width, other.x + other.width);
+    const int bottom = std::max(one.y + one.height, other.y + other.height);
+    return {
+        static_cast<std::int16_t>(left),
+        static_cast<std::int16_t>(top),
+        static_cast<std::uint16_t>(right - left),
+        static_cast<std::uint16_t>(bottom - top)};
+}
+
+} // namespace
+
+Gallery::Gallery(std::filesystem::path wantedPictures, Look wantedLook)
+    : pictures(std::move(wantedPictures)),
+      look(wantedLook),
+      session(partsOf(look)),
+      portal(desktop::connectToBus(session.desk.bus().address())),
+      user(session.desk)
+{
+    desktop::Desktop& desk = session.desk;
+    desktop::styleWindowFrames(desk.home(), look.scale);
+    desk.startWindowManager();
+    desktop::paintBackdrop(desk.connection(), look.dark ? DARK_DESKTOP : LIGHT_DESKTOP);
+    panel.emplace(
+        desk,
+        desktop::StatusPanel::Kind::SystemTray,
+        look.dark ? desktop::StatusPanel::DARK : desktop::StatusPanel::LIGHT,
+        look.scale
+    );
+    desk.environment["QT_SCALE_FACTOR"] = std::to_string(look.scale);
+    offerApplications();
+}
+
+void Gallery::offerApplications()
+{
+    const auto share = session.desk.home() / "share";
+    std::filesystem::create_directories(share / "applications");
+    for (const std::string application : APPLICATIONS) {
+        const std::filesystem::path entry = "/usr/share/applications/" + application + ".desktop";
+        if (std::filesystem::exists(entry)) {
+            std::filesystem::copy_file(entry, share / "applications" / entry.filename());
+        }
+    }
+    for (const std::string folder : {"icons", "pixmaps", "mime"}) {
+        std::filesystem::create_directory_symlink("/usr/share/" + folder, share / folder);
+    }
+    session.desk.environment["XDG_DATA_DIRS"] = share.string();
+}
+
+void Gallery::takeAll()
+{
+    if (look.dark && sd_bus_request_name(portal.get(), PORTAL, 0) < 0) {
+        throw desktop::Failure("the bus does not let anybody tell the desktop's appearance");
+    }
+    session.startAgent({});
+    greet();
+    setPassword();
+    openContent();
+    pickApplications();
+    reopenContent();
+    failToStartAtLogin();
+    openMenu();
+    showHelp();
+    lock();
+}
+
+/// Says what a desktop that prefers dark colours says.
+void Gallery::appearDark()
+{
+    if (look.dark) {
+        sd_bus_emit_signal(
+            portal.get(),
+            "/org/freedesktop/portal/desktop",
+            "org.freedesktop.portal.Settings",
+            "SettingChanged",
+            "ssv",
+            "org.freedesktop.appearance",
+            "color-scheme",
+            "u",
+            1
+        );
+        sd_bus_flush(portal.get());
+    }
+}
+
+void Gallery::greet()
+{
+    user.waitFor(screens::NO_PASSWORD);
+    appearDark();
+    user.waitFor(person::window(screens::GREETING));
+    user.focus(person::button("Set Up Password", screens::POPOVER));
+    takePopover("popover-no-password");
+    clickTitleOf(screens::GREETING);
+    user.waitForFocusOn(person::button("Set Up Password", screens::GREETING));
+    takeWindow("greeting", screens::GREETING);
+}
+
+void Gallery::setPassword()
+{
+    user.activate(person::button("Set Up Password", screens::GREETING));
+    user.waitForFocusOn(screens::NEW_PASSWORD);
+    user.waitForEndOf(person::window(screens::GREETING));
+    takeWindow("password", screens::PASSWORD_WINDOW);
+    takeItem("status-item");
+    user.write(agent::PASSWORD, screens::NEW_PASSWORD);
+    user.write("open sesam", screens::CONFIRMATION);
+    user.activate(screens::CONFIRM);
+    user.waitForFocusOn(screens::ALERT_BUTTON);
+    takeWindow("password-error", screens::PASSWORD_WINDOW);
+    user.press(desktop::KEY_RETURN);
+    user.write(agent::PASSWORD, screens::CONFIRMATION);
+    user.activate(screens::CONFIRM);
+    user.waitForFocusOn(screens::GATE);
+    takePopover("popover-gate");
+}
+
+void Gallery::openContent()
+{
+    user.type("open sesam");
+    user.press(desktop::KEY_RETURN);
+    user.waitUntil("the gate says no", [this] {
+        return user.find(screens::GATE).description() == "Wrong password";
+    });
+    takePopover("popover-wrong-password");
+    user.type(agent::PASSWORD);
+    user.press(desktop::KEY_RETURN);
+    user.waitFor(screens::NOTHING_PROTECTED);
+    takePopover("popover-empty");
+    takeItem("status-item-open");
+}
+
+void Gallery::pickApplications()
+{
+    user.activate(screens::ADD);
+    user.waitFor(screens::ADMINISTRATIVE);
+    user.activate(screens::ADMINISTRATIVE);
+    user.waitFor(person::row(PROTECTED.front(), screens::PICKER));
+    takeWindow("picker", screens::PICKER_TITLE);
+    for (const std::string application : PROTECTED) {
+        user.write(application, screens::FILTER);
+        user.waitUntil("nothing else is offered", [&] {
+            return user.rows() == std::vector<std::string>{application};
+        });
+        user.press(desktop::KEY_DOWN); // into the list
+        user.press(desktop::KEY_RETURN);
+        user.waitForEndOf(person::row(application, screens::PICKER));
+    }
+    user.write("te", screens::FILTER);
+    user.waitFor(person::row("XTerm", screens::PICKER));
+    takeWindow("picker-filter", screens::PICKER_TITLE);
+    user.write("solitaire", screens::FILTER);
+    user.waitForEndOf(person::row("XTerm", screens::PICKER));
+    takeWindow("picker-no-match", screens::PICKER_TITLE);
+    user.activate(screens::CLEAR_FILTER);
+    user.activate(screens::ABOUT_RUNNING_ONLY);
+    user.waitForFocusOn(screens::ALERT_BUTTON);
+    takeWindow("picker-help", screens::PICKER_TITLE);
+    user.press(desktop::KEY_RETURN);
+    user.waitForFocusOn(screens::OFFERED);
+    user.press(desktop::KEY_ESCAPE);
+    user.waitForEndOf(person::window(screens::PICKER));
+}
+
+void Gallery::reopenContent()
+{
+    user.clickAt(panel->firstItem());
+    user.waitForFocusOn(screens::GATE);
+    user.type(agent::PASSWORD);
+    user.press(desktop::KEY_RETURN);
+    user.waitFor(person::row(PROTECTED.front(), screens::POPOVER));
+}
+
+/// Where the folder of what starts at login should be, there is a file.
+void Gallery::failToStartAtLogin()
+{
+    takePopover("popover");
+    const auto autostart = session.desk.home() / ".config/autostart";
+    std::filesystem::remove_all(autostart);
+    desktop::writeFile(autostart, "");
+    user.activate(screens::START_AT_LOGIN);
+    user.waitForFocusOn(screens::ALERT_BUTTON);
+    takeFocused("alert");
+    user.press(desktop::KEY_RETURN);
+    std::filesystem::remove(autostart);
+    user.waitForEndOf(screens::ALERT_BUTTON);
+}
+
+void Gallery::openMenu()
+{
+    if (!user.sees(screens::CONTENT)) {
+        reopenContent();
+    }
+    user.activate(screens::OPTIONS);
+    user.goTo(screens::LOCK_OTHERS);
+    takePopover("menu");
+}
+
+void Gallery::showHelp()
+{
+    user.goTo(screens::HELP_AND_SUPPORT);
+    user.press(desktop::KEY_RETURN);
+    user.waitForFocusOn(screens::HELP_PAGE);
+    takeWindow("help", screens::HELP);
+    user.press(desktop::KEY_ESCAPE);
+    user.waitForEndOf(person::window(screens::HELP));
+}
+
+void Gallery::lock()
+{
+    const desktop::ChildProcess mousepad = session.desk.start({"mousepad"});
+    const Rectangle screen = session.desk.server().screens().front();
+    Rectangle edge = screen;
+    edge.height = MARGIN;
+    user.waitUntil("the lock is up", [&] {
+        return capture(session.desk.connection(), edge).isAllOf(desktop::LOCK_COLOUR);
+    });
+    take("lock", screen);
+    user.press(desktop::KEY_CAPS_LOCK);
+    session.enter("open sesame");
+    take("lock-wrong-password", screen);
+    user.press(desktop::KEY_CAPS_LOCK);
+}
+
+std::optional<Rectangle> Gallery::placeOfWindow(const std::string& title)
+{
+    desktop::Desktop& desk = session.desk;
+    for (const xcb_window_t window : desk.windows().managed()) {
+        if (desk.connection().textProperty(window, "_NET_WM_NAME") == title &&
+            desk.windows().isViewable(window)) {
+            return placeWithFrame(window);
+        }
+    }
+    return std::nullopt;
+}
+
+Rectangle Gallery::placeWithFrame(xcb_window_t window)
+{
+    desktop::Desktop& desk = session.desk;
+    Rectangle place = desk.windows().placeOf(window);
+    const auto frame = desk.connection().property(window, "_NET_FRAME_EXTENTS");
+    if (frame.size() == 4) {
+        place.x = static_cast<std::int16_t>(place.x - static_cast<int>(frame[0]));
+        place.y = static_cast<std::int16_t>(place.y - static_cast<int>(frame[2]));
+        place.width = static_cast<std::uint16_t>(place.width + frame[0] + frame[1]);
+        place.height = static_cast<std::uint16_t>(place.height + frame[2] + frame[3]);
+    }
+    return place;
+}
+
+void Gallery::clickTitleOf(const std::string& window)
+{
+    Rectangle place = placeOfWindow(window).value();
+    place.height = static_cast<std::uint16_t>(TITLE_HEIGHT * look.scale);
+    user.clickAt(place);
+}
+
+void Gallery::takeFocused(const std::string& name)
+{
+    user.waitUntilScreenRests();
+    take(name, placeWithFrame(session.desk.windows().active()));
+}
+
+void Gallery::takeWindow(const std::string& name, const std::string& title)
+{
+    std::optional<Rectangle> place;
+    user.waitUntil("there is a window " + title, [&] {
+        place = placeOfWindow(title);
+        return place.has_value();
+    });
+    take(name, *place);
+}
+
+void Gallery::takePopover(const std::string& name)
+{
+    std::optional<Rectangle> place;
+    user.waitUntil("there is a popover", [&] {
+        place = placeOfWindow(screens::POPOVER);
+        return place.has_value();
+    });
+    Rectangle area = around(*place, panel->firstItem());
+    if (const auto menu = user.placeOfMenu()) {
+        area = around(area, *menu);
+    }
+    take(name, area);
+}
+
+void Gallery::takeItem(const std::string& name)
+{
+    constexpr int WIDTH_OF_PART = 160;
+    Rectangle area = panel->firstItem();
+    area.width = static_cast<std::uint16_t>(WIDTH_OF_PART * look.scale);
+    user.waitUntilScreenRests();
+    save(name, area);
+}
+
+void Gallery::take(const std::string& name, const Rectangle& area)
+{
+    user.waitUntilScreenRests();
+    const Rectangle screen = session.desk.server().screens().front();
+    const int margin = MARGIN * look.scale;
+    const int left = std::max(area.x - margin, 0);
+    const int top = std::max(area.y - margin, 0);
+    const int right = std::min<int>(area.x + area.width + margin, screen.width);
+    const int bottom = std::min<int>(area.y + area.height + margin, screen.height);
+    save(
+        name,
+        {static_cast<std::int16_t>(left),
+         static_cast<std::int16_t>(top),
+         static_cast<std::uint16_t>(right - left),
+         static_cast<std::uint16_t>(bottom - top)}
+    );
+}
+
+void Gallery::save(const std::string& name, const Rectangle& area)
+{
+    const std::string suffix =
+        std::string(look.dark ? "-dark" : "") + (look.scale == 1 ? "" : "@2x");
+    capture(session.desk.connection(), area).savePng(pictures / (name + suffix + ".png"));
+}
+
+} // namespace screenshots
