@@ -32,6 +32,7 @@ struct Instance
     /// Its start was announced then, and no window has come of it yet.
     std::optional<Clock::time_point> awaited;
     std::optional<Clock::time_point> windowlessSince; // its last window went
+    std::optional<Clock::time_point> takenOver; // the leader was found when the last one ended
 };
 
 using InstancePtr = std::shared_ptr<Instance>;

@@ -91,7 +91,9 @@ bool InstanceTracker::joins(const Sighting& sighting)
     const std::string& identifier = sighting.application->identifier;
     forgetEarlierOwner(facts);
     const InstancePtr own = list.ofProcess(facts.pid);
-    if (own != nullptr && own->application->identifier == identifier) {
+    if (own != nullptr && isStartOfItsOwn(*own, facts)) {
+        giveBack(own, facts.pid);
+    } else if (own != nullptr && own->application->identifier == identifier) {
         processBecame(facts); // a wrapper that became what it wraps
         return true;
     }
@@ -105,6 +107,28 @@ bool InstanceTracker::joins(const Sighting& sighting)
     }
     addProcess(*client, facts.pid, facts.startTime);
     return true;
+}
+
+/// Taken for what the last one left behind, because its exec was heard of only after that one's
+/// end: what an instance leaves behind was forked off and executes nothing anew.
+bool InstanceTracker::isStartOfItsOwn(const Instance& instance, const proc::ProcessFacts& facts)
+    const
+{
+    const proc::ProcessFacts& taken = instance.leader;
+    return instance.takenOver && now() - *instance.takenOver <= LONGEST_DELAY &&
+           taken.pid == facts.pid && taken.executable == facts.executable &&
+           taken.arguments == facts.arguments;
+}
+
+void InstanceTracker::giveBack(const InstancePtr& instance, pid_t pid)
+{
+    instance->takenOver.reset();
+    instance->processes.erase(pid);
+    if (instance->processes.empty()) {
+        finish(instance);
+    } else {
+        leadByOldest(*instance);
+    }
 }
 
 bool InstanceTracker::joinsTree(const Sighting& sighting)
@@ -208,15 +232,21 @@ void InstanceTracker::leave(const InstancePtr& instance, pid_t pid)
         }
         return;
     }
-    if (instance->leader.pid == pid) {
-        const auto oldest = std::min_element(
-            instance->processes.begin(),
-            instance->processes.end(),
-            [](const auto& left, const auto& right) { return left.second < right.second; }
-        );
-        instance->leader.pid = oldest->first;
-        instance->leader.startTime = oldest->second;
+    leadByOldest(*instance);
+}
+
+void InstanceTracker::leadByOldest(Instance& instance)
+{
+    if (instance.processes.contains(instance.leader.pid)) {
+        return;
     }
+    const auto oldest = std::min_element(
+        instance.processes.begin(),
+        instance.processes.end(),
+        [](const auto& left, const auto& right) { return left.second < right.second; }
+    );
+    instance.leader.pid = oldest->first;
+    instance.leader.startTime = oldest->second;
 }
 
 /// Applications whose first process only starts the one that stays.
@@ -230,6 +260,7 @@ bool InstanceTracker::isTakenOver(Instance& instance)
         const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
         if (couldBeAChild && list.ofProcess(facts.pid) == nullptr) {
             instance.leader = facts;
+            instance.takenOver = now();
             addProcess(instance, facts.pid, facts.startTime);
             return true;
         }

@@ -41,6 +41,8 @@ public:
     static constexpr std::chrono::seconds LONGEST_GAP{5};
     /// Between a launcher's hint and the exec that it hints at.
     static constexpr std::chrono::seconds LONGEST_HINT{5};
+    /// Between an exec and the time when it is heard of.
+    static constexpr std::chrono::seconds LONGEST_DELAY{5};
 
     /// An application starts. Its process is still in exec.
     std::function<void(const Instance& instance)> onStarted;
@@ -108,6 +110,8 @@ public:
 private:
     void forgetEarlierOwner(const proc::ProcessFacts& facts);
     bool joins(const Sighting& sighting);
+    bool isStartOfItsOwn(const Instance& instance, const proc::ProcessFacts& facts) const;
+    void giveBack(const InstancePtr& instance, pid_t pid);
     bool joinsTree(const Sighting& sighting);
     InstancePtr add(const Sighting& sighting);
     void announce(const InstancePtr& instance);
@@ -117,6 +121,7 @@ private:
     void settleEarlierThan(const Instance& instance);
     void settleOthers(const std::function<bool(const Instance& other)>& matches);
     void leave(const InstancePtr& instance, pid_t pid);
+    static void leadByOldest(Instance& instance);
     bool isTakenOver(Instance& instance);
     void finish(const InstancePtr& instance);
     bool isGuest(const Sighting& sighting) const;

@@ -73,6 +73,17 @@ TEST_F(Life, ASignalEndsTheAgentAsItEndsAnyProgram)
     EXPECT_TRUE(WIFSIGNALED(*status) && WTERMSIG(*status) == SIGTERM);
 }
 
+TEST_F(Life, EachStartIsLockedThoughTheLastOneHasJustEnded)
+{
+    constexpr std::size_t STARTS = 20;
+    for (std::size_t start = 1; start <= STARTS; ++start) {
+        Recorder xterm(session->desk); // ended, and started anew, at once
+        ASSERT_TRUE(session->waitForLine("Will start: XTerm", start));
+    }
+    EXPECT_TRUE(session->waitForLine("Terminated: XTerm", STARTS));
+    EXPECT_TRUE(desktop::waitUntil([&] { return !isCovered(session->desk); }, PATIENCE));
+}
+
 TEST_F(Life, AnAgentThatIsKilledWhileItLocksComesBackWithItsLock)
 {
     const Recorder xterm(session->desk);

@@ -294,6 +294,45 @@ TEST_F(InstanceTracker, SurvivorOfTheSameExecutableTakesOver)
     EXPECT_EQ(said.back(), "ended thunar");
 }
 
+TEST_F(InstanceTracker, StartRightAfterAnEndIsNoSurvivorThoughItsExecIsHeardOfLater)
+{
+    start(10, "xterm");
+    show(10);
+    said.clear();
+    survivors = {process(11, "xterm")};
+    end(10);
+    survivors.clear();
+    start(11, "xterm");
+
+    EXPECT_THAT(said, ElementsAre("ended xterm", "started xterm"));
+    EXPECT_EQ(tracker.instances().all().size(), 1U);
+    end(11);
+    EXPECT_EQ(said.back(), "ended xterm");
+}
+
+TEST_F(InstanceTracker, SurvivorThatExecutesSomethingElseStaysWhatItIs)
+{
+    start(10, "thunar");
+    survivors = {process(11, "thunar")};
+    end(10);
+    proc::ProcessFacts real = process(11, "thunar");
+    real.executable = "/usr/lib/thunar/real";
+    tracker.processStarted({real, known("thunar"), {}});
+
+    EXPECT_THAT(said, ElementsAre("started thunar"));
+}
+
+TEST_F(InstanceTracker, SurvivorThatIsSeenAgainLongAfterwardsIsNoStart)
+{
+    start(10, "thunar");
+    survivors = {process(11, "thunar")};
+    end(10);
+    time += workspace::InstanceTracker::LONGEST_DELAY + std::chrono::seconds(1);
+    start(11, "thunar"); // among all that runs, after events were lost
+
+    EXPECT_THAT(said, ElementsAre("started thunar"));
+}
+
 TEST_F(InstanceTracker, OlderProcessOfTheSameExecutableIsNoSurvivor)
 {
     start(10, "thunar");
