@@ -31,6 +31,8 @@ struct SessionBus::Attempt
 
 namespace {
 
+constexpr std::chrono::seconds LAST_WAIT(1);
+
 QString nextName()
 {
     static int count = 0;
@@ -54,6 +56,10 @@ SessionBus::~SessionBus()
 {
     if (attempt) {
         attempt->owner = nullptr;
+        // The toolkit may be gone soon, and the thread is not to outlive that.
+        std::unique_lock lock(attempt->mutex);
+        attempt->done.wait_for(lock, LAST_WAIT, [this] { return attempt->made.has_value(); });
+        attempt->made = none();
     }
     current = none();
     if (!name.isEmpty()) {
@@ -113,19 +119,20 @@ void SessionBus::run(const std::shared_ptr<Attempt>& attempt)
     QDBusConnection made = busAnswers(attempt->address.toStdString())
                                ? QDBusConnection::connectToBus(attempt->address, attempt->name)
                                : none();
-    {
-        const std::lock_guard lock(attempt->mutex);
-        attempt->made = std::exchange(made, none());
-    }
-    attempt->done.notify_all();
     const auto tell = [attempt] {
         if (attempt->owner != nullptr) {
             attempt->owner->takeResult();
         }
     };
-    if (QCoreApplication* application = QCoreApplication::instance()) {
-        QMetaObject::invokeMethod(application, tell, Qt::QueuedConnection);
+    {
+        // Last of all, and at once: whoever has the result may end the toolkit.
+        const std::lock_guard lock(attempt->mutex);
+        if (QCoreApplication* application = QCoreApplication::instance()) {
+            QMetaObject::invokeMethod(application, tell, Qt::QueuedConnection);
+        }
+        attempt->made = std::exchange(made, none());
     }
+    attempt->done.notify_all();
 }
 
 std::string sessionBusAddress()

@@ -1,5 +1,6 @@
 // From an empty home to a password, as a person with a keyboard goes.
 
+#include "desktop/ForeignClient.h"
 #include "session/agent/InterfaceTest.h"
 
 namespace agent {
@@ -84,6 +85,10 @@ TEST_F(FirstStart, AWindowIsMovedByItsGround)
         PATIENCE
     ));
     hand.releaseButton();
+    // The window manager keeps keyboard and pointer while it moves a window.
+    desktop::XConnection other(session->desk.server().displayName());
+    ASSERT_TRUE(desktop::waitUntil([&] { return desktop::grabInput(other); }, PATIENCE));
+    desktop::releaseInput(other);
     press(desktop::KEY_RETURN);
     EXPECT_TRUE(getsKeys(PREFERENCES));
 }
