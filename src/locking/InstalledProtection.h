@@ -23,7 +23,7 @@ public:
 
     /// Tells whom these settings protect, now and at each change. To be called once; both must live
     /// to the end of the process.
-    void follow(storage::ConfigurationAndPreferencesService& settings);
+    void follow(storage::ConfigurationAndPreferencesService& followed);
 
     /// Something was installed or removed. Before `follow` it counts for nothing.
     void applicationsChanged();

@@ -31,7 +31,7 @@ QByteArray socketName(const QByteArray& address)
     }
     for (const QByteArray& part : address.mid(TRANSPORT.size()).split(',')) {
         const qsizetype equals = part.indexOf('=');
-        const QByteArray value = QByteArray::fromPercentEncoding(part.mid(equals + 1));
+        QByteArray value = QByteArray::fromPercentEncoding(part.mid(equals + 1));
         if (part.startsWith("path=")) {
             return value;
         }

@@ -24,7 +24,7 @@ public:
 private:
     struct Stream
     {
-        int descriptor;
+        int descriptor = -1;
         bool isStuck = false; // it took nothing when it was last waited for
     };
 

@@ -34,7 +34,7 @@ struct SessionInstance::Holding
         }
     }
 
-    pid_t owner;
+    pid_t owner = 0;
     std::string name;
     descriptors::FileDescriptor directory;
     descriptors::FileDescriptor lock;

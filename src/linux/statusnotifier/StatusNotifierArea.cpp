@@ -13,30 +13,29 @@ StatusNotifierArea::StatusNotifierArea(std::string busAddress, Report report)
       watch(this->busAddress)
 {
     watch.onChanged = [this] { hostChanged(); };
+    refusal.setSingleShot(true);
+    QObject::connect(&refusal, &QTimer::timeout, &refusal, [this] { refuse(); });
 }
 
 void StatusNotifierArea::hostChanged()
 {
-    ++showings; // what the one before has still to say counts no more
+    refusal.stop(); // it was about what is no more
     refused = false;
     platform::call(onPresenceChanged);
 }
 
 std::unique_ptr<statusbar::Showing> StatusNotifierArea::show(statusbar::ItemSource& item)
 {
+    refusal.stop();
     auto published = std::make_unique<PublishedItem>(busAddress, item);
-    published->onRefused = [this, showing = ++showings](const std::string& reason) {
-        const auto refuseIt = [this, showing, reason] {
-            if (showing == showings) {
-                refuse(reason);
-            }
-        };
-        QMetaObject::invokeMethod(&watch, refuseIt, Qt::QueuedConnection); // it ends the item
+    published->onRefused = [this](const std::string& given) {
+        reason = given;
+        refusal.start(0);
     };
     return published;
 }
 
-void StatusNotifierArea::refuse(const std::string& reason)
+void StatusNotifierArea::refuse()
 {
     if (std::exchange(refused, true)) {
         return;

@@ -4,6 +4,8 @@
 #include "linux/statusbar/StatusArea.h"
 #include "linux/statusnotifier/StatusNotifierWatch.h"
 
+#include <QTimer>
+
 #include <functional>
 #include <string>
 
@@ -24,12 +26,13 @@ public:
 
 private:
     void hostChanged();
-    void refuse(const std::string& reason);
+    void refuse();
 
     std::string busAddress;
     Report report;
     StatusNotifierWatch watch;
-    int showings = 0; // so far
+    QTimer refusal; // one turn later: it ends the item that was refused
+    std::string reason;
     bool refused = false;
 };
 
