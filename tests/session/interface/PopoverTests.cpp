@@ -223,6 +223,7 @@ TEST_F(PopoverUse, WithoutAStatusAreaItClosesWhereTheUserGoesElsewhere)
 TEST_F(PopoverUse, OneLineSaysThatThereIsNoStatusArea)
 {
     startWithPassword();
+    user->waitForFocusOn(screens::GATE);
     user->press(desktop::KEY_ESCAPE);
     user->waitForEndOf(person::window(screens::POPOVER));
     openPopover();
