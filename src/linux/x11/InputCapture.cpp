@@ -147,13 +147,14 @@ void InputCapture::noteResult(Clock::time_point now)
     if (!std::exchange(missing, true)) {
         missingSince = now;
         nextEscape = now + BEFORE_ESCAPE;
+        hasteUntil = now + HASTE;
         escapes = 0;
     }
     // Who holds the pointer alone would not hear of it: the keyboard is held here by then.
     if (!devices.empty() && !keyboardsHeld && now >= nextEscape) {
         askToLetGo(now);
     }
-    nextAttempt = now + (now < hasteUntil ? AFTER_ESCAPE : RETRY);
+    nextAttempt = now + (now < hasteUntil ? IN_HASTE : RETRY);
 }
 
 void InputCapture::askToLetGo(Clock::time_point now)

@@ -26,7 +26,7 @@ public:
 
     static constexpr std::chrono::milliseconds RETRY{100};
     static constexpr std::chrono::milliseconds CONFIRMATION{500};
-    static constexpr std::chrono::milliseconds AFTER_ESCAPE{20};
+    static constexpr std::chrono::milliseconds IN_HASTE{10};
     static constexpr std::chrono::milliseconds AFTER_HINT{10};
     static constexpr std::chrono::seconds PATIENCE{1};
     /// As long as a key may still be down that started the application.
@@ -34,7 +34,8 @@ public:
     static constexpr std::chrono::milliseconds BETWEEN_ESCAPES{200};
     static constexpr std::chrono::seconds BETWEEN_LATER_ESCAPES{2};
     static constexpr int EARLY_ESCAPES = 4;
-    static constexpr std::chrono::milliseconds HASTE{100}; // after each Escape
+    /// After each Escape, and at first: one's own menus close at the sight of the lock.
+    static constexpr std::chrono::milliseconds HASTE{100};
 
     InputCapture(const Connection& connection, Report report);
 

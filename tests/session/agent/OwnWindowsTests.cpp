@@ -42,15 +42,15 @@ protected:
         );
     }
 
-    /// Whether a terminal that is started now is locked, and to be had with the password.
-    bool locksAndUnlocks() const
+    /// A terminal that is started now is locked, and to be had with the password.
+    void lockAndUnlock() const
     {
         Recorder xterm(session->desk);
-        if (!locks()) {
-            return false;
-        }
+        ASSERT_TRUE(locks());
         session->enter(PASSWORD); // once: an alert would end at the first Return
-        return getsFocus(xterm.process()) && xterm.waitUntilItListens() && xterm.received().empty();
+        EXPECT_TRUE(getsFocus(xterm.process()));
+        EXPECT_TRUE(xterm.waitUntilItListens());
+        EXPECT_EQ(xterm.received(), "");
     }
 };
 
@@ -70,7 +70,7 @@ TEST_F(OwnWindows, AnOpenPopoverLeavesTheKeysToTheLock)
     ASSERT_TRUE(start({}));
     ASSERT_TRUE(getsKeys(TARVEL));
 
-    EXPECT_TRUE(locksAndUnlocks());
+    lockAndUnlock();
     EXPECT_FALSE(showsTheList()); // the password was the lock's
 }
 
@@ -84,7 +84,7 @@ TEST_F(OwnWindows, AnOpenMenuLeavesTheKeysToTheLock)
         [&] { return session->desk.windows().viewableTopLevels().size() > windows; }, PATIENCE
     ));
 
-    EXPECT_TRUE(locksAndUnlocks());
+    lockAndUnlock();
 }
 
 TEST_F(OwnWindows, AnAlertOfTheWholeProgramLeavesTheKeysToTheLock)
@@ -102,7 +102,7 @@ TEST_F(OwnWindows, AnAlertOfTheWholeProgramLeavesTheKeysToTheLock)
     ASSERT_TRUE(getsKeys(TARVEL)); // the alert
     const xcb_window_t alert = session->desk.windows().ofTitle(TARVEL);
 
-    EXPECT_TRUE(locksAndUnlocks());
+    lockAndUnlock();
     EXPECT_EQ(session->desk.windows().ofTitle(TARVEL), alert); // it is still to be answered
     EXPECT_EQ(kept("LoginStart"), std::nullopt);
 }
