@@ -1,6 +1,7 @@
 #include "agent/Agent.h"
 
 #include "app/Constants.h"
+#include "linux/session/Programs.h"
 #include "linux/statusnotifier/StatusNotifierArea.h"
 #include "linux/tray/TrayArea.h"
 #include "linux/x11/Strength.h"
@@ -25,7 +26,7 @@ namespace {
 std::filesystem::path ownFolder(QStandardPaths::StandardLocation location)
 {
     return std::filesystem::path(QStandardPaths::writableLocation(location).toStdString()) /
-           IDENTIFIER;
+           session::IDENTIFIER;
 }
 
 /// What a desktop may offer, the better first.
@@ -201,7 +202,7 @@ void Agent::launched()
 void Agent::keychainRefused(const std::string& reason)
 {
     log.diagnostic(reason);
-    notifications.post(storage::KeyConstants::TERMINATE_HELPER_KEY, IDENTIFIER);
+    notifications.post(storage::KeyConstants::TERMINATE_HELPER_KEY, session::IDENTIFIER);
     processInfo.exit(1);
 }
 

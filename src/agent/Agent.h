@@ -35,9 +35,6 @@
 
 namespace agent {
 
-/// The main bundle's identifier, and with it the name of its folders and of its desktop entry.
-inline constexpr auto IDENTIFIER = "com.quorvent.Tarvel";
-
 /// Where diagnostics of all adapters go. Any thread.
 struct Reporter
 {
