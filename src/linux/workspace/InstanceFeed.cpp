@@ -35,13 +35,13 @@ void InstanceFeed::wireTracker()
 {
     InstanceTracker& tracker = parts.tracker;
     tracker.onWatchWanted = [this](pid_t pid, std::uint64_t startTime) { watch(pid, startTime); };
-    tracker.isAlive = [this](pid_t pid, std::uint64_t startTime) {
+    tracker.ask.isAlive = [this](pid_t pid, std::uint64_t startTime) {
         return parts.processes.alive(pid, startTime);
     };
-    tracker.shareProgram = [this](const std::string& identifier, const std::string& other) {
+    tracker.ask.shareProgram = [this](const std::string& identifier, const std::string& other) {
         return parts.applications.shareProgram(identifier, other);
     };
-    tracker.survivorsOf = [this](const Instance& instance) { return survivorsOf(instance); };
+    tracker.ask.survivorsOf = [this](const Instance& instance) { return survivorsOf(instance); };
 }
 
 void InstanceFeed::wireProcesses()

@@ -2,20 +2,25 @@
 
 #include "platform/Call.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace workspace {
 
-namespace {
-
-bool contains(const Instance& instance, pid_t pid, std::uint64_t startTime)
+InstanceTracker::InstanceTracker()
 {
-    const auto found = instance.processes.find(pid);
-    return found != instance.processes.end() && found->second == startTime;
+    ends.onEnded = [this](const Instance& instance) { platform::call(onEnded, instance); };
+    ends.onHandedOver = [this](const Instance& instance) {
+        platform::call(onHandedOver, instance);
+    };
+    ends.onTakenOver = [this](pid_t pid, std::uint64_t startTime) {
+        platform::call(onWatchWanted, pid, startTime);
+    };
+    windows.onStartedAgain = [this](const Instance& instance) {
+        platform::call(onStartedAgain, instance);
+    };
+    windows.onWindowShown = [this](const Instance& instance) {
+        platform::call(onWindowShown, instance);
+    };
+    windows.onEnded = [this](const Instance& instance) { platform::call(onEnded, instance); };
 }
-
-} // namespace
 
 void InstanceTracker::alreadyRunning(const Sighting& sighting)
 {
@@ -28,8 +33,7 @@ void InstanceTracker::processStarted(const Sighting& sighting)
 {
     settle();
     // Two sources may tell of one start, and the second one only after the end.
-    const auto process = std::pair(sighting.facts.pid, sighting.facts.startTime);
-    if (std::find(ended.begin(), ended.end(), process) != ended.end()) {
+    if (ends.wasHeardOf(sighting.facts.pid, sighting.facts.startTime)) {
         return;
     }
     if (!joins(sighting)) {
@@ -39,15 +43,16 @@ void InstanceTracker::processStarted(const Sighting& sighting)
 
 void InstanceTracker::announce(const InstancePtr& instance)
 {
-    instance->awaited = now();
-    instance->expected = wasExpected(*instance);
-    hints.erase(instance->application->identifier);
+    const std::string& identifier = instance->application->identifier;
+    instance->awaited = ask.now();
+    instance->expected = hints.announces(identifier, ask.now());
+    hints.remove(identifier);
     platform::call(onStarted, *instance);
 }
 
 void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
 {
-    forgetEarlierOwner(facts);
+    ends.forgetEarlierOwner(facts);
     const InstancePtr instance = list.ofProcess(facts.pid);
     if (instance != nullptr && instance->leader.pid == facts.pid) {
         instance->leader = facts;
@@ -62,26 +67,14 @@ void InstanceTracker::childStarted(const proc::ProcessFacts& facts)
     }
 }
 
-void InstanceTracker::settle()
+void InstanceTracker::processEnded(pid_t pid, std::uint64_t startTime)
 {
-    std::vector<std::pair<pid_t, std::uint64_t>> processes;
-    for (const InstancePtr& instance : list.all()) {
-        processes.insert(processes.end(), instance->processes.begin(), instance->processes.end());
-    }
-    for (const auto& [pid, startTime] : processes) {
-        if (isAlive && !isAlive(pid, startTime)) {
-            processEnded(pid, startTime);
-        }
-    }
+    ends.processEnded(pid, startTime);
 }
 
-/// A process identifier that was used again: whoever had it before is gone.
-void InstanceTracker::forgetEarlierOwner(const proc::ProcessFacts& facts)
+void InstanceTracker::settle()
 {
-    const InstancePtr earlier = list.ofProcess(facts.pid);
-    if (earlier != nullptr && !contains(*earlier, facts.pid, facts.startTime)) {
-        processEnded(facts.pid, earlier->processes[facts.pid]);
-    }
+    ends.settle();
 }
 
 /// True when the process belongs to an instance that is known already.
@@ -89,10 +82,10 @@ bool InstanceTracker::joins(const Sighting& sighting)
 {
     const proc::ProcessFacts& facts = sighting.facts;
     const std::string& identifier = sighting.application->identifier;
-    forgetEarlierOwner(facts);
+    ends.forgetEarlierOwner(facts);
     const InstancePtr own = list.ofProcess(facts.pid);
-    if (own != nullptr && isStartOfItsOwn(*own, facts)) {
-        giveBack(own, facts.pid);
+    if (own != nullptr && succession.isMistaken(*own, facts)) {
+        ends.giveBack(own, facts.pid);
     } else if (own != nullptr && own->application->identifier == identifier) {
         processBecame(facts); // a wrapper that became what it wraps
         return true;
@@ -101,34 +94,12 @@ bool InstanceTracker::joins(const Sighting& sighting)
         return true;
     }
     // The service of an application that only asks the bus for it.
-    const InstancePtr client = sighting.byBus ? awaitedOf(identifier) : nullptr;
+    const InstancePtr client = sighting.byBus ? awaited.latestOf(identifier) : nullptr;
     if (client == nullptr) {
         return false;
     }
     addProcess(*client, facts.pid, facts.startTime);
     return true;
-}
-
-/// Taken for what the last one left behind, because its exec was heard of only after that one's
-/// end: what an instance leaves behind was forked off and executes nothing anew.
-bool InstanceTracker::isStartOfItsOwn(const Instance& instance, const proc::ProcessFacts& facts)
-    const
-{
-    const proc::ProcessFacts& taken = instance.leader;
-    return instance.takenOver && now() - *instance.takenOver <= LONGEST_DELAY &&
-           taken.pid == facts.pid && taken.executable == facts.executable &&
-           taken.arguments == facts.arguments;
-}
-
-void InstanceTracker::giveBack(const InstancePtr& instance, pid_t pid)
-{
-    instance->takenOver.reset();
-    instance->processes.erase(pid);
-    if (instance->processes.empty()) {
-        finish(instance);
-    } else {
-        leadByOldest(*instance);
-    }
 }
 
 bool InstanceTracker::joinsTree(const Sighting& sighting)
@@ -167,280 +138,59 @@ void InstanceTracker::addProcess(Instance& instance, pid_t pid, std::uint64_t st
     platform::call(onWatchWanted, pid, startTime);
 }
 
-void InstanceTracker::processEnded(pid_t pid, std::uint64_t startTime)
-{
-    const std::vector<InstancePtr> instances = list.all();
-    for (const InstancePtr& instance : instances) {
-        if (contains(*instance, pid, startTime)) {
-            remember(pid, startTime);
-            settleLaterThan(*instance);
-            leave(instance, pid);
-        }
-    }
-}
-
-/// A start that handed over to the instance and ended is not to be taken for an end only because
-/// both are gone by now.
-void InstanceTracker::settleLaterThan(const Instance& instance)
-{
-    settleOthers([&](const Instance& other) {
-        return other.number > instance.number && !other.windowShown &&
-               other.application->identifier == instance.application->identifier;
-    });
-}
-
-/// What an earlier one that is gone by now left behind is not the later one's.
-void InstanceTracker::settleEarlierThan(const Instance& instance)
-{
-    settleOthers([&](const Instance& other) {
-        return other.number < instance.number &&
-               other.application->identifier == instance.application->identifier;
-    });
-}
-
-void InstanceTracker::settleOthers(const std::function<bool(const Instance& other)>& matches)
-{
-    std::vector<std::pair<pid_t, std::uint64_t>> processes;
-    for (const InstancePtr& other : list.all()) {
-        if (matches(*other)) {
-            processes.insert(processes.end(), other->processes.begin(), other->processes.end());
-        }
-    }
-    for (const auto& process : processes) {
-        const bool known = std::find(ended.begin(), ended.end(), process) != ended.end();
-        if (!known && isAlive && !isAlive(process.first, process.second)) {
-            processEnded(process.first, process.second);
-        }
-    }
-}
-
-void InstanceTracker::remember(pid_t pid, std::uint64_t startTime)
-{
-    constexpr std::size_t MOST_REMEMBERED = 64;
-    ended.emplace_back(pid, startTime);
-    if (ended.size() > MOST_REMEMBERED) {
-        ended.pop_front();
-    }
-}
-
-void InstanceTracker::leave(const InstancePtr& instance, pid_t pid)
-{
-    instance->processes.erase(pid);
-    if (instance->processes.empty()) {
-        if (!isTakenOver(*instance)) {
-            finish(instance);
-        }
-        return;
-    }
-    leadByOldest(*instance);
-}
-
-void InstanceTracker::leadByOldest(Instance& instance)
-{
-    if (instance.processes.contains(instance.leader.pid)) {
-        return;
-    }
-    const auto oldest = std::min_element(
-        instance.processes.begin(),
-        instance.processes.end(),
-        [](const auto& left, const auto& right) { return left.second < right.second; }
-    );
-    instance.leader.pid = oldest->first;
-    instance.leader.startTime = oldest->second;
-}
-
-/// Applications whose first process only starts the one that stays.
-bool InstanceTracker::isTakenOver(Instance& instance)
-{
-    const auto survivors = survivorsOf ? survivorsOf(instance) : std::vector<proc::ProcessFacts>{};
-    if (!survivors.empty()) {
-        settleEarlierThan(instance);
-    }
-    for (const proc::ProcessFacts& facts : survivors) {
-        const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
-        if (couldBeAChild && list.ofProcess(facts.pid) == nullptr) {
-            instance.leader = facts;
-            instance.takenOver = now();
-            addProcess(instance, facts.pid, facts.startTime);
-            return true;
-        }
-    }
-    return false;
-}
-
-void InstanceTracker::finish(const InstancePtr& instance)
-{
-    if (!instance->windowShown && staysAsGuest(*instance)) {
-        return;
-    }
-    list.remove(instance);
-    const InstancePtr other = instance->windowShown ? nullptr : earlierThan(*instance, true);
-    if (other == nullptr) {
-        platform::call(onEnded, *instance);
-        return;
-    }
-    if (other->windows.empty() && instance->awaited) {
-        other->awaited = instance->awaited; // the window is to come from there
-    }
-    platform::call(onHandedOver, *instance);
-}
-
-/// Handed over to a process that runs as another application of the same program: that one will
-/// show the window.
-bool InstanceTracker::staysAsGuest(Instance& instance) const
-{
-    if (instance.guest || !instance.awaited || earlierThan(instance, true) != nullptr) {
-        return false;
-    }
-    const InstancePtr host = earlierThan(instance, false);
-    if (host == nullptr) {
-        return false;
-    }
-    instance.guest = true;
-    instance.leader = host->leader;
-    instance.processes = host->processes;
-    return true;
-}
-
-/// The latest one before it that may take over its start.
-InstancePtr InstanceTracker::earlierThan(const Instance& instance, bool sameApplication) const
-{
-    const std::string& identifier = instance.application->identifier;
-    return list.latestThat([&](const Instance& other) {
-        const std::string& otherIdentifier = other.application->identifier;
-        return other.number < instance.number &&
-               (sameApplication
-                    ? otherIdentifier == identifier
-                    : shareProgram && !other.guest && shareProgram(identifier, otherIdentifier));
-    });
-}
-
 InstancePtr InstanceTracker::startedByWindow(const Sighting& sighting)
 {
     settle();
-    const bool shares = isGuest(sighting);
-    if (InstancePtr awaited = awaitedOf(sighting.application->identifier)) {
-        addProcess(*awaited, sighting.facts.pid, sighting.facts.startTime);
-        awaited->guest = awaited->guest || shares;
-        return awaited;
+    const bool guest = handOver.isGuest(sighting);
+    if (InstancePtr start = awaited.latestOf(sighting.application->identifier)) {
+        addProcess(*start, sighting.facts.pid, sighting.facts.startTime);
+        start->guest = start->guest || guest;
+        return start;
     }
-    InstancePtr instance = add(sighting);
-    instance->guest = shares || sighting.facts.pid == 0;
+    InstancePtr instance = addByWindow(sighting, guest);
     announce(instance);
     return instance;
 }
 
 InstancePtr InstanceTracker::runningByWindow(const Sighting& sighting)
 {
-    const bool shares = isGuest(sighting);
-    InstancePtr instance = add(sighting);
-    instance->guest = shares || sighting.facts.pid == 0;
-    return instance;
+    return addByWindow(sighting, handOver.isGuest(sighting));
 }
 
-bool InstanceTracker::isGuest(const Sighting& sighting) const
+InstancePtr InstanceTracker::addByWindow(const Sighting& sighting, bool guest)
 {
-    const InstancePtr host = list.ofProcess(sighting.facts.pid, sighting.ancestors);
-    return host != nullptr && shareProgram &&
-           shareProgram(sighting.application->identifier, host->application->identifier);
+    InstancePtr instance = add(sighting);
+    instance->guest = guest || sighting.facts.pid == 0;
+    return instance;
 }
 
 void InstanceTracker::windowShown(const InstancePtr& instance, std::uint64_t window)
 {
-    for (const InstancePtr& other : std::vector<InstancePtr>(list.all())) {
-        if (other != instance) {
-            loseWindow(other, window); // it changed its class
-        }
-    }
-    const bool appears = instance->windows.empty();
-    if (!instance->windows.insert(window).second || !appears) {
-        return;
-    }
-    const bool before = std::exchange(instance->windowShown, true);
-    const auto since = std::exchange(instance->windowlessSince, std::nullopt);
-    const InstancePtr awaited =
-        isAwaited(*instance) ? instance : awaitedOf(instance->application->identifier);
-    instance->awaited.reset();
-    if (awaited != nullptr) {
-        awaited->awaited.reset();
-    } else if (before && since && now() - *since <= LONGEST_GAP) {
-        return;
-    } else {
-        platform::call(onStartedAgain, *instance);
-    }
-    platform::call(onWindowShown, *instance);
-    tellSameProcess(instance);
-}
-
-/// A process that executed one application after the other shows the window of both.
-void InstanceTracker::tellSameProcess(const InstancePtr& instance) const
-{
-    for (const InstancePtr& other : std::vector<InstancePtr>(list.all())) {
-        const bool same = other != instance && !other->guest && !instance->guest &&
-                          other->leader.pid == instance->leader.pid;
-        if (same && isAwaited(*other)) {
-            other->awaited.reset();
-            other->windowShown = true;
-            platform::call(onWindowShown, *other);
-        }
-    }
+    windows.shown(instance, window);
 }
 
 void InstanceTracker::windowThere(const InstancePtr& instance, std::uint64_t window)
 {
-    instance->windows.insert(window);
-    instance->windowShown = true;
+    WindowEvidence::there(instance, window);
 }
 
 void InstanceTracker::windowGone(std::uint64_t window)
 {
-    for (const InstancePtr& instance : std::vector<InstancePtr>(list.all())) {
-        loseWindow(instance, window);
-    }
-}
-
-void InstanceTracker::loseWindow(const InstancePtr& instance, std::uint64_t window)
-{
-    if (instance->windows.erase(window) == 0 || !instance->windows.empty()) {
-        return;
-    }
-    instance->windowlessSince = now();
-    if (instance->guest) {
-        list.remove(instance);
-        platform::call(onEnded, *instance);
-    }
+    windows.gone(window);
 }
 
 /// One that does not run yet is announced by its exec, a few milliseconds later.
 void InstanceTracker::hinted(const std::string& identifier)
 {
     const InstancePtr instance = list.latestOf(identifier);
-    if (instance == nullptr || isAwaited(*instance)) {
+    if (instance == nullptr || awaited.contain(*instance)) {
         return;
     }
-    hints[identifier] = now();
+    hints.add(identifier, ask.now());
     if (instance->windows.empty()) {
-        instance->awaited = now();
+        instance->awaited = ask.now();
     }
     platform::call(onStartedAgain, *instance);
-}
-
-bool InstanceTracker::wasExpected(const Instance& instance) const
-{
-    const auto hint = hints.find(instance.application->identifier);
-    return hint != hints.end() && now() - hint->second <= LONGEST_HINT;
-}
-
-bool InstanceTracker::isAwaited(const Instance& instance) const
-{
-    return instance.awaited && now() - *instance.awaited <= LONGEST_START;
-}
-
-InstancePtr InstanceTracker::awaitedOf(const std::string& identifier) const
-{
-    return list.latestThat([&](const Instance& instance) {
-        return instance.application->identifier == identifier && isAwaited(instance);
-    });
 }
 
 } // namespace workspace

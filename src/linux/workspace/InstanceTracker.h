@@ -1,28 +1,23 @@
 // Makes starts and ends of applications, as a user sees them, out of those of processes and
 // windows. Pure logic on the main thread: facts come in by calls, conclusions go out by the `on...`
-// members, during the call.
+// members, during the call. Here are the starts of processes; `ProcessEnds` and `WindowEvidence`
+// conclude the rest.
 #pragma once
 
+#include "linux/workspace/AwaitedStarts.h"
+#include "linux/workspace/HandOver.h"
 #include "linux/workspace/InstanceList.h"
+#include "linux/workspace/LaunchHints.h"
+#include "linux/workspace/ProcessEnds.h"
+#include "linux/workspace/Questions.h"
+#include "linux/workspace/Sighting.h"
+#include "linux/workspace/Succession.h"
+#include "linux/workspace/WindowEvidence.h"
 
-#include <deque>
 #include <functional>
-#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace workspace {
-
-/// A process that executes an application.
-struct Sighting
-{
-    proc::ProcessFacts facts;
-    KnownApplicationPtr application;
-    std::vector<pid_t> ancestors; // the nearest first
-    bool launched = false;        // by a launcher, as a start of its own
-    bool byBus = false;           // on behalf of somebody else
-};
 
 /// A process of an application's own tree is a helper of it and no start, unless it has a terminal
 /// of its own or a launcher started it by itself; nor is the service that the bus starts for one. A
@@ -35,14 +30,12 @@ struct Sighting
 class InstanceTracker
 {
 public:
-    /// A start whose first window comes later than that was forgotten meanwhile.
-    static constexpr std::chrono::seconds LONGEST_START{60};
-    /// Between two windows of one start, such as that of its progress and that of its work.
-    static constexpr std::chrono::seconds LONGEST_GAP{5};
-    /// Between a launcher's hint and the exec that it hints at.
-    static constexpr std::chrono::seconds LONGEST_HINT{5};
-    /// Between an exec and the time when it is heard of.
-    static constexpr std::chrono::seconds LONGEST_DELAY{5};
+    InstanceTracker();
+    InstanceTracker(const InstanceTracker&) = delete;
+    InstanceTracker& operator=(const InstanceTracker&) = delete;
+    InstanceTracker(InstanceTracker&&) = delete;
+    InstanceTracker& operator=(InstanceTracker&&) = delete;
+    ~InstanceTracker() = default;
 
     /// An application starts. Its process is still in exec.
     std::function<void(const Instance& instance)> onStarted;
@@ -62,16 +55,7 @@ public:
     /// The end of this process is to be reported by `processEnded`.
     std::function<void(pid_t pid, std::uint64_t startTime)> onWatchWanted;
 
-    /// Asked whether that very process still runs. Unset: all do.
-    std::function<bool(pid_t pid, std::uint64_t startTime)> isAlive;
-
-    /// Asked for the processes that an instance may have left behind. Unset: none.
-    std::function<std::vector<proc::ProcessFacts>(const Instance& instance)> survivorsOf;
-
-    /// Asked whether a process of one application may show the windows of the other. Unset: none.
-    std::function<bool(const std::string& identifier, const std::string& other)> shareProgram;
-
-    std::function<Clock::time_point()> now = Clock::now;
+    Questions ask;
 
     /// What ran before this program: listed without any conclusion.
     void alreadyRunning(const Sighting& sighting);
@@ -108,35 +92,21 @@ public:
     void settle();
 
 private:
-    void forgetEarlierOwner(const proc::ProcessFacts& facts);
     bool joins(const Sighting& sighting);
-    bool isStartOfItsOwn(const Instance& instance, const proc::ProcessFacts& facts) const;
-    void giveBack(const InstancePtr& instance, pid_t pid);
     bool joinsTree(const Sighting& sighting);
     InstancePtr add(const Sighting& sighting);
-    void announce(const InstancePtr& instance);
+    InstancePtr addByWindow(const Sighting& sighting, bool guest);
     void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime) const;
-    void remember(pid_t pid, std::uint64_t startTime);
-    void settleLaterThan(const Instance& instance);
-    void settleEarlierThan(const Instance& instance);
-    void settleOthers(const std::function<bool(const Instance& other)>& matches);
-    void leave(const InstancePtr& instance, pid_t pid);
-    static void leadByOldest(Instance& instance);
-    bool isTakenOver(Instance& instance);
-    void finish(const InstancePtr& instance);
-    bool isGuest(const Sighting& sighting) const;
-    bool staysAsGuest(Instance& instance) const;
-    bool isAwaited(const Instance& instance) const;
-    InstancePtr awaitedOf(const std::string& identifier) const;
-    bool wasExpected(const Instance& instance) const;
-    InstancePtr earlierThan(const Instance& instance, bool sameApplication) const;
-    void tellSameProcess(const InstancePtr& instance) const;
-    void loseWindow(const InstancePtr& instance, std::uint64_t window);
+    void announce(const InstancePtr& instance);
 
     InstanceList list;
-    std::deque<std::pair<pid_t, std::uint64_t>> ended; // the latest ones
-    std::map<std::string, Clock::time_point> hints;    // that were announced, by application
+    LaunchHints hints;
     std::uint64_t latest = 0;
+    AwaitedStarts awaited{list, ask};
+    Succession succession{list, ask};
+    HandOver handOver{list, ask};
+    ProcessEnds ends{list, ask, succession, handOver};
+    WindowEvidence windows{list, ask, awaited};
 };
 
 } // namespace workspace

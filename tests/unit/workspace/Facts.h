@@ -1,7 +1,7 @@
-// Short ways to say which process and which application.
+// Short ways to say which process, which application and which instance.
 #pragma once
 
-#include "linux/workspace/ApplicationIndex.h"
+#include "linux/workspace/Instance.h"
 
 #include <memory>
 #include <string>
@@ -32,6 +32,17 @@ inline proc::ProcessFacts process(pid_t pid, const std::string& executable, int 
         .arguments = {executable},
         .workingDirectory = "/",
     };
+}
+
+/// The application's so-manyth instance, with this one process.
+inline InstancePtr instance(std::uint64_t number, const std::string& identifier, pid_t pid)
+{
+    auto result = std::make_shared<Instance>();
+    result->application = known(identifier);
+    result->number = number;
+    result->leader = process(pid, identifier);
+    result->processes[pid] = result->leader.startTime;
+    return result;
 }
 
 } // namespace workspace

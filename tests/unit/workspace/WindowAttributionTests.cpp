@@ -1,0 +1,136 @@
+// Whose windows are.
+#include "WorkspaceTest.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using workspace::known;
+using workspace::process;
+using WindowAttribution = workspace::WorkspaceTest;
+
+} // namespace
+
+TEST_F(WindowAttribution, WindowNeverOverridesWhatAProcessExecutes)
+{
+    start();
+    exec(10, "xterm");
+    heard.clear();
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(heard, ElementsAre("did launch xterm"));
+}
+
+TEST_F(WindowAttribution, WindowTellsTheApplicationWhereOneProgramIsSeveral)
+{
+    index.add(known("calc"));
+    index.add(known("writer"));
+    index.shared = {"calc", "writer"};
+    start();
+    exec(10, "writer");
+    windows.show({10, "writer", "soffice", "", 1});
+    heard.clear();
+    windows.show({10, "soffice", "soffice", "", 2});
+    EXPECT_THAT(heard, IsEmpty());
+    windows.show({10, "calc", "soffice", "", 2});
+    EXPECT_THAT(heard, ElementsAre("inserted calc", "will launch calc", "did launch calc"));
+    windows.hide(2);
+    EXPECT_EQ(heard.back(), "did terminate calc");
+}
+
+TEST_F(WindowAttribution, WhatAWindowRevealedIsLearned)
+{
+    start();
+    processes.all.push_back(process(10, "copy-of-mousepad"));
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(index.learned, ElementsAre("/usr/bin/copy-of-mousepad is mousepad"));
+}
+
+TEST_F(WindowAttribution, WindowThatNoExecAnnouncedStillLaunchesItsApplication)
+{
+    start();
+    processes.all.push_back(process(10, "copy-of-mousepad"));
+    windows.show({10, "mousepad", "mousepad"});
+    queues.runAll();
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+}
+
+TEST_F(WindowAttribution, WindowOfAChildBelongsToItsApplication)
+{
+    start();
+    exec(10, "xterm");
+    processes.all.push_back(process(12, "nobody"));
+    processes.ancestors[12] = {11, 10, 1};
+    windows.show({12, "Something", "something"});
+
+    EXPECT_EQ(heard.back(), "did launch xterm");
+}
+
+TEST_F(WindowAttribution, WindowOfACopyIsTheApplications)
+{
+    index.copies["/usr/bin/innocent"] = "mousepad";
+    start();
+    exec(10, "xterm");
+    processes.all.push_back(process(11, "innocent"));
+    processes.ancestors[11] = {10, 1};
+    windows.show({10, "xterm", "xterm", "", 5});
+    heard.clear();
+    windows.show({11, "Innocent", "innocent", "", 1});
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+    EXPECT_THAT(index.learned, ElementsAre("/usr/bin/innocent is mousepad"));
+}
+
+TEST_F(WindowAttribution, CopyThatAnApplicationWasStartedForIsThatApplication)
+{
+    index.copies["/usr/bin/boxed"] = "mousepad";
+    start();
+    exec(10, "xterm");
+    processes.all.push_back(process(11, "boxed"));
+    processes.ancestors[11] = {10, 1};
+    heard.clear();
+    windows.show({11, "Boxed", "boxed", "", 1});
+
+    EXPECT_THAT(heard, ElementsAre("did launch xterm"));
+}
+
+TEST_F(WindowAttribution, WindowWithoutAProcessIsItsApplicationUntilItGoes)
+{
+    start();
+    windows.show({0, "mousepad", "mousepad", "", 1});
+    windows.show({0, "mousepad", "mousepad", "", 2});
+    windows.show({0, "Nobody", "nobody", "", 3});
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+    const auto running = desktop.runningApplications("mousepad");
+    ASSERT_EQ(running.size(), 1U);
+    EXPECT_TRUE(desktop.activate(running.front(), 2));
+    EXPECT_THAT(windows.forwardWindows, ElementsAre(1));
+    heard.clear();
+    windows.hide(1);
+    EXPECT_THAT(heard, IsEmpty());
+    windows.hide(2);
+
+    EXPECT_THAT(heard, ElementsAre("removed mousepad", "did terminate mousepad"));
+}
+
+TEST_F(WindowAttribution, WindowWithoutAProcessIsNoPartOfAnotherApplication)
+{
+    start();
+    windows.show({0, "mousepad", "mousepad", "", 1});
+    windows.show({0, "xterm", "xterm", "", 2});
+    exec(10, "mousepad");
+
+    EXPECT_EQ(desktop.runningApplications("mousepad").size(), 2U);
+    EXPECT_EQ(desktop.runningApplications("xterm").size(), 1U);
+}
