@@ -31,6 +31,15 @@ protected:
         return adopted;
     }
 
+    /// Whether the window becomes the one that takes the keys. The guard works on a thread of its
+    /// own: what is typed before goes to the one that was.
+    bool takesKeysSoon(const ToolkitWindow& window)
+    {
+        return world.mainLoop.runUntil([&] {
+            return world.session.windows().focused() == window.id();
+        });
+    }
+
     bool typedSoon(ToolkitWindow& window, const std::string& text)
     {
         return world.mainLoop.runUntil([&] { return window.typedText() == text; });

@@ -64,10 +64,12 @@ TEST_F(Capture, TheLatestKeyWindowTakesTheKeysUntilItIsClosed)
     ToolkitWindow second(display, FRAME);
     const auto adoptedFirst = adopt(first);
     const auto adoptedSecond = adopt(second);
+    ASSERT_TRUE(takesKeysSoon(second));
     input.type("2");
     EXPECT_TRUE(typedSoon(second, "2"));
     adoptedSecond->close();
     second.hide();
+    ASSERT_TRUE(takesKeysSoon(first));
     input.type("1");
     EXPECT_TRUE(typedSoon(first, "1"));
     EXPECT_EQ("2", second.typedText());
