@@ -1,6 +1,5 @@
 #include "tour/Welcome.h"
 
-#include "desktop/KeyringItems.h"
 #include "desktop/Wait.h"
 #include "person/Screens.h"
 
@@ -89,9 +88,9 @@ std::string Welcome::pickApplication()
     stage.user.click(person::row(APPLICATION, screens::PICKER));
     stage.user.waitForEndOf(person::row(APPLICATION, screens::PICKER));
     const std::string wanted = std::string(IDENTIFIER) + ";";
-    const std::string& bus = stage.session.desk.bus().address();
     stage.user.waitUntil("the keyring keeps the choice", [&] {
-        return desktop::lookUpItem(bus, "com.quorvent.Tarvel (Applications)") == wanted;
+        const desktop::KeyringItems& items = stage.session.desk.keyring().items();
+        return items.lookUp("com.quorvent.Tarvel (Applications)") == wanted;
     });
     stage.user.press(desktop::KEY_ESCAPE);
     stage.user.waitForEndOf(person::window(screens::PICKER));

@@ -1,7 +1,6 @@
 #include "KeyringSession.h"
 
 #include "desktop/Failure.h"
-#include "desktop/KeyringItems.h"
 #include "desktop/Wait.h"
 
 #include <utility>
@@ -113,7 +112,7 @@ std::vector<std::string> KeyringSession::lines()
 std::optional<std::string> KeyringSession::storedItem() const
 {
     try {
-        return desktop::lookUpItem(privateBus->address(), ACCOUNT);
+        return keyring->items().lookUp(ACCOUNT);
     } catch (const desktop::Failure&) {
         return std::nullopt;
     }
@@ -121,11 +120,10 @@ std::optional<std::string> KeyringSession::storedItem() const
 
 bool KeyringSession::waitForStoredItem(const std::optional<std::string>& expected) const
 {
-    // Every look is a new client, and gnome-keyring 42 can crash over many new clients at a time.
     return desktop::waitUntil(
         [&] { return storedItem() == expected; },
         std::chrono::seconds(60),
-        std::chrono::milliseconds(200)
+        std::chrono::milliseconds(20)
     );
 }
 

@@ -58,7 +58,10 @@ public:
     secretservice::Report report();
     std::vector<std::string> lines();
 
-    /// As another program sees it; nothing too when the service does not answer.
+    /// As another program sees and writes them.
+    const desktop::KeyringItems& itemsOfOthers() { return keyring->items(); }
+
+    /// The one of `ACCOUNT`; nothing too when the service does not answer.
     [[nodiscard]] std::optional<std::string> storedItem() const;
     [[nodiscard]] bool waitForStoredItem(const std::optional<std::string>& expected) const;
 

@@ -1,7 +1,6 @@
 // The keychain in a real keyring: how items look to others, and what happens when the keyring or
 // the bus fails. Where a call is made while something hangs, that it returns is what is checked.
 #include "KeyringSession.h"
-#include "desktop/KeyringItems.h"
 #include "desktop/Wait.h"
 #include "linux/secretservice/SecretServiceKeychain.h"
 
@@ -54,16 +53,16 @@ TEST_F(SecretServiceKeychainTest, ItemHasTheAttributesThatOthersLookFor)
     addItem("value");
 
     EXPECT_TRUE(dynamic_cast<secretservice::SecretServiceKeychain*>(items.get()) != nullptr);
-    EXPECT_EQ(desktop::lookUpItem(session.bus().address(), "com.quorvent.Tarvel"), std::nullopt);
+    EXPECT_EQ(session.itemsOfOthers().lookUp("com.quorvent.Tarvel"), std::nullopt);
 }
 
 TEST_F(SecretServiceKeychainTest, WhatAnotherProgramWroteIsRead)
 {
     open();
-    desktop::storeItem(session.bus().address(), ACCOUNT, "from outside");
+    session.itemsOfOthers().store(ACCOUNT, "from outside");
     EXPECT_TRUE(becomes("from outside"));
 
-    desktop::storeItem(session.bus().address(), ACCOUNT, "changed");
+    session.itemsOfOthers().store(ACCOUNT, "changed");
     EXPECT_TRUE(becomes("changed"));
 }
 

@@ -1,6 +1,5 @@
 #include "session/agent/InterfaceTest.h"
 
-#include "desktop/KeyringItems.h"
 #include "desktop/Pixels.h"
 
 namespace agent {
@@ -78,7 +77,7 @@ bool InterfaceTest::showsTheList() const
 
 std::optional<std::string> InterfaceTest::kept(const std::string& key) const
 {
-    return desktop::lookUpItem(session->desk.bus().address(), "com.quorvent.Tarvel (" + key + ")");
+    return session->desk.keyring().items().lookUp("com.quorvent.Tarvel (" + key + ")");
 }
 
 } // namespace agent

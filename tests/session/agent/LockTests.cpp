@@ -1,4 +1,3 @@
-#include "desktop/KeyringItems.h"
 #include "desktop/TemporaryFolder.h"
 #include "desktop/Typist.h"
 #include "session/agent/AgentTest.h"

@@ -1,10 +1,11 @@
 #include "desktop/Desktop.h"
+#include "desktop/Failure.h"
 #include "desktop/ForeignClient.h"
 #include "desktop/Framebuffer.h"
-#include "desktop/KeyringItems.h"
 #include "desktop/Pixels.h"
 #include "desktop/Wait.h"
 
+#include <csignal>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -46,9 +47,36 @@ TEST(Desktop, AnItemOfTheKeyringIsFoundAgain)
     const desktop::Desktop::Parts parts{.windowManager = false};
     desktop::Desktop desk(parts);
 
-    EXPECT_EQ(desktop::lookUpItem(desk.bus().address(), ACCOUNT), std::nullopt);
-    desktop::storeItem(desk.bus().address(), ACCOUNT, "geheim äöü");
-    EXPECT_EQ(desktop::lookUpItem(desk.bus().address(), ACCOUNT), "geheim äöü");
+    const desktop::KeyringItems& items = desk.keyring().items();
+    EXPECT_EQ(items.lookUp(ACCOUNT), std::nullopt);
+    items.store(ACCOUNT, "geheim äöü");
+    EXPECT_EQ(items.lookUp(ACCOUNT), "geheim äöü");
+}
+
+TEST(Desktop, AKeyringThatDiedSaysSo)
+{
+    const desktop::Desktop::Parts parts{.windowManager = false};
+    desktop::Desktop desk(parts);
+    desk.keyring().process().signal(SIGUSR2);
+    ASSERT_TRUE(desk.keyring().process().waitForEnd(10s).has_value());
+    EXPECT_THROW(static_cast<void>(desk.keyring().items()), desktop::Failure);
+
+    testing::internal::CaptureStderr();
+    desk.stopKeyring();
+
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("gnome-keyring-daemon was ended by signal"), std::string::npos) << said;
+}
+
+TEST(Desktop, AKeyringThatWasAskedToEndSaysNothing)
+{
+    const desktop::Desktop::Parts parts{.windowManager = false};
+    desktop::Desktop desk(parts);
+
+    testing::internal::CaptureStderr();
+    desk.stopKeyring();
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(Desktop, TheBusKnowsWhoIsOnIt)

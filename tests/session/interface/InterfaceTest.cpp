@@ -1,6 +1,5 @@
 #include "session/interface/InterfaceTest.h"
 
-#include "desktop/KeyringItems.h"
 #include "desktop/TemporaryFolder.h"
 
 #include <iostream>
@@ -100,7 +99,7 @@ desktop::ChildProcess InterfaceTest::startApplication(const std::string& identif
 
 std::optional<std::string> InterfaceTest::setting(const std::string& key)
 {
-    return desktop::lookUpItem(desk().bus().address(), "com.quorvent.Tarvel (" + key + ")");
+    return desk().keyring().items().lookUp("com.quorvent.Tarvel (" + key + ")");
 }
 
 void InterfaceTest::waitForSetting(const std::string& key, const std::string& value)

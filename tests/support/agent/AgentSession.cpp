@@ -2,7 +2,6 @@
 
 #include "agent/Cover.h"
 #include "desktop/Failure.h"
-#include "desktop/KeyringItems.h"
 #include "desktop/SessionProcesses.h"
 #include "desktop/Wait.h"
 
@@ -51,7 +50,7 @@ void AgentSession::protect(const std::vector<std::string>& applications)
 
 void AgentSession::storeSetting(const std::string& key, const std::string& value)
 {
-    desktop::storeItem(desk.bus().address(), "com.quorvent.Tarvel (" + key + ")", value);
+    desk.keyring().items().store("com.quorvent.Tarvel (" + key + ")", value);
 }
 
 desktop::ChildProcess& AgentSession::startAgent(const std::vector<std::string>& arguments)

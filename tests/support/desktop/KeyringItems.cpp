@@ -1,6 +1,5 @@
 #include "desktop/KeyringItems.h"
 
-#include "desktop/BusConnection.h"
 #include "desktop/Failure.h"
 
 namespace desktop {
@@ -102,9 +101,8 @@ std::string readSecret(const BusMessage& answer)
 
 } // namespace
 
-void storeItem(const std::string& busAddress, const std::string& account, const std::string& secret)
+void KeyringItems::store(const std::string& account, const std::string& secret) const
 {
-    const auto bus = connectToBus(busAddress);
     const std::string session = openSession(bus);
     const auto call =
         newCall(bus, SERVICE, defaultCollection(bus), COLLECTION_INTERFACE, "CreateItem");
@@ -117,9 +115,8 @@ void storeItem(const std::string& busAddress, const std::string& account, const 
     }
 }
 
-std::optional<std::string> lookUpItem(const std::string& busAddress, const std::string& account)
+std::optional<std::string> KeyringItems::lookUp(const std::string& account) const
 {
-    const auto bus = connectToBus(busAddress);
     const std::string session = openSession(bus);
     const auto item = findItem(bus, account);
     if (!item.has_value()) {
