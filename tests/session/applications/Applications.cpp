@@ -109,7 +109,7 @@ applications(const std::filesystem::path& home, const std::string& displayName)
          .name = "Characters",
          .command = "gnome-characters",
          .busCall = activation("org.gnome.Characters")},
-        {"Java", "jedit", "jEdit", "jedit", RUNS},
+        {"Java, single instance", "jedit", "jEdit", "jedit"},
         {"closes itself to others", "org.keepassxc.KeePassXC", "KeePassXC", "keepassxc"},
         {.kind = "started by the bus",
          .id = "org.gnome.seahorse.Application",
