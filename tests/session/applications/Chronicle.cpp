@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -52,12 +53,10 @@ void Chronicle::run()
         if (ready[0].revents != 0 || xcb_connection_has_error(connection.get()) != 0) {
             return;
         }
-        // The agent's word first: where both are there it was no later.
         if (ready[1].revents != 0) {
             readLines();
         }
         if (ready[2].revents != 0) {
-            readLines();
             takeEvents();
         }
     }
@@ -79,14 +78,19 @@ void Chronicle::readLines()
     }
 }
 
+/// Until there is none: what comes while the server is asked is taken in with the answers, and the
+/// descriptor says nothing of it any more.
 void Chronicle::takeEvents()
 {
-    bool any = false;
-    while (desktop::Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection.get())}) {
-        any = true;
-    }
-    if (any) {
-        readWindows();
+    bool any = true;
+    while (any) {
+        any = false;
+        while (desktop::Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection.get())}) {
+            any = true;
+        }
+        if (any) {
+            readWindows();
+        }
     }
 }
 
@@ -101,13 +105,15 @@ bool Chronicle::isThere(xcb_window_t window) const
 
 void Chronicle::readWindows()
 {
-    const auto current = connection.property(connection.root(), "_NET_CLIENT_LIST");
+    std::vector<std::uint32_t> current = connection.property(connection.root(), "_NET_CLIENT_LIST");
+    std::erase_if(current, [this](std::uint32_t window) { return !isThere(window); });
+    readLines(); // the agent's word first: where both are there it was no later
+    const std::scoped_lock lock(mutex);
     const bool added = std::any_of(current.begin(), current.end(), [this](std::uint32_t window) {
-        return std::find(known.begin(), known.end(), window) == known.end() && isThere(window);
+        return std::find(known.begin(), known.end(), window) == known.end();
     });
-    known = current;
+    known = std::move(current);
     if (added) {
-        const std::scoped_lock lock(mutex);
         windows.push_back(Clock::now());
     }
 }
@@ -117,6 +123,7 @@ void Chronicle::turnPage()
     const std::scoped_lock lock(mutex);
     lines.clear();
     windows.clear();
+    known.clear();
 }
 
 std::size_t Chronicle::countOf(const std::string& line) const

@@ -28,7 +28,8 @@ public:
     Chronicle(Chronicle&&) = delete;
     Chronicle& operator=(Chronicle&&) = delete;
 
-    /// Begins anew: what was seen so far is forgotten.
+    /// Begins anew: what was seen so far is forgotten. No window is there then, so that the next
+    /// one is new even where it has the identifier of an earlier one.
     void turnPage();
 
     [[nodiscard]] std::size_t countOf(const std::string& line) const;
@@ -63,10 +64,10 @@ private:
     int stop = -1;
     int output = -1;
     std::string unfinished;
-    std::vector<std::uint32_t> known;
     mutable std::mutex mutex;
-    std::vector<Line> lines; // guarded by the mutex, as is the next
+    std::vector<Line> lines; // guarded by the mutex, as are the next two
     std::vector<Clock::time_point> windows;
+    std::vector<std::uint32_t> known; // of the window manager's list
     std::thread thread;
 };
 

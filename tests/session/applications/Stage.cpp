@@ -130,10 +130,13 @@ Problem Stage::start(const Application& application, Way way)
     if (!hears("Did start: " + application.name)) {
         return "no start seen: " + chronicle->text();
     }
+    // The agent sees a window before the window manager lists it.
+    if (!desktop::waitUntil([this] { return chronicle->firstWindow().has_value(); }, LONGEST_END)) {
+        return "no window listed: " + chronicle->text();
+    }
     const auto announced = chronicle->firstLine("Will start: " + application.name);
-    const auto shown = chronicle->firstWindow();
-    if (!announced || !shown || *shown < *announced) {
-        return "announced after its window";
+    if (!announced || *chronicle->firstWindow() < *announced) {
+        return "announced after its window: " + chronicle->text();
     }
     if (!agent::isUncovered(session.desk)) {
         return "locked";
@@ -247,7 +250,8 @@ bool Stage::endAll()
         desktop::waitUntil([this] { return strangers().empty(); }, ORDERLY_END, 20ms) ||
         desktop::waitUntil([&] { return signalAll(SIGKILL); }, LONGEST_END, 20ms);
     children.clear();
-    return ended;
+    const auto noWindow = [this] { return session.desk.windows().managed().empty(); };
+    return ended && desktop::waitUntil(noWindow, LONGEST_END);
 }
 
 std::string Stage::report()
