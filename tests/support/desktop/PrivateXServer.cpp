@@ -72,7 +72,11 @@ std::string displayNumberFrom(int descriptor)
     return number;
 }
 
-std::vector<std::string> commandFor(int report, const std::filesystem::path& framebufferFolder)
+std::vector<std::string> commandFor(
+    int report,
+    const std::filesystem::path& framebufferFolder,
+    const std::vector<std::string>& options
+)
 {
     const std::string largest = std::to_string(PrivateXServer::LARGEST_WIDTH) + "x" +
                                 std::to_string(PrivateXServer::LARGEST_HEIGHT) + "x24";
@@ -81,6 +85,7 @@ std::vector<std::string> commandFor(int report, const std::filesystem::path& fra
     if (!framebufferFolder.empty()) {
         command.insert(command.end(), {"-fbdir", framebufferFolder.string()});
     }
+    command.insert(command.end(), options.begin(), options.end());
     return command;
 }
 
@@ -94,12 +99,13 @@ std::vector<Rectangle> PrivateXServer::twoScreens()
 PrivateXServer::PrivateXServer(
     const std::vector<Rectangle>& screens,
     const Environment& environment,
-    const std::filesystem::path& framebufferFolder
+    const std::filesystem::path& framebufferFolder,
+    const std::vector<std::string>& options
 )
 {
     Pipe report;
     server = std::make_unique<ChildProcess>(ChildProcess::Command{
-        .arguments = commandFor(report.writing(), framebufferFolder),
+        .arguments = commandFor(report.writing(), framebufferFolder, options),
         .environment = environment,
         .inheritedDescriptors = {report.writing()},
     });

@@ -21,11 +21,13 @@ public:
     static std::vector<Rectangle> twoScreens();
 
     /// Returns when clients can connect; throws `Failure` when the server does not come up. Where a
-    /// folder is given, the server keeps its pixels there in a file (see `Framebuffer`).
+    /// folder is given, the server keeps its pixels there in a file (see `Framebuffer`). `options`
+    /// are further ones of the server's own.
     explicit PrivateXServer(
         const std::vector<Rectangle>& screens = twoScreens(),
         const Environment& environment = {{"PATH", "/usr/bin:/bin"}},
-        const std::filesystem::path& framebufferFolder = {}
+        const std::filesystem::path& framebufferFolder = {},
+        const std::vector<std::string>& options = {}
     );
 
     [[nodiscard]] const std::string& displayName() const { return name; }
