@@ -6,9 +6,10 @@ namespace helper {
 
 void AgentKeeper::begin(bool startedByAgent, bool seesOthers)
 {
-    if (hands.attach()) {
-        state = State::Watching;
-    } else if (!startedByAgent) {
+    if (attach()) {
+        return;
+    }
+    if (!startedByAgent) {
         launch();
     } else if (seesOthers) {
         // It ended while this program was being started.
@@ -26,7 +27,7 @@ void AgentKeeper::agentEnded(std::optional<int> status)
     if (status != 0) {
         state = State::Settling;
         hands.settle([this] { settled(); });
-    } else if (!hands.attach()) {
+    } else if (!attach()) {
         end();
     }
     // Status 0 beside a living agent: it had handed over to that one.
@@ -34,8 +35,8 @@ void AgentKeeper::agentEnded(std::optional<int> status)
 
 void AgentKeeper::agentArrived()
 {
-    if (state == State::Waiting && hands.attach()) {
-        state = State::Watching;
+    if (state == State::Waiting) {
+        attach();
     }
 }
 
@@ -53,19 +54,31 @@ void AgentKeeper::sessionEnds()
 
 void AgentKeeper::settled()
 {
-    if (state != State::Settling) {
-        return;
-    }
-    if (hands.attach()) {
-        state = State::Watching;
-    } else {
+    if (state == State::Settling && !attach()) {
         restart();
     }
 }
 
+bool AgentKeeper::attach()
+{
+    const bool isThere = hands.attach();
+    if (isThere) {
+        state = State::Watching;
+        nextTry.reset();
+    }
+    return isThere;
+}
+
 void AgentKeeper::restart()
 {
-    if (limit.allow(hands.now())) {
+    const RestartLimit::TimePoint now = hands.now();
+    if (nextTry.has_value() && now < *nextTry) {
+        waitForNextTry();
+        return;
+    }
+    // The one that was tried last has lived for a while.
+    nextTry.reset();
+    if (limit.allow(now)) {
         launch();
     } else {
         giveUp(
@@ -87,11 +100,29 @@ void AgentKeeper::launch()
 
 void AgentKeeper::giveUp(const std::string& reason)
 {
+    const bool isNew = !nextTry.has_value();
+    nextTry = hands.now() + BETWEEN_TRIES;
+    waitForNextTry();
+    if (isNew) {
+        hands.warn(
+            "Tarvel is not running",
+            reason + " Your applications are not protected. A start is tried once a minute."
+        );
+    }
+}
+
+void AgentKeeper::waitForNextTry()
+{
     state = State::Waiting;
-    hands.warn(
-        "Tarvel is not running",
-        reason + " Your applications are not protected until you start Tarvel again."
-    );
+    hands.callAt(*nextTry, [this] { tryAgain(); });
+}
+
+void AgentKeeper::tryAgain()
+{
+    if (state == State::Waiting && !attach()) {
+        nextTry = hands.now() + BETWEEN_TRIES;
+        launch();
+    }
 }
 
 void AgentKeeper::end()

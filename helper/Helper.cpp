@@ -46,8 +46,8 @@ int Helper::run(session::SessionInstance& instance)
     bus.settle([this] { begin(); });
     // In the order of their weight: who ends the session comes before the notices, these before the
     // end of an agent. What follows from its end is decided in a later turn, by the bus.
-    for (EventSource* source :
-         std::initializer_list<EventSource*>{&signals, &display, &bus, &agent, &arrival, &second}) {
+    for (EventSource* source : std::initializer_list<EventSource*>{
+             &signals, &display, &bus, &agent, &arrival, &alarm, &second}) {
         loop.add(*source);
     }
     return loop.run();
@@ -96,6 +96,11 @@ bool Helper::start(std::string& problem)
 void Helper::settle(std::function<void()> then)
 {
     bus.settle(std::move(then));
+}
+
+void Helper::callAt(RestartLimit::TimePoint moment, std::function<void()> then)
+{
+    alarm.set(moment, std::move(then));
 }
 
 void Helper::warn(const std::string& title, const std::string& text)

@@ -4,6 +4,7 @@
 #include "helper/AgentArrival.h"
 #include "helper/AgentKeeper.h"
 #include "helper/AgentWatch.h"
+#include "helper/Alarm.h"
 #include "helper/DisplayWatch.h"
 #include "helper/EventLoop.h"
 #include "helper/SessionBus.h"
@@ -35,6 +36,7 @@ private:
     std::optional<int> latestStatus() override;
     bool start(std::string& problem) override;
     void settle(std::function<void()> then) override;
+    void callAt(RestartLimit::TimePoint moment, std::function<void()> then) override;
     void warn(const std::string& title, const std::string& text) override;
     void finish() override;
 
@@ -45,6 +47,7 @@ private:
     AgentArrival arrival;
     SessionBus bus;
     AgentWatch agent;
+    Alarm alarm;
 };
 
 } // namespace helper

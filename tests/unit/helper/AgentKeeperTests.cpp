@@ -5,6 +5,7 @@
 
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -47,7 +48,22 @@ public:
         warning = text;
     }
 
+    void callAt(helper::RestartLimit::TimePoint moment, std::function<void()> then) override
+    {
+        alarmAt = moment;
+        alarm = std::move(then);
+    }
+
     void finish() override { calls.emplace_back("finish"); }
+
+    /// Lets time pass, and what is due with it happen.
+    void pass(std::chrono::seconds span)
+    {
+        time += span;
+        if (alarm && alarmAt <= time) {
+            std::exchange(alarm, nullptr)();
+        }
+    }
 
     void settled() { std::exchange(settling, nullptr)(); }
 
@@ -61,6 +77,8 @@ public:
 
 private:
     std::function<void()> settling;
+    std::function<void()> alarm;
+    helper::RestartLimit::TimePoint alarmAt{};
 };
 
 class AgentKeeper : public testing::Test
@@ -262,13 +280,106 @@ TEST_F(AgentKeeper, ArrivalOfTheAgentThatIsWatchedAlreadyChangesNothing)
     EXPECT_THAT(hands.calls, ElementsAre("start"));
 }
 
-TEST_F(AgentKeeper, AnAgentThatCannotBeStartedIsNotTriedAgain)
+TEST_F(AgentKeeper, AnAgentThatCannotBeStartedIsTriedAgainOnceAMinuteWithoutAnotherWarning)
 {
     hands.startProblem = "/opt/Tarvel.app/Tarvel: No such file or directory";
     keeper.begin(false, true);
-
     EXPECT_THAT(hands.calls, ElementsAre("start", "warn"));
     EXPECT_THAT(hands.warning, HasSubstr("No such file or directory"));
+
+    hands.pass(59s);
+    EXPECT_THAT(hands.calls, ElementsAre("start", "warn"));
+    hands.pass(1s);
+    EXPECT_THAT(hands.calls, ElementsAre("start", "warn", "start"));
+    hands.pass(60s);
+    EXPECT_THAT(hands.calls, ElementsAre("start", "warn", "start", "start"));
+}
+
+TEST_F(AgentKeeper, TheSixthDeathOfAMinuteIsUndoneAMinuteLater)
+{
+    watchOne();
+    useUpRestarts();
+    keeper.agentEnded(std::nullopt);
+    hands.pass(59s);
+    EXPECT_THAT(hands.calls, ElementsAre("warn"));
+
+    hands.pass(1s);
+    EXPECT_THAT(hands.calls, ElementsAre("warn", "start"));
+}
+
+TEST_F(AgentKeeper, AnAgentThatKeepsDyingIsStartedOnceAMinuteAndTheUserIsToldOnce)
+{
+    watchOne();
+    useUpRestarts();
+    keeper.agentEnded(std::nullopt);
+    hands.calls.clear();
+    for (int minute = 0; minute < 3; ++minute) {
+        hands.pass(60s);
+        keeper.agentEnded(std::nullopt);
+    }
+    hands.pass(10s);
+
+    EXPECT_THAT(hands.calls, ElementsAre("start", "start", "start"));
+}
+
+TEST_F(AgentKeeper, AnAgentThatHasLivedForAMinuteIsRestartedAtOnceAgain)
+{
+    watchOne();
+    useUpRestarts();
+    keeper.agentEnded(std::nullopt);
+    hands.pass(60s);
+    hands.pass(60s);
+    hands.calls.clear();
+    keeper.agentEnded(std::nullopt);
+    keeper.agentEnded(std::nullopt);
+
+    EXPECT_THAT(hands.calls, ElementsAre("start", "start"));
+}
+
+TEST_F(AgentKeeper, NothingIsTriedBesideAnAgentThatSomebodyStarted)
+{
+    hands.startProblem = "no room";
+    keeper.begin(false, true);
+    hands.isAgentThere = true;
+    keeper.agentArrived();
+    hands.calls.clear();
+    hands.pass(60s);
+
+    EXPECT_TRUE(hands.calls.empty());
+}
+
+TEST_F(AgentKeeper, AnAgentWhoseArrivalWasMissedIsWatchedAtTheNextTry)
+{
+    hands.startProblem = "no room";
+    keeper.begin(false, true);
+    hands.isAgentThere = true;
+    hands.pass(60s);
+
+    EXPECT_THAT(hands.calls, ElementsAre("start", "warn", "attach"));
+}
+
+TEST_F(AgentKeeper, AfterAnAgentOfSomebodyElseTheUserIsToldAnew)
+{
+    hands.startProblem = "no room";
+    keeper.begin(false, true);
+    hands.isAgentThere = true;
+    keeper.agentArrived();
+    hands.isAgentThere = false;
+    hands.calls.clear();
+    keeper.agentEnded(std::nullopt);
+
+    EXPECT_THAT(hands.calls, ElementsAre("start", "warn"));
+}
+
+TEST_F(AgentKeeper, NothingIsTriedInASessionThatEnds)
+{
+    hands.startProblem = "no room";
+    keeper.begin(false, true);
+    keeper.sessionEnds();
+    hands.calls.clear();
+    hands.pass(60s);
+
+    EXPECT_TRUE(hands.calls.empty());
 }
 
 TEST_F(AgentKeeper, NothingIsStartedInASessionThatEnds)
