@@ -27,6 +27,8 @@ struct Instance
     bool windowShown = false;                 // now or before
     /// It shows windows of a process that another application was started as, and ends with those.
     bool guest = false;
+    /// No process announced it.
+    bool byWindow = false;
     /// It runs because of a start that was announced before its process was.
     bool expected = false;
     /// Its start was announced then, and no window has come of it yet.

@@ -84,15 +84,7 @@ InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr ap
 {
     const proc::ProcessEnvironment environment = parts.processes.environmentOf(facts.pid);
     std::vector<pid_t> ancestors = parts.processes.ancestorsOf(facts.pid);
-    const auto environmentsOfAncestors = [&] {
-        std::vector<proc::ProcessEnvironment> result;
-        result.reserve(ancestors.size());
-        for (const pid_t ancestor : ancestors) {
-            result.push_back(parts.processes.environmentOf(ancestor));
-        }
-        return result;
-    };
-    if (parts.session.isForeign(environment, facts.arguments, environmentsOfAncestors)) {
+    if (isForeign(facts, environment, ancestors)) {
         return std::nullopt;
     }
     return Sighting{
@@ -101,6 +93,23 @@ InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr ap
         .ancestors = std::move(ancestors),
         .launched = environment.launchedEntry.has_value(),
         .byBus = parts.processes.isStartedByBus(facts)};
+}
+
+bool InstanceFeed::isForeign(
+    const proc::ProcessFacts& facts,
+    const proc::ProcessEnvironment& environment,
+    const std::vector<pid_t>& ancestors
+) const
+{
+    const auto environmentsOfAncestors = [&] {
+        std::vector<proc::ProcessEnvironment> result;
+        result.reserve(ancestors.size());
+        for (const pid_t ancestor : ancestors) {
+            result.push_back(parts.processes.environmentOf(ancestor));
+        }
+        return result;
+    };
+    return parts.session.isForeign(environment, facts.arguments, environmentsOfAncestors);
 }
 
 void InstanceFeed::startedByUs(const proc::ProcessFacts& facts)
@@ -216,7 +225,8 @@ std::vector<proc::ProcessFacts> InstanceFeed::survivorsOf(const Instance& instan
 {
     std::vector<proc::ProcessFacts> result = parts.processes.executing(instance.leader.executable);
     std::erase_if(result, [&](const proc::ProcessFacts& facts) {
-        return !isSame(facts, instance) || isForkOfAnother(facts, instance);
+        return !isSame(facts, instance) || isForkOfAnother(facts, instance) ||
+               isOfAnotherSession(facts, instance);
     });
     return result;
 }
@@ -238,6 +248,17 @@ bool InstanceFeed::isForkOfAnother(const proc::ProcessFacts& facts, const Instan
         parts.tracker.instances().ofProcess(facts.pid, parts.processes.ancestorsOf(facts.pid));
     return owner != nullptr && owner.get() != &instance &&
            owner->application->identifier == instance.application->identifier;
+}
+
+/// What a window alone announced may name any session, and so may what it leaves behind.
+bool InstanceFeed::isOfAnotherSession(const proc::ProcessFacts& facts, const Instance& instance)
+    const
+{
+    return !instance.byWindow && isForeign(
+                                     facts,
+                                     parts.processes.environmentOf(facts.pid),
+                                     parts.processes.ancestorsOf(facts.pid)
+                                 );
 }
 
 void InstanceFeed::watch(pid_t pid, std::uint64_t startTime)

@@ -68,6 +68,12 @@ private:
     void activeChanged(pid_t process, std::uint64_t window) const;
     std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
     bool isSame(const proc::ProcessFacts& facts, const Instance& instance) const;
+    bool isForeign(
+        const proc::ProcessFacts& facts,
+        const proc::ProcessEnvironment& environment,
+        const std::vector<pid_t>& ancestors
+    ) const;
+    bool isOfAnotherSession(const proc::ProcessFacts& facts, const Instance& instance) const;
     bool isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const;
     void watch(pid_t pid, std::uint64_t startTime);
     bool isOfInterest(pid_t pid, const std::string& executable) const;

@@ -160,6 +160,7 @@ InstancePtr InstanceTracker::runningByWindow(const Sighting& sighting)
 InstancePtr InstanceTracker::addByWindow(const Sighting& sighting, bool guest)
 {
     InstancePtr instance = add(sighting);
+    instance->byWindow = true;
     instance->guest = guest || sighting.facts.pid == 0;
     return instance;
 }

@@ -114,6 +114,35 @@ TEST_F(InstanceFeed, ForkOfTheLivingInstanceIsNoSurvivorOfASecondStart)
     EXPECT_EQ(desktop.runningApplications("xterm").size(), 1U);
 }
 
+TEST_F(InstanceFeed, ProcessOfAnotherSessionIsNoSurvivor)
+{
+    start();
+    exec(10, "mousepad");
+    exec(20, "mousepad"); // hands over
+    processes.environments[21].display = ":2";
+    processes.all.push_back(process(21, "mousepad"));
+    exit(20);
+    heard.clear();
+    exit(10);
+
+    EXPECT_THAT(heard, ElementsAre("removed mousepad", "did terminate mousepad"));
+    EXPECT_THAT(desktop.runningApplications(), IsEmpty());
+}
+
+TEST_F(InstanceFeed, WhatItsWindowsAnnouncedKeepsWhatItLeavesBehindWhateverSessionThatNames)
+{
+    processes.environments[10].display = ":2";
+    processes.environments[11].display = ":2";
+    start();
+    exec(10, "mousepad");
+    windows.show({10, "mousepad", "mousepad"});
+    processes.all.push_back(process(11, "mousepad"));
+    exit(10);
+
+    EXPECT_EQ(heard.back(), "did launch mousepad");
+    EXPECT_EQ(desktop.runningApplications("mousepad").front().processIdentifier, 11);
+}
+
 TEST_F(InstanceFeed, InterpreterThatRunsSomethingElseIsNoSurvivor)
 {
     auto script = std::make_shared<workspace::KnownApplication>(*known("script"));
