@@ -52,6 +52,8 @@ Stage::Stage(bool isProtected)
 void Stage::install()
 {
     const std::filesystem::path home = session.desk.home();
+    // Where some tell their second start from the first.
+    session.desk.environment["TMPDIR"] = session.desk.folder().string();
     // Java asks the system for the user's home, not the environment.
     session.desk.environment["JAVA_TOOL_OPTIONS"] = "-Duser.home=" + home.string();
     for (const Application& application : all) {
