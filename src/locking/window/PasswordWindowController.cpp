@@ -3,7 +3,6 @@
 #include "app/BackgroundRunner.h"
 #include "locking/CoveringWindow.h"
 #include "locking/window/BorderlessKeyWindow.h"
-#include "locking/window/KeyboardHint.h"
 #include "locking/window/ThisAgent.h"
 #include "platform/Application.h"
 #include "platform/Call.h"
@@ -11,12 +10,7 @@
 #include "platform/KeyboardStatus.h"
 #include "platform/Platform.h"
 #include "platform/Screens.h"
-#include "toolkit/QtIcon.h"
-#include "toolkit/ScreenGeometry.h"
 #include "ui_PasswordWindow.h"
-
-#include <QGuiApplication>
-#include <QScreen>
 
 #include <utility>
 
@@ -35,17 +29,8 @@ static_assert(LOCK_PRESENTATION == 0x16D);
 
 } // namespace
 
-void PasswordWindowController::DeleteLater::operator()(BorderlessKeyWindow* window) const
-{
-    window->hide();
-    window->deleteLater();
-}
-
 PasswordWindowController::PasswordWindowController()
-    : outlets(std::make_unique<Ui::PasswordWindow>()),
-      loadedWindow(new BorderlessKeyWindow)
 {
-    outlets->setupUi(loadedWindow.get());
     windowDidLoad();
 }
 
@@ -54,24 +39,11 @@ PasswordWindowController::~PasswordWindowController()
     if (observing) {
         teardown();
     }
-    outlets->passwordFieldOutlet->onEndEditing = nullptr;
-    outlets->passwordFieldOutlet->clear();
 }
 
 void PasswordWindowController::prepare()
 {
-    BorderlessKeyWindow window;
-    const Ui::PasswordWindow outlets = [&window] {
-        Ui::PasswordWindow ui;
-        ui.setupUi(&window);
-        return ui;
-    }();
-    const PasswordWindowStyle style(window.size());
-    style.apply(outlets);
-    outlets.appNameLabelOutlet->setMessage("A");
-    outlets.appIconOutlet->setPixmap(style.picture(QIcon(), 1.0));
-    outlets.passwordFieldOutlet->setText("A");
-    window.grab();
+    PasswordWindowView().drawUnseen();
 }
 
 void PasswordWindowController::windowDidLoad()
@@ -79,28 +51,8 @@ void PasswordWindowController::windowDidLoad()
     observeAndMonitor();
     styleWindow();
     showState();
-    followMainScreen();
-}
-
-/// The toolkit may learn of new places of the screens later than the port does, and reckons with
-/// its own.
-void PasswordWindowController::followMainScreen()
-{
-    const auto follow = [this, alive = std::weak_ptr(lifetime)] {
-        if (!alive.expired()) {
-            screensChanged();
-        }
-    };
-    QWidget* window = loadedWindow.get();
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, window, follow);
-    const auto followScreen = [follow, window](const QScreen* screen) {
-        QObject::connect(screen, &QScreen::geometryChanged, window, follow);
-    };
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, window, followScreen);
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, window, follow);
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        followScreen(screen);
-    }
+    // The toolkit may learn of new places later than the port does, and reckons with its own.
+    screens.emplace([this] { screensChanged(); });
 }
 
 /// A screen that only changes its size or its place needs no new lock.
@@ -108,9 +60,7 @@ void PasswordWindowController::placeOnMainScreen()
 {
     const std::optional<platform::Screen> mainScreen = platform::current().screens.mainScreen();
     if (mainScreen.has_value()) {
-        loadedWindow->setGeometry(toolkit::toolkitGeometry(mainScreen->frame));
-        style.emplace(loadedWindow->size());
-        style->apply(*outlets);
+        view.place(mainScreen->frame);
         showState();
     }
 }
@@ -119,7 +69,7 @@ void PasswordWindowController::observeAndMonitor()
 {
     using Controller = PasswordWindowController;
     const platform::Platform& platform = platform::current();
-    outlets->passwordFieldOutlet->onEndEditing = [this](TextMovement movement) {
+    view.outlets->passwordFieldOutlet->onEndEditing = [this](TextMovement movement) {
         controlTextDidEndEditing(movement);
     };
     platform.workspace.addObserver(
@@ -143,7 +93,7 @@ void PasswordWindowController::observeAndMonitor()
     // Left in place at the end: by then it may be that of the lock that replaced this one.
     platform.keyboardStatus.observe([this, alive = std::weak_ptr(lifetime)] {
         if (!alive.expired()) {
-            showKeyboardStatus();
+            view.showKeyboardStatus();
         }
     });
 }
@@ -155,33 +105,16 @@ void PasswordWindowController::styleWindow()
     if (!mainScreen.has_value()) {
         platform::fatal("there is no main screen to lock");
     }
-    loadedWindow->setGeometry(toolkit::toolkitGeometry(mainScreen->frame));
-    adoptedWindow = platform.windows.adoptWindow(
-        loadedWindow->winId(), coveringWindowAttributes(mainScreen->frame)
-    );
-    outlets->appIconOutlet->clear();
-    outlets->appNameLabelOutlet->clear();
-    outlets->passwordFieldOutlet->clear();
-    outlets->errorMessageLabelOutlet->clear();
-    style.emplace(loadedWindow->size());
-    style->apply(*outlets);
-    bounce = std::make_unique<toolkit::BounceAnimation>(*outlets->centralViewOutlet);
+    view.place(mainScreen->frame);
+    adoptedWindow =
+        platform.windows.adoptWindow(window().winId(), coveringWindowAttributes(mainScreen->frame));
+    view.clear();
 }
 
 void PasswordWindowController::showState()
 {
-    const QString message = QString::fromStdString(displayMessage);
-    outlets->appNameLabelOutlet->setMessage(message);
-    outlets->appNameLabelOutlet->setAccessibleName(message);
-    outlets->appIconOutlet->setPixmap(
-        style->picture(toolkit::QtIcon::of(appIcon), loadedWindow->devicePixelRatioF())
-    );
-    showKeyboardStatus();
-}
-
-void PasswordWindowController::showKeyboardStatus()
-{
-    showKeyboardHint(*outlets, platform::current().keyboardStatus);
+    view.showMessage(displayMessage, appIcon);
+    view.showKeyboardStatus();
 }
 
 void PasswordWindowController::showServiceWindow(
@@ -202,16 +135,16 @@ void PasswordWindowController::focus()
 
 void PasswordWindowController::bringToFront()
 {
-    loadedWindow->show();
+    window().show();
     adoptedWindow->makeKeyAndOrderFront();
     platform::current().application.activate(true);
-    loadedWindow->activateWindow();
+    window().activateWindow();
     makePasswordFieldFirstResponder();
 }
 
 void PasswordWindowController::makePasswordFieldFirstResponder()
 {
-    outlets->passwordFieldOutlet->setFocus();
+    view.outlets->passwordFieldOutlet->setFocus();
 }
 
 void PasswordWindowController::screensChanged()
@@ -224,10 +157,7 @@ void PasswordWindowController::screensChanged()
 
 void PasswordWindowController::displayErrorMessage(const std::string& message)
 {
-    runOnMainQueue([this, message] {
-        outlets->errorMessageLabelOutlet->setText(QString::fromStdString(message));
-        bounce->start(style->bounceDepth());
-    });
+    runOnMainQueue([this, message] { view.showError(message); });
 }
 
 void PasswordWindowController::teardown()
@@ -252,9 +182,9 @@ void PasswordWindowController::teardown()
 void PasswordWindowController::close()
 {
     closed = true;
-    outlets->passwordFieldOutlet->clear();
+    view.outlets->passwordFieldOutlet->clear();
     adoptedWindow->close();
-    loadedWindow->hide();
+    window().hide();
 }
 
 void PasswordWindowController::closeServiceWindow()
@@ -302,14 +232,14 @@ void PasswordWindowController::controlTextDidEndEditing(TextMovement movement)
     if (movement != TextMovement::Return) {
         return;
     }
-    outlets->errorMessageLabelOutlet->clear();
+    view.outlets->errorMessageLabelOutlet->clear();
     const std::weak_ptr alive(lifetime);
-    platform::call(passwordEntered, outlets->passwordFieldOutlet->text().toStdString());
+    platform::call(passwordEntered, view.outlets->passwordFieldOutlet->text().toStdString());
     if (alive.expired()) {
         return; // the listener has put another lock in place of this one
     }
     makePasswordFieldFirstResponder();
-    outlets->passwordFieldOutlet->selectAll(); // what is typed next replaces what was wrong
+    view.outlets->passwordFieldOutlet->selectAll(); // what is typed next replaces what was wrong
 }
 
 void PasswordWindowController::runOnMainQueue(std::function<void()> step)

@@ -5,19 +5,19 @@
 #pragma once
 
 #include "locking/LockWindow.h"
-#include "locking/window/PasswordWindowStyle.h"
-#include "locking/window/SecureTextField.h"
+#include "locking/window/PasswordWindowView.h"
+#include "locking/window/ScreenFollower.h"
 #include "platform/EventMonitors.h"
 #include "platform/Windows.h"
 #include "platform/Workspace.h"
-#include "toolkit/BounceAnimation.h"
 #include "toolkit/TextMovement.h"
 
+#include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 
 namespace locking {
-
-class BorderlessKeyWindow;
 
 class PasswordWindowController final : public LockWindow
 {
@@ -52,22 +52,14 @@ public:
     void globalKeyboardKeyPressed(const platform::Event& event);
     void controlTextDidEndEditing(toolkit::TextMovement movement);
 
-    BorderlessKeyWindow& window() { return *loadedWindow; }
+    BorderlessKeyWindow& window() { return view.window(); }
 
 private:
-    /// A window may still be in the middle of an event of its own when its owner lets go of it.
-    struct DeleteLater
-    {
-        void operator()(BorderlessKeyWindow* window) const;
-    };
-
     void windowDidLoad();
     void observeAndMonitor();
     void styleWindow();
-    void followMainScreen();
     void placeOnMainScreen();
     void showState();
-    void showKeyboardStatus();
     void bringToFront();
     void makePasswordFieldFirstResponder();
     void keyPressed(const platform::Event& event);
@@ -83,11 +75,9 @@ private:
     std::optional<platform::EventMonitorHandle> globalKeyboardHandler;
     bool lostFocusByPressingSpecialKey = false;
 
-    std::unique_ptr<Ui::PasswordWindow> outlets;
-    std::unique_ptr<BorderlessKeyWindow, DeleteLater> loadedWindow;
-    std::unique_ptr<toolkit::BounceAnimation> bounce;
+    PasswordWindowView view;
     std::unique_ptr<platform::PlainWindow> adoptedWindow;
-    std::optional<PasswordWindowStyle> style;
+    std::optional<ScreenFollower> screens;
     bool observing = false;
     bool closed = false;
 
