@@ -1,6 +1,7 @@
 #include "ui/popover/PopoverViewController.h"
 
 #include "platform/Call.h"
+#include "platform/Fatal.h"
 #include "toolkit/QtIcon.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui_PopoverView.h"
@@ -66,9 +67,84 @@ void PopoverViewController::wrongPassword()
 
 void PopoverViewController::viewDidLoad()
 {
+    loadedPages.emplace(view());
     setUpTable();
     setUpButtons();
     setUpSwitches();
+}
+
+void PopoverViewController::viewWillAppear()
+{
+    showPage();
+}
+
+void PopoverViewController::viewDidDisappear()
+{
+    state = State::PasswordRequired;
+    if (optionsMenu != nullptr) {
+        optionsMenu->close();
+    }
+    if (isViewLoaded()) {
+        pages().hideAll(); // nothing of the content stays behind, and nothing of what was typed
+    }
+}
+
+PopoverPages& PopoverViewController::pages()
+{
+    view();
+    return *loadedPages;
+}
+
+void PopoverViewController::showPage()
+{
+    switch (state) {
+    case State::NoPassword:
+        showNoPasswordPage();
+        return;
+    case State::PasswordRequired:
+        showPasswordPage();
+        return;
+    case State::Unlocked:
+        showContent();
+        return;
+    }
+    platform::fatal("the popover has no such state");
+}
+
+void PopoverViewController::showNoPasswordPage()
+{
+    if (noPasswordViewController == nullptr) {
+        noPasswordViewController = std::make_unique<NoPasswordViewController>();
+        noPasswordViewController->onHelpRequest = onHelpRequest;
+        noPasswordViewController->onPasswordSetupRequest = onChangePreferencesRequest;
+    }
+    pages().show(*noPasswordViewController);
+}
+
+void PopoverViewController::showPasswordPage()
+{
+    if (requestPasswordViewController == nullptr) {
+        requestPasswordViewController = std::make_unique<RequestPasswordViewController>();
+        requestPasswordViewController->onHelpRequest = onHelpRequest;
+        requestPasswordViewController->onPasswordEntered = onPasswordEntered;
+    }
+    pages().show(*requestPasswordViewController);
+}
+
+void PopoverViewController::showContent()
+{
+    pages().showContent();
+    showEmptyView();
+    if (lockedApplications.empty()) {
+        addApplicationButtonOutlet->setFocus();
+    } else {
+        applicationsTableViewOutlet->setFocus();
+    }
+}
+
+void PopoverViewController::showEmptyView()
+{
+    noItemViewOutlet->setVisible(lockedApplications.empty());
 }
 
 void PopoverViewController::setUpTable()

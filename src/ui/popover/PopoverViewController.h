@@ -6,6 +6,7 @@
 #include "applications/ApplicationEntity.h"
 #include "ui/popover/NoPasswordViewController.h"
 #include "ui/popover/OptionsMenu.h"
+#include "ui/popover/PopoverPages.h"
 #include "ui/popover/RequestPasswordViewController.h"
 #include "ui/views/ImageButtonView.h"
 #include "ui/views/ImageView.h"
@@ -18,6 +19,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -97,12 +99,14 @@ private:
     void fillRow(int row, MyCell& cell);
     void removeRow(int row) const;
     void showPage();
-    void hideAll();
     void showNoPasswordPage();
     void showPasswordPage();
-    void addPage(ViewController& page);
-    void removePage(ViewController* page);
     void showEmptyView();
+
+    /// Of the view, which it loads on first use.
+    PopoverPages& pages();
+
+    std::optional<PopoverPages> loadedPages;
 };
 
 } // namespace ui

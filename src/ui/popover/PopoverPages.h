@@ -1,0 +1,27 @@
+// What of the popover is seen: its content, or one page in place of it, or nothing. What is not
+// seen can be reached by nobody, assistive tools included. Main thread only.
+#pragma once
+
+#include "ui/views/ViewController.h"
+
+namespace ui {
+
+class PopoverPages
+{
+public:
+    /// The view's direct subviews are the content. It must outlive this, and every page the time
+    /// that it is shown.
+    explicit PopoverPages(QWidget& view);
+
+    void hideAll();
+    void show(ViewController& page);
+    void showContent();
+
+private:
+    void removePage();
+
+    QWidget& view;
+    ViewController* page = nullptr; // that is in the view
+};
+
+} // namespace ui
