@@ -11,8 +11,6 @@
 #include "ui/windows/selection/FilteredApplications.h"
 #include "ui_ApplicationsSelectWindow.h"
 
-#include <QCoreApplication>
-#include <QKeyEvent>
 #include <QSignalBlocker>
 
 #include <utility>
@@ -20,20 +18,6 @@
 namespace ui {
 
 using applications::ApplicationEntityPtr;
-
-namespace {
-
-/// Types something, or takes something typed away.
-bool isTyping(const QKeyEvent& event)
-{
-    const Qt::KeyboardModifiers command = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-    const QString text = event.text();
-    return (event.modifiers() & command) == Qt::NoModifier &&
-           (event.key() == Qt::Key_Backspace ||
-            (!text.isEmpty() && text.front().isPrint() && event.key() != Qt::Key_Space));
-}
-
-} // namespace
 
 std::unique_ptr<PanelWindow> ApplicationsSelectWindowController::loadWindow()
 {
@@ -63,6 +47,7 @@ void ApplicationsSelectWindowController::windowDidLoad()
     tableFooterViewOutlet->setAutoFillBackground(true);
     setUpTable();
     setUpFilter();
+    keys.emplace(*filterTextfieldOutlet, *applicationsTableViewOutlet);
     setUpCheckBoxes();
     reloadRows();
 }
@@ -74,15 +59,11 @@ void ApplicationsSelectWindowController::setUpTable()
     table.titleOfRow = [this](int row) { return QString::fromStdString(applicationAt(row)->name); };
     table.fillCell = [this](int row, MyCell& cell) { fillCell(row, cell); };
     table.onSelect = [this](int row) { selectRow(row); };
-    table.onKeyDown = [this](const QKeyEvent& event) { return isKeyOfListUsed(event); };
 }
 
 void ApplicationsSelectWindowController::setUpFilter()
 {
     filterTextfieldOutlet->onChange = [this] { controlTextDidChange(); };
-    filterTextfieldOutlet->onKeyDown = [this](const QKeyEvent& event) {
-        return isKeyOfFilterUsed(event);
-    };
     blurSearchTextfieldButtonOutlet->initiate(0, true);
     blurSearchTextfieldButtonOutlet->onClick = [this](int) { clearFilter(); };
 }
@@ -284,31 +265,6 @@ void ApplicationsSelectWindowController::showRunningApplicationsHelpButtonClick(
         AlertMessagesService::INFORMATIONAL,
         &window()
     );
-}
-
-bool ApplicationsSelectWindowController::isKeyOfFilterUsed(const QKeyEvent& event)
-{
-    const bool leadsDown = event.key() == Qt::Key_Down || event.key() == Qt::Key_PageDown;
-    if (!leadsDown || numberOfRows() == 0) {
-        return false;
-    }
-    applicationsTableViewOutlet->setFocus();
-    return true;
-}
-
-bool ApplicationsSelectWindowController::isKeyOfListUsed(const QKeyEvent& event)
-{
-    if (event.key() == Qt::Key_Up && applicationsTableViewOutlet->currentRow() <= 0) {
-        filterTextfieldOutlet->setFocus();
-        return true;
-    }
-    if (!isTyping(event)) {
-        return false;
-    }
-    filterTextfieldOutlet->setFocus();
-    const std::unique_ptr<QKeyEvent> typed(event.clone());
-    QCoreApplication::sendEvent(filterTextfieldOutlet.get(), typed.get());
-    return true;
 }
 
 } // namespace ui

@@ -9,6 +9,7 @@
 #include "ui/views/TableView.h"
 #include "ui/views/TextField.h"
 #include "ui/views/WindowController.h"
+#include "ui/windows/selection/SelectionKeys.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -86,10 +87,7 @@ private:
     void reloadRows(std::optional<int> currentRow = std::nullopt);
     void showEmptyMessage();
 
-    /// Keys that lead from the filter field into the list, and back.
-    bool isKeyOfFilterUsed(const QKeyEvent& event);
-    bool isKeyOfListUsed(const QKeyEvent& event);
-
+    std::optional<SelectionKeys> keys; // once the window is loaded
     Outlet<QWidget> emptyView;
     Outlet<QLabel> emptyHeadingLabel;
     Outlet<QLabel> emptyHintLabel;
