@@ -7,7 +7,6 @@
 #include "desktop/WindowFrames.h"
 #include "person/Screens.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <utility>
@@ -22,8 +21,8 @@ namespace {
 
 constexpr int WIDTH = 1280;
 constexpr int HEIGHT = 800;
-constexpr int MARGIN = 24;
 constexpr int TITLE_HEIGHT = 24;
+constexpr int EDGE = 24; // of the screen, where only the lock is
 constexpr auto PORTAL = "org.freedesktop.portal.Desktop";
 
 constexpr desktop::Pixel LIGHT_DESKTOP = 0x9DB4C6;
@@ -58,25 +57,10 @@ desktop::Desktop::Parts partsOf(const Look& look)
     return parts;
 }
 
-/// The smallest area that holds both.
-Rectangle around(const Rectangle& one, const Rectangle& other)
-{
-    const int left = std::min<int>(one.x, other.x);
-    const int top = std::min<int>(one.y, other.y);
-    const int right = std::max(one.x + one.width, other.x + other.width);
-    const int bottom = std::max(one.y + one.height, other.y + other.height);
-    return {
-        static_cast<std::int16_t>(left),
-        static_cast<std::int16_t>(top),
-        static_cast<std::uint16_t>(right - left),
-        static_cast<std::uint16_t>(bottom - top)};
-}
-
 } // namespace
 
 Gallery::Gallery(std::filesystem::path wantedPictures, Look wantedLook)
-    : pictures(std::move(wantedPictures)),
-      look(wantedLook),
+    : look(wantedLook),
       session(partsOf(look)),
       portal(desktop::connectToBus(session.desk.bus().address())),
       user(session.desk)
@@ -93,6 +77,7 @@ Gallery::Gallery(std::filesystem::path wantedPictures, Look wantedLook)
     );
     desk.environment["QT_SCALE_FACTOR"] = std::to_string(look.scale);
     offerApplications();
+    camera.emplace(desk, user, *panel, std::move(wantedPictures), look);
 }
 
 void Gallery::offerApplications()
@@ -153,10 +138,10 @@ void Gallery::greet()
     appearDark();
     user.waitFor(person::window(screens::GREETING));
     user.focus(person::button("Set Up Password", screens::POPOVER));
-    takePopover("popover-no-password");
+    camera->takePopover("popover-no-password");
     clickTitleOf(screens::GREETING);
     user.waitForFocusOn(person::button("Set Up Password", screens::GREETING));
-    takeWindow("greeting", screens::GREETING);
+    camera->takeWindow("greeting", screens::GREETING);
 }
 
 void Gallery::setPassword()
@@ -164,18 +149,18 @@ void Gallery::setPassword()
     user.activate(person::button("Set Up Password", screens::GREETING));
     user.waitForFocusOn(screens::NEW_PASSWORD);
     user.waitForEndOf(person::window(screens::GREETING));
-    takeWindow("password", screens::PASSWORD_WINDOW);
-    takeItem("status-item");
+    camera->takeWindow("password", screens::PASSWORD_WINDOW);
+    camera->takeItem("status-item");
     user.write(agent::PASSWORD, screens::NEW_PASSWORD);
     user.write("open sesam", screens::CONFIRMATION);
     user.activate(screens::CONFIRM);
     user.waitForFocusOn(screens::ALERT_BUTTON);
-    takeWindow("password-error", screens::PASSWORD_WINDOW);
+    camera->takeWindow("password-error", screens::PASSWORD_WINDOW);
     user.press(desktop::KEY_RETURN);
     user.write(agent::PASSWORD, screens::CONFIRMATION);
     user.activate(screens::CONFIRM);
     user.waitForFocusOn(screens::GATE);
-    takePopover("popover-gate");
+    camera->takePopover("popover-gate");
 }
 
 void Gallery::openContent()
@@ -185,12 +170,12 @@ void Gallery::openContent()
     user.waitUntil("the gate says no", [this] {
         return user.find(screens::GATE).description() == "Wrong password";
     });
-    takePopover("popover-wrong-password");
+    camera->takePopover("popover-wrong-password");
     user.type(agent::PASSWORD);
     user.press(desktop::KEY_RETURN);
     user.waitFor(screens::NOTHING_PROTECTED);
-    takePopover("popover-empty");
-    takeItem("status-item-open");
+    camera->takePopover("popover-empty");
+    camera->takeItem("status-item-open");
 }
 
 void Gallery::pickApplications()
@@ -199,7 +184,7 @@ void Gallery::pickApplications()
     user.waitFor(screens::ADMINISTRATIVE);
     user.activate(screens::ADMINISTRATIVE);
     user.waitFor(person::row(PROTECTED.front(), screens::PICKER));
-    takeWindow("picker", screens::PICKER_TITLE);
+    camera->takeWindow("picker", screens::PICKER_TITLE);
     for (const std::string application : PROTECTED) {
         user.write(application, screens::FILTER);
         user.waitUntil("nothing else is offered", [&] {
@@ -211,14 +196,14 @@ void Gallery::pickApplications()
     }
     user.write("te", screens::FILTER);
     user.waitFor(person::row("XTerm", screens::PICKER));
-    takeWindow("picker-filter", screens::PICKER_TITLE);
+    camera->takeWindow("picker-filter", screens::PICKER_TITLE);
     user.write("solitaire", screens::FILTER);
     user.waitForEndOf(person::row("XTerm", screens::PICKER));
-    takeWindow("picker-no-match", screens::PICKER_TITLE);
+    camera->takeWindow("picker-no-match", screens::PICKER_TITLE);
     user.activate(screens::CLEAR_FILTER);
     user.activate(screens::ABOUT_RUNNING_ONLY);
     user.waitForFocusOn(screens::ALERT_BUTTON);
-    takeWindow("picker-help", screens::PICKER_TITLE);
+    camera->takeWindow("picker-help", screens::PICKER_TITLE);
     user.press(desktop::KEY_RETURN);
     user.waitForFocusOn(screens::OFFERED);
     user.press(desktop::KEY_ESCAPE);
@@ -237,13 +222,13 @@ void Gallery::reopenContent()
 /// Where the folder of what starts at login should be, there is a file.
 void Gallery::failToStartAtLogin()
 {
-    takePopover("popover");
+    camera->takePopover("popover");
     const auto autostart = session.desk.home() / ".config/autostart";
     std::filesystem::remove_all(autostart);
     desktop::writeFile(autostart, "");
     user.activate(screens::START_AT_LOGIN);
     user.waitForFocusOn(screens::ALERT_BUTTON);
-    takeFocused("alert");
+    camera->takeFocused("alert");
     user.press(desktop::KEY_RETURN);
     std::filesystem::remove(autostart);
     user.waitForEndOf(screens::ALERT_BUTTON);
@@ -256,7 +241,7 @@ void Gallery::openMenu()
     }
     user.activate(screens::OPTIONS);
     user.goTo(screens::LOCK_OTHERS);
-    takePopover("menu");
+    camera->takePopover("menu");
 }
 
 void Gallery::showHelp()
@@ -264,7 +249,7 @@ void Gallery::showHelp()
     user.goTo(screens::HELP_AND_SUPPORT);
     user.press(desktop::KEY_RETURN);
     user.waitForFocusOn(screens::HELP_PAGE);
-    takeWindow("help", screens::HELP);
+    camera->takeWindow("help", screens::HELP);
     user.press(desktop::KEY_ESCAPE);
     user.waitForEndOf(person::window(screens::HELP));
 }
@@ -274,112 +259,22 @@ void Gallery::lock()
     const desktop::ChildProcess mousepad = session.desk.start({"mousepad"});
     const Rectangle screen = session.desk.server().screens().front();
     Rectangle edge = screen;
-    edge.height = MARGIN;
+    edge.height = EDGE;
     user.waitUntil("the lock is up", [&] {
         return capture(session.desk.connection(), edge).isAllOf(desktop::LOCK_COLOUR);
     });
-    take("lock", screen);
+    camera->take("lock", screen);
     user.press(desktop::KEY_CAPS_LOCK);
     session.enter("open sesame");
-    take("lock-wrong-password", screen);
+    camera->take("lock-wrong-password", screen);
     user.press(desktop::KEY_CAPS_LOCK);
-}
-
-std::optional<Rectangle> Gallery::placeOfWindow(const std::string& title)
-{
-    desktop::Desktop& desk = session.desk;
-    for (const xcb_window_t window : desk.windows().managed()) {
-        if (desk.connection().textProperty(window, "_NET_WM_NAME") == title &&
-            desk.windows().isViewable(window)) {
-            return placeWithFrame(window);
-        }
-    }
-    return std::nullopt;
-}
-
-Rectangle Gallery::placeWithFrame(xcb_window_t window)
-{
-    desktop::Desktop& desk = session.desk;
-    Rectangle place = desk.windows().placeOf(window);
-    const auto frame = desk.connection().property(window, "_NET_FRAME_EXTENTS");
-    if (frame.size() == 4) {
-        place.x = static_cast<std::int16_t>(place.x - static_cast<int>(frame[0]));
-        place.y = static_cast<std::int16_t>(place.y - static_cast<int>(frame[2]));
-        place.width = static_cast<std::uint16_t>(place.width + frame[0] + frame[1]);
-        place.height = static_cast<std::uint16_t>(place.height + frame[2] + frame[3]);
-    }
-    return place;
 }
 
 void Gallery::clickTitleOf(const std::string& window)
 {
-    Rectangle place = placeOfWindow(window).value();
+    Rectangle place = camera->placeOfWindow(window).value();
     place.height = static_cast<std::uint16_t>(TITLE_HEIGHT * look.scale);
     user.clickAt(place);
-}
-
-void Gallery::takeFocused(const std::string& name)
-{
-    user.waitUntilScreenRests();
-    take(name, placeWithFrame(session.desk.windows().active()));
-}
-
-void Gallery::takeWindow(const std::string& name, const std::string& title)
-{
-    std::optional<Rectangle> place;
-    user.waitUntil("there is a window " + title, [&] {
-        place = placeOfWindow(title);
-        return place.has_value();
-    });
-    take(name, *place);
-}
-
-void Gallery::takePopover(const std::string& name)
-{
-    std::optional<Rectangle> place;
-    user.waitUntil("there is a popover", [&] {
-        place = placeOfWindow(screens::POPOVER);
-        return place.has_value();
-    });
-    Rectangle area = around(*place, panel->firstItem());
-    if (const auto menu = user.placeOfMenu()) {
-        area = around(area, *menu);
-    }
-    take(name, area);
-}
-
-void Gallery::takeItem(const std::string& name)
-{
-    constexpr int WIDTH_OF_PART = 160;
-    Rectangle area = panel->firstItem();
-    area.width = static_cast<std::uint16_t>(WIDTH_OF_PART * look.scale);
-    user.waitUntilScreenRests();
-    save(name, area);
-}
-
-void Gallery::take(const std::string& name, const Rectangle& area)
-{
-    user.waitUntilScreenRests();
-    const Rectangle screen = session.desk.server().screens().front();
-    const int margin = MARGIN * look.scale;
-    const int left = std::max(area.x - margin, 0);
-    const int top = std::max(area.y - margin, 0);
-    const int right = std::min<int>(area.x + area.width + margin, screen.width);
-    const int bottom = std::min<int>(area.y + area.height + margin, screen.height);
-    save(
-        name,
-        {static_cast<std::int16_t>(left),
-         static_cast<std::int16_t>(top),
-         static_cast<std::uint16_t>(right - left),
-         static_cast<std::uint16_t>(bottom - top)}
-    );
-}
-
-void Gallery::save(const std::string& name, const Rectangle& area)
-{
-    const std::string suffix =
-        std::string(look.dark ? "-dark" : "") + (look.scale == 1 ? "" : "@2x");
-    capture(session.desk.connection(), area).savePng(pictures / (name + suffix + ".png"));
 }
 
 } // namespace screenshots
