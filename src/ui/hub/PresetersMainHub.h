@@ -1,5 +1,7 @@
 // Owns every presenter of the interface and leads from one to the other. A presenter is made when
-// it is first asked for, and kept from then on. Main thread only.
+// it is first asked for, and kept from then on. Main thread only. Callbacks have it as `this`: none
+// outlives the presenters that hold them, which are its own, and the delegate keeps it for the life
+// of the process.
 #pragma once
 
 #include "app/InterfaceHub.h"
