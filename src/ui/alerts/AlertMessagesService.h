@@ -1,5 +1,6 @@
 // Alerts as sheets on a window or, without one, for the whole program, and notifications of the
-// desktop. Alerts are shown later on the main queue, and nobody waits for them. Any thread may ask
+// desktop. Alerts are shown later on the main queue, and nobody waits for them. A window that is
+// not on the screen by then carries no sheet: its alert is the whole program's. Any thread may ask
 // for an alert; notifications are the main thread's.
 #pragma once
 
@@ -23,8 +24,7 @@ public:
     static constexpr int INFORMATIONAL = 1;
     static constexpr int CRITICAL = 2;
 
-    /// `window`: what the alert is a sheet of, or
-    /// nothing for an alert of the whole program.
+    /// `window`: what the alert is a sheet of, or nothing for an alert of the whole program.
     void showAlert(const std::string& title, const std::string& message, int type, QWidget* window)
         const;
 
@@ -39,6 +39,11 @@ public:
     ) const;
 
     void showLocalNotification(const std::string& title, const std::string& message) const;
+
+    /// Never set: alerts need none of the three.
+    QPointer<QObject> imageHelpPopover;
+    QPointer<QObject> sheetWindowToOpen;
+    QPointer<QObject> updatingDefinitionsWindow;
 };
 
 } // namespace ui
