@@ -136,7 +136,7 @@ void ApplicationsSelectWindowController::focus()
         filterTextfieldOutlet->setFocus();
         filterTextfieldOutlet->selectAll(); // what is typed next replaces what was looked for
     }
-    panel.makeKeyAndOrderFront();
+    panel.makeKeyAndOrderFront(); // the popover has just closed; nothing else would have the keys
 }
 
 bool ApplicationsSelectWindowController::isWindowVisible()
