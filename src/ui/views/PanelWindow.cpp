@@ -22,16 +22,8 @@ PanelWindow::PanelWindow(QWidget* parent) : QWidget(parent)
     );
 }
 
-void PanelWindow::orderFront()
-{
-    setAttribute(Qt::WA_ShowWithoutActivating, true);
-    show();
-    raise();
-}
-
 void PanelWindow::makeKeyAndOrderFront()
 {
-    setAttribute(Qt::WA_ShowWithoutActivating, false);
     setWindowState(windowState() & ~Qt::WindowMinimized);
     bringForward(*this);
 }

@@ -17,10 +17,7 @@ class PanelWindow : public QWidget
 public:
     explicit PanelWindow(QWidget* parent = nullptr);
 
-    /// Shows the window above the others without giving it the keyboard.
-    void orderFront();
-
-    /// The same, and the keyboard goes to it.
+    /// Shows the window above the others, and the keyboard goes to it.
     void makeKeyAndOrderFront();
 
     /// One colour in place of the gradient.
