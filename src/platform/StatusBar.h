@@ -58,9 +58,6 @@ public:
 class StatusBar : public Port
 {
 public:
-    /// Height of an item, in the toolkit's pixels.
-    virtual double thickness() = 0;
-
     /// A new item. Never empty. `length` is its width, or the variable length.
     virtual std::unique_ptr<StatusItem> statusItem(double length) = 0;
 };

@@ -7,12 +7,6 @@
 
 namespace statusbar {
 
-namespace {
-
-constexpr double THICKNESS = 22.0; // what most panels give an item
-
-} // namespace
-
 DesktopStatusBar::DesktopStatusBar(Areas areas, platform::DispatchQueues& queues)
     : areas(std::move(areas)),
       queues(queues)
@@ -20,11 +14,6 @@ DesktopStatusBar::DesktopStatusBar(Areas areas, platform::DispatchQueues& queues
     for (const auto& area : this->areas) {
         area->onPresenceChanged = [this] { presenceChanged(); };
     }
-}
-
-double DesktopStatusBar::thickness()
-{
-    return THICKNESS;
 }
 
 std::unique_ptr<platform::StatusItem> DesktopStatusBar::statusItem(double /*length*/)

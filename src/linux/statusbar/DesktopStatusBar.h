@@ -22,7 +22,6 @@ public:
     /// The queues must outlive this, and this every item.
     DesktopStatusBar(Areas areas, platform::DispatchQueues& queues);
 
-    double thickness() override;
     std::unique_ptr<platform::StatusItem> statusItem(double length) override;
 
     /// An item was activated; called at once, before the item's own callback.

@@ -1,5 +1,7 @@
 #include "linux/statusbar/ItemPicture.h"
 
+#include "linux/statusbar/StatusArea.h"
+
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPainter>
@@ -16,9 +18,8 @@ namespace {
 int imageSide(int side)
 {
     constexpr int GRID = 16;
-    constexpr int ITEM = 22;
     constexpr int STEP = GRID / 2;
-    if (side < ITEM) {
+    if (side < THICKNESS) {
         return std::min(side, GRID);
     }
     const int wanted = side * 3 / 4;

@@ -10,6 +10,9 @@
 
 namespace statusbar {
 
+/// Side of an item in most panels, in pixels.
+inline constexpr int THICKNESS = 22;
+
 class StatusArea : public platform::Port
 {
 public:

@@ -1,5 +1,6 @@
 #include "linux/tray/TrayWindow.h"
 
+#include "linux/statusbar/StatusArea.h"
 #include "linux/tray/Composition.h"
 #include "linux/x11/WindowInspector.h"
 #include "platform/Call.h"
@@ -14,7 +15,6 @@ namespace tray {
 
 namespace {
 
-constexpr int FIRST_SIDE = 22; // until the tray says otherwise
 constexpr std::uint32_t EVENTS =
     XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS;
 constexpr std::string_view WM_CLASS{"tarvel\0Tarvel\0", 14};
@@ -33,7 +33,7 @@ xcb_visualid_t visualOf(const x11::X11Desktop& desktop, xcb_window_t manager)
 TrayWindow::TrayWindow(x11::X11Desktop& desktop, xcb_window_t manager)
     : desktop(desktop),
       window(xcb_generate_id(desktop.connection().get())),
-      extent(FIRST_SIDE, FIRST_SIDE),
+      extent(statusbar::THICKNESS, statusbar::THICKNESS),
       subscription(desktop.subscribe([this](const xcb_generic_event_t& event) { handle(event); }))
 {
     create(visualOf(desktop, manager));

@@ -59,7 +59,7 @@ private:
     xcb_window_t window;
     xcb_visualid_t visual = XCB_NONE;
     xcb_colormap_t colormap = XCB_NONE; // for a visual that is not the root's
-    QSize extent;
+    QSize extent; // until the tray says otherwise, what panels usually give
     bool docked = false;
     x11::X11Desktop::Subscription subscription;
 };

@@ -56,11 +56,6 @@ TYPED_TEST_SUITE(StatusBarContract, Worlds);
 
 } // namespace
 
-TYPED_TEST(StatusBarContract, AnItemIsAsHighAsPanelsUsuallyAre)
-{
-    EXPECT_EQ(this->world.bar().thickness(), 22.0);
-}
-
 TYPED_TEST(StatusBarContract, WhereThereIsNoAreaAnItemIsNotShown)
 {
     this->makeItem();

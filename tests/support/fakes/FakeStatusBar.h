@@ -58,8 +58,6 @@ public:
         FakeStatusBar& owner;
     };
 
-    double thickness() override { return 22.0; }
-
     std::unique_ptr<platform::StatusItem> statusItem(double length) override
     {
         calls.push_back("statusBar statusItem");
