@@ -3,7 +3,11 @@
 #include "app/AppDelegate.h"
 #include "fakes/FakeLockWindows.h"
 
+#include <QApplication>
+#include <QEvent>
+
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -45,6 +49,26 @@ protected:
         }};
 };
 
+/// Enters the greeting's appearance on the screen among the calls, while it lives.
+class NotedGreeting : public QObject
+{
+public:
+    static constexpr auto NOTE = "the greeting appears";
+
+    explicit NotedGreeting(fakes::Calls& calls) : calls(calls) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && object->objectName() == "GreetingsWindow") {
+            calls.emplace_back(NOTE);
+        }
+        return false;
+    }
+
+private:
+    fakes::Calls& calls;
+};
+
 constexpr auto PROGRAM = "/opt/Tarvel.app/Tarvel";
 
 } // namespace
@@ -67,16 +91,15 @@ TEST_F(PresetersMainHubStart, ANewHubHasAPopoverPresenterAndNothingElse)
 
 TEST_F(PresetersMainHubStart, WithoutAPasswordTheGreetingComesAndThenTheStatusItem)
 {
+    const NotedGreeting greeted(fake.calls);
     present();
+    const std::string asked = "keychain copyMatching " + fakes::accountOf("Password");
     const auto item = std::find(fake.calls.begin(), fake.calls.end(), "statusBar statusItem");
+    const auto shown = std::find(fake.calls.begin(), item, NotedGreeting::NOTE);
 
     ASSERT_NE(item, fake.calls.end());
-    EXPECT_NE(
-        std::find(
-            fake.calls.begin(), item, "keychain copyMatching " + fakes::accountOf("Password")
-        ),
-        item
-    );
+    EXPECT_NE(shown, item);
+    EXPECT_NE(std::find(fake.calls.begin(), shown, asked), shown);
     EXPECT_TRUE(greeting().isVisible());
     EXPECT_NE(fake.statusBar.item, nullptr);
 }

@@ -94,10 +94,14 @@ TEST_F(OptionsMenu, ItsPicturesAreTwelvePixelsWideAndHigh)
 
 TEST_F(OptionsMenu, AppearsBelowTheMiddleOfItsButton)
 {
+    popup().hidePopover();
+    putItemAt({300, 0, 22, 22}); // with room for the menu on all sides
+    open();
+    unlock();
     const ui::OptionsMenu& menu = openMenu();
     const QWidget& opener = *controller().menuButtonOutlet;
     const QPoint wanted = opener.mapToGlobal(QPoint(opener.width() / 2, opener.height() * 5 / 4));
-    EXPECT_EQ(menu.y(), wanted.y());
+    EXPECT_EQ(menu.pos(), wanted);
 }
 
 TEST_F(OptionsMenu, IsMadeAnewAtEveryClick)

@@ -62,6 +62,21 @@ TEST_F(PopoverInterfacePresenter, StartingCopiesTheSettings)
     EXPECT_FALSE(window().isVisible());
 }
 
+TEST_F(PopoverInterfacePresenter, StartingPutsTheItemUpAndThenReadsTheSettingsInTheirOrder)
+{
+    takeCalls();
+    start();
+    const fakes::Calls calls = takeCalls();
+    auto last = std::find(calls.begin(), calls.end(), "statusBar statusItem");
+    ASSERT_NE(last, calls.end());
+    for (const char* setting : {"Active", "LoginStart", "Applications"}) {
+        const std::string asked = "keychain copyMatching " + fakes::accountOf(setting);
+        EXPECT_EQ(std::find(calls.begin(), last, asked), last) << setting << " is read too early";
+        last = std::find(last, calls.end(), asked);
+        ASSERT_NE(last, calls.end()) << setting << " is not read";
+    }
+}
+
 TEST_F(PopoverInterfacePresenter, ShowsAndHidesThePopover)
 {
     startWith(PASSWORD);

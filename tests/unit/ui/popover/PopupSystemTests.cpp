@@ -7,6 +7,27 @@ class PopupSystem : public PopoverTest
 protected:
     [[nodiscard]] platform::StatusItemLook look() const { return fake.statusBar.item->draw(); }
 
+    /// Calls the listener when the popover leaves the screen, while it lives.
+    class Departure : public QObject
+    {
+    public:
+        Departure(QWidget& window, std::function<void()> listener) : listener(std::move(listener))
+        {
+            window.installEventFilter(this);
+        }
+
+        bool eventFilter(QObject* /*object*/, QEvent* event) override
+        {
+            if (event->type() == QEvent::Hide) {
+                listener();
+            }
+            return false;
+        }
+
+    private:
+        std::function<void()> listener;
+    };
+
     static constexpr auto BLACK = ":/images/AppMenuBarIconBlack.svg";
     static constexpr auto WHITE = ":/images/AppMenuBarIconWhite.svg";
 };
@@ -145,6 +166,22 @@ TEST_F(PopupSystem, AClickOnTheItemToggles)
     EXPECT_TRUE(fake.log.lines.empty());
     clickItem();
     EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(PopupSystem, HidingMarksTheItemBeforeThePopoverGoes)
+{
+    start();
+    open();
+    takeCalls();
+    std::vector<fakes::Calls> callsAtDeparture;
+    const Departure departure(window(), [&] {
+        EXPECT_FALSE(popup().active);
+        callsAtDeparture.push_back(fake.calls);
+    });
+    popup().hidePopover();
+    EXPECT_EQ(
+        callsAtDeparture, std::vector<fakes::Calls>{fakes::Calls{"statusItem setNeedsDisplay"}}
+    );
 }
 
 TEST_F(PopupSystem, HidingWhileClosedDoesNothing)
