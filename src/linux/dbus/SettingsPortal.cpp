@@ -31,9 +31,12 @@ SettingsPortal::SettingsPortal(const std::string& busAddress) : bus(busAddress)
             this,
             SLOT(settingChanged(QString, QString, QDBusVariant))
         );
+        search.found(connection);
         ask(connection);
     };
-    bus.connectLater();
+    if (!busAddress.empty()) {
+        search.begin();
+    }
 }
 
 void SettingsPortal::ask(const QDBusConnection& connection)

@@ -1,7 +1,9 @@
 // The appearance that the user chose for the desktop, as the settings portal tells it. Asked once,
-// then followed, so that reading it never waits. Main thread.
+// then followed, so that reading it never waits; a bus that was lost changes nothing until it is
+// back. Main thread.
 #pragma once
 
+#include "linux/dbus/BusSearch.h"
 #include "linux/dbus/SessionBus.h"
 
 #include <QDBusVariant>
@@ -33,6 +35,7 @@ private:
     void take(const QVariant& colorScheme);
 
     SessionBus bus;
+    BusSearch search{bus};
     std::optional<std::string> style;
 };
 

@@ -47,17 +47,13 @@ StatusNotifierWatch::StatusNotifierWatch(const std::string& busAddress) : bus(bu
              {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
             connection.connect(QString(), WATCHER_PATH, WATCHER, signal, this, SLOT(hostChanged()));
         }
-        connection.connect(
-            QString(),
-            "/org/freedesktop/DBus/Local",
-            "org.freedesktop.DBus.Local",
-            "Disconnected",
-            this,
-            SLOT(busLost())
-        );
+        search.found(connection);
         ask(connection);
     };
-    bus.connectLater();
+    search.onLost = [this] { busLost(); };
+    if (!busAddress.empty()) {
+        search.begin();
+    }
 }
 
 bool StatusNotifierWatch::hasHost()

@@ -1,7 +1,8 @@
 // Whether somebody shows status notifier items: a watcher that knows of a host. Followed as both
-// come, go and come back. Main thread.
+// come, go and come back, and the bus with them. Main thread.
 #pragma once
 
+#include "linux/dbus/BusSearch.h"
 #include "linux/dbus/SessionBus.h"
 
 #include <QDBusMessage>
@@ -36,7 +37,7 @@ public:
 private:
     Q_SLOT void watcherChanged(const QString& name, const QString& before, const QString& after);
     Q_SLOT void hostChanged();
-    Q_SLOT void busLost();
+    void busLost();
     void ask(const QDBusConnection& connection);
     void askAndWait(const QDBusConnection& connection, std::chrono::milliseconds longest);
     void answered(QDBusPendingCallWatcher* call, int number);
@@ -44,6 +45,7 @@ private:
     void setHost(bool present);
 
     dbus::SessionBus bus;
+    dbus::BusSearch search{bus};
     QString owner;        // of the watcher's name, as far as known
     int question = 0;     // number of the latest
     bool settled = false; // some question is answered, or was waited for long enough

@@ -155,6 +155,16 @@ TEST_F(Appearance, IsNotDarkUntilAPortalThatComesLateSaysSo)
     }));
 }
 
+TEST_F(Appearance, IsAskedForAgainOnABusThatComesBack)
+{
+    start(LIGHT);
+    portal.reset();
+    bus.process().end();
+    const desktop::PrivateBus again(folder.path(), desktop::privateEnvironment(folder));
+    portal.emplace(again.address(), DARK);
+    EXPECT_TRUE(becomes(true));
+}
+
 TEST(AppearanceWithoutABus, IsNotDark)
 {
     const dbus::SettingsPortal settings("unix:path=/nonexistent/bus");

@@ -280,6 +280,32 @@ TEST_F(StatusNotifierItemOnTheBus, IsNotShownAnyMoreWhenTheBusGoes)
     item->setMenu({});
 }
 
+TEST_F(StatusNotifierItemOnTheBus, ComesBackWithABusThatComesBack)
+{
+    showItem();
+    ASSERT_TRUE(support::waitFor([&] { return item->isShown(); }));
+    world.bus.process().end();
+    ASSERT_TRUE(support::waitFor([&] { return !item->isShown(); }));
+    world.areaGoes();
+
+    const desktop::PrivateBus again(world.folder.path(), desktop::privateEnvironment(world.folder));
+    world.areaComes();
+    EXPECT_TRUE(support::waitFor([&] { return item->isShown(); }));
+    world.click();
+    EXPECT_TRUE(support::waitFor([&] { return clicks == 1; }));
+}
+
+TEST(StatusNotifierArea, IsFoundOnABusThatComesAfterIt)
+{
+    const desktop::TemporaryFolder folder;
+    statusnotifier::StatusNotifierArea area("unix:path=" + (folder.path() / "bus").string());
+    EXPECT_FALSE(area.isPresent());
+
+    const desktop::PrivateBus bus(folder.path(), desktop::privateEnvironment(folder));
+    const desktop::FakeStatusNotifierWatcher watcher(bus.address());
+    EXPECT_TRUE(support::waitFor([&] { return area.isPresent(); }));
+}
+
 TEST(StatusNotifierArea, IsNotThereWithoutABus)
 {
     statusnotifier::StatusNotifierArea area("unix:path=/nonexistent/bus");
