@@ -25,29 +25,46 @@ std::unique_ptr<QMenu> menuOf(statusbar::ItemSource& item)
     return menu;
 }
 
+QPoint toolkitPlace(int rootX, int rootY)
+{
+    return toolkit::toolkitGeometry({rootX, rootY, 1, 1}).topLeft();
+}
+
 } // namespace
 
 DockedItem::DockedItem(x11::X11Desktop& desktop, xcb_window_t manager, statusbar::ItemSource& item)
     : item(item),
       window(desktop, manager)
 {
-    window.setTitle(QString::fromStdString(item.look().title));
+    showTitle(item.look().title);
     window.onExposed = [this] { redraw(); };
     window.onPressed = [this](std::uint8_t button, int rootX, int rootY) {
         pressed(button, rootX, rootY);
     };
+    window.onPointerMoved = [this](int rootX, int rootY) {
+        tip.pointerMoved(toolkitPlace(rootX, rootY));
+    };
+    window.onPointerLeft = [this] { tip.pointerLeft(); };
     window.onLetGo = [this] { platform::call(onLetGo); };
 }
 
 void DockedItem::redraw()
 {
     const platform::StatusItemLook look = item.look();
-    window.setTitle(QString::fromStdString(look.title));
+    showTitle(look.title);
     window.paint(statusbar::itemPicture(look, window.size()));
+}
+
+void DockedItem::showTitle(const std::string& title)
+{
+    const QString text = QString::fromStdString(title);
+    window.setTitle(text);
+    tip.setText(text);
 }
 
 void DockedItem::pressed(std::uint8_t button, int rootX, int rootY)
 {
+    tip.pressed();
     if (button == XCB_BUTTON_INDEX_1 || button == XCB_BUTTON_INDEX_2) {
         item.activate();
     } else if (button == XCB_BUTTON_INDEX_3 && !item.menu().empty()) {
@@ -60,7 +77,7 @@ void DockedItem::showMenu(int rootX, int rootY)
     if (menu == nullptr) {
         menu = menuOf(item);
     }
-    menu->popup(toolkit::toolkitGeometry({rootX, rootY, 1, 1}).topLeft());
+    menu->popup(toolkitPlace(rootX, rootY));
 }
 
 } // namespace tray

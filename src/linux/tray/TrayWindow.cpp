@@ -15,8 +15,9 @@ namespace tray {
 
 namespace {
 
-constexpr std::uint32_t EVENTS =
-    XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS;
+constexpr std::uint32_t EVENTS = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                 XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_ENTER_WINDOW |
+                                 XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_POINTER_MOTION;
 constexpr std::string_view WM_CLASS{"tarvel\0Tarvel\0", 14};
 
 /// What the tray wants of its icons; XCB_NONE where it does not say.
@@ -185,6 +186,11 @@ void TrayWindow::handle(const xcb_generic_event_t& event)
     case XCB_BUTTON_PRESS:
         handlePress(x11::as<xcb_button_press_event_t>(event));
         break;
+    case XCB_ENTER_NOTIFY:
+    case XCB_LEAVE_NOTIFY:
+    case XCB_MOTION_NOTIFY:
+        handlePointer(event);
+        break;
     case XCB_CONFIGURE_NOTIFY:
         handleConfigure(x11::as<xcb_configure_notify_event_t>(event));
         break;
@@ -225,6 +231,19 @@ void TrayWindow::handlePress(const xcb_button_press_event_t& event) const
     const auto asked = xcb_ungrab_pointer_checked(connection, XCB_CURRENT_TIME);
     const x11::Reply<xcb_generic_error_t> error(xcb_request_check(connection, asked));
     platform::call(onPressed, event.detail, event.root_x, event.root_y);
+}
+
+void TrayWindow::handlePointer(const xcb_generic_event_t& event) const
+{
+    const auto& place = x11::as<xcb_motion_notify_event_t>(event); // all three begin like this one
+    if (place.event != window) {
+        return;
+    }
+    if (x11::typeOf(event) == XCB_LEAVE_NOTIFY) {
+        platform::call(onPointerLeft); // also when another window takes hold of the pointer
+    } else {
+        platform::call(onPointerMoved, place.root_x, place.root_y);
+    }
 }
 
 void TrayWindow::handleReparent(const xcb_reparent_notify_event_t& event)

@@ -32,6 +32,11 @@ public:
     /// A button was pressed there. The pointer is not held any more, so that menus can hold it.
     std::function<void(std::uint8_t button, int rootX, int rootY)> onPressed;
 
+    /// The pointer came to it, or moved on it.
+    std::function<void(int rootX, int rootY)> onPointerMoved;
+
+    std::function<void()> onPointerLeft;
+
     /// The tray does not hold it any more.
     std::function<void()> onLetGo;
 
@@ -52,6 +57,7 @@ private:
     void handleConfigure(const xcb_configure_notify_event_t& event);
     void handleExpose(const xcb_expose_event_t& event) const;
     void handlePress(const xcb_button_press_event_t& event) const;
+    void handlePointer(const xcb_generic_event_t& event) const;
     void handleReparent(const xcb_reparent_notify_event_t& event);
     void letGo() const;
 
@@ -59,7 +65,7 @@ private:
     xcb_window_t window;
     xcb_visualid_t visual = XCB_NONE;
     xcb_colormap_t colormap = XCB_NONE; // for a visual that is not the root's
-    QSize extent; // until the tray says otherwise, what panels usually give
+    QSize extent;                       // until the tray says otherwise, what panels usually give
     bool docked = false;
     x11::X11Desktop::Subscription subscription;
 };

@@ -126,6 +126,9 @@ bool X11Desktop::isOfInterest(const xcb_generic_event_t& event) const
     case XCB_FOCUS_OUT:
     case XCB_MAPPING_NOTIFY:
     case XCB_BUTTON_PRESS:
+    case XCB_ENTER_NOTIFY:
+    case XCB_LEAVE_NOTIFY:
+    case XCB_MOTION_NOTIFY:
     case XCB_EXPOSE:
     case XCB_CLIENT_MESSAGE:
     case XCB_GE_GENERIC:

@@ -4,6 +4,7 @@
 #include "desktop/Pixels.h"
 
 #include <QPalette>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -45,6 +46,17 @@ protected:
     {
         return world.soon([&] { return item->frame().has_value() && world.isViewable(); });
     }
+
+    void pointAtItem()
+    {
+        const platform::Rect frame = item->frame().value_or(platform::Rect{});
+        world.desk.input().movePointer(
+            static_cast<std::int16_t>(frame.x + frame.width / 2),
+            static_cast<std::int16_t>(frame.y + frame.height / 2)
+        );
+    }
+
+    void pointElsewhere() { world.desk.input().movePointer(500, 400); }
 
     TrayWorld world;
     TestPicture picture;
@@ -132,6 +144,44 @@ TEST_F(ItemInATray, OpensItsMenuWithTheRightButton)
     EXPECT_EQ(menu->actions().front()->text(), "Open && look");
     menu->close();
     EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(ItemInATray, ShowsItsTitleWhereThePointerRestsUntilItLeaves)
+{
+    showItem();
+    ASSERT_TRUE(soonIsThere());
+    EXPECT_FALSE(QToolTip::isVisible());
+    pointAtItem();
+    ASSERT_TRUE(world.soon([] { return QToolTip::isVisible(); }));
+    EXPECT_EQ(QToolTip::text(), "Tarvel");
+    pointElsewhere();
+    EXPECT_TRUE(world.soon([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(ItemInATray, APressTakesItsTipAwayUntilThePointerComesAgain)
+{
+    showItem();
+    ASSERT_TRUE(soonIsThere());
+    pointAtItem();
+    ASSERT_TRUE(world.soon([] { return QToolTip::isVisible(); }));
+    world.press(TrayWorld::LEFT);
+    EXPECT_TRUE(world.soon([&] { return clicks == 1 && !QToolTip::isVisible(); }));
+    pointElsewhere();
+    look.title = "Another <title>";
+    item->setNeedsDisplay();
+    pointAtItem();
+    ASSERT_TRUE(world.soon([] { return QToolTip::isVisible(); }));
+    EXPECT_EQ(QToolTip::text(), "Another &lt;title&gt;");
+}
+
+TEST_F(ItemInATray, TakesItsTipAlong)
+{
+    showItem();
+    ASSERT_TRUE(soonIsThere());
+    pointAtItem();
+    ASSERT_TRUE(world.soon([] { return QToolTip::isVisible(); }));
+    item.reset();
+    EXPECT_TRUE(world.soon([] { return !QToolTip::isVisible(); }));
 }
 
 TEST_F(ItemInATray, IsActivatedWithTheMiddleButtonTooAndNotByTheWheel)
