@@ -2,6 +2,9 @@
 
 #include "linux/xdg/Roles.h"
 
+#include <QColor>
+#include <QImage>
+
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -104,10 +107,11 @@ void CrowdedDesktop::write(int applications) const
     const fs::path entries = root / "applications";
     fs::create_directories(entries);
     fs::create_directories(root / "pictures");
+    writeLargePicture();
     for (int number = 0; number < applications; ++number) {
         const std::string id = "application" + std::to_string(number);
         const std::string icon = iconName(number);
-        if (icon.starts_with('/')) {
+        if (icon.ends_with(".svg")) {
             std::ofstream(icon) << PICTURE;
         }
         std::ofstream(entries / (id + ".desktop"))
@@ -116,8 +120,31 @@ void CrowdedDesktop::write(int applications) const
     }
 }
 
+QString CrowdedDesktop::largePicture() const
+{
+    return home.path() + "/pictures/large.png";
+}
+
+/// Hardly any two neighbouring pixels are alike, so that there is much to decode.
+void CrowdedDesktop::writeLargePicture() const
+{
+    constexpr int SIDE = 1024;
+    constexpr int HUES = 360;
+    QImage image(SIDE, SIDE, QImage::Format_ARGB32);
+    for (int y = 0; y < SIDE; ++y) {
+        for (int x = 0; x < SIDE; ++x) {
+            image.setPixelColor(x, y, QColor::fromHsv((x * x + y * 7) % HUES, 200, 150 + y % 100));
+        }
+    }
+    image.save(largePicture());
+}
+
 std::string CrowdedDesktop::iconName(int number) const
 {
+    constexpr int BETWEEN_LARGE = 40;
+    if (number % BETWEEN_LARGE == 1) {
+        return largePicture().toStdString();
+    }
     constexpr int KINDS = 3;
     switch (number % KINDS) {
     case 0:

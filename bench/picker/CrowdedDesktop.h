@@ -1,6 +1,7 @@
 // A platform with as many installed applications as wanted: real desktop entries in a folder of
 // their own, read by the real catalogue, with real icons. A third of them are icons of the theme, a
-// third pictures of their own, and a third names that no theme knows.
+// third pictures of their own, and a third names that no theme knows; some have a picture as large
+// as an icon may be.
 #pragma once
 
 #include "fakes/FakePlatform.h"
@@ -31,12 +32,14 @@ public:
 
 private:
     void write(int applications) const;
+    void writeLargePicture() const;
+    [[nodiscard]] QString largePicture() const;
     [[nodiscard]] std::string iconName(int number) const;
     [[nodiscard]] xdg::XdgEnvironment environment() const;
     platform::IconHandle iconForFile(const std::string& path);
 
     QTemporaryDir home;
-    qt::QtIconLoader icons;
+    qt::QtIconLoader icons{queues};
     fakes::FakePlatform fake;
     std::unique_ptr<xdg::ApplicationCatalogue> catalogue;
     std::unique_ptr<xdg::XdgBundles> bundles;

@@ -79,7 +79,7 @@ private:
     Reporter report{&log};
     qt::QtDispatchQueues queues;
     qt::QtTimers timers;
-    qt::QtIconLoader icons;
+    qt::QtIconLoader icons{queues};
     std::string busAddress;
     dbus::DBusDistributedNotifications notifications;
     dbus::SettingsPortal settingsPortal;

@@ -1,13 +1,18 @@
+#include "fakes/FakeDispatchQueues.h"
 #include "linux/qt/QtIconLoader.h"
 #include "qt/QtEnvironment.h"
+#include "qt/WaitFor.h"
 #include "toolkit/QtIcon.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
 #include <QImage>
+#include <QPainter>
 #include <QTemporaryDir>
+#include <QWidget>
 
+#include <optional>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -16,10 +21,34 @@
 namespace {
 
 const testing::Environment* const ENVIRONMENT =
-    testing::AddGlobalTestEnvironment(new support::QtEnvironment<QGuiApplication>);
+    testing::AddGlobalTestEnvironment(new support::QtEnvironment<QApplication>);
 
 constexpr QRgb RED = 0xffff0000;
 constexpr QRgb GREEN = 0xff00ff00;
+
+/// Of the icon's middle, as it is painted now, without waiting for anything.
+QRgb paintedColorOf(const QIcon& icon)
+{
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    icon.paint(&painter, image.rect());
+    return image.pixel(24, 24);
+}
+
+class Picture : public QWidget
+{
+public:
+    explicit Picture(const QIcon& icon) : icon(icon) {}
+
+    std::optional<QRgb> seen;
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override { seen = paintedColorOf(icon); }
+
+private:
+    QIcon icon;
+};
 
 /// An icon theme of two icons, one of them the general one.
 class QtIconLoader : public testing::Test
@@ -39,9 +68,9 @@ protected:
         QIcon::setThemeName("hicolor");
     }
 
-    QString savePng(const QString& name, QRgb color)
+    QString savePng(const QString& name, QRgb color, int side = 48)
     {
-        QImage image(48, 48, QImage::Format_ARGB32);
+        QImage image(side, side, QImage::Format_ARGB32);
         image.fill(color);
         EXPECT_TRUE(image.save(folder.filePath(name), "PNG"));
         return folder.filePath(name);
@@ -54,7 +83,8 @@ protected:
     }
 
     QTemporaryDir folder;
-    const qt::QtIconLoader loader;
+    fakes::FakeDispatchQueues queues;
+    const qt::QtIconLoader loader{queues};
 };
 
 } // namespace
@@ -95,6 +125,72 @@ TEST_F(QtIconLoader, WhatGivesNoIconReadsAsTheGeneralOne)
           pipe.toStdString()}) {
         EXPECT_EQ(colorOf(loader.load(name)), GREEN) << name;
     }
+}
+
+TEST_F(QtIconLoader, PaintingALargePictureDoesNotWaitForIt)
+{
+    const std::string file = savePng("large.png", RED, 1024).toStdString();
+    const QIcon icon = toolkit::QtIcon::of(loader.load(file));
+    EXPECT_TRUE(queues.global.empty()); // not before it is seen
+    EXPECT_EQ(paintedColorOf(icon), GREEN);
+    EXPECT_EQ(paintedColorOf(icon), GREEN);
+    EXPECT_EQ(queues.global.size(), 1U);
+    queues.runAll();
+    EXPECT_EQ(paintedColorOf(icon), RED);
+    EXPECT_TRUE(queues.global.empty());
+}
+
+TEST_F(QtIconLoader, WindowsThatShowALargePictureArePaintedAgainWhenItIsThere)
+{
+    const std::string file = savePng("large.png", RED, 1024).toStdString();
+    const QIcon icon = toolkit::QtIcon::of(loader.load(file));
+    Picture picture(icon);
+    picture.show();
+    ASSERT_TRUE(support::waitFor([&] { return picture.seen == GREEN; }));
+    queues.runAll();
+    EXPECT_TRUE(support::waitFor([&] { return picture.seen == RED; }));
+}
+
+TEST_F(QtIconLoader, WhoeverAsksForThePixelsOfALargePictureGetsThem)
+{
+    const std::string file = savePng("large.png", RED, 1024).toStdString();
+    EXPECT_EQ(colorOf(loader.load(file)), RED);
+    EXPECT_TRUE(queues.global.empty());
+}
+
+TEST_F(QtIconLoader, ALargePictureMayEndBeforeItIsDecoded)
+{
+    const std::string file = savePng("large.png", RED, 1024).toStdString();
+    EXPECT_EQ(paintedColorOf(toolkit::QtIcon::of(loader.load(file))), GREEN);
+    ASSERT_EQ(queues.global.size(), 1U);
+    queues.runGlobalTurn();
+    ASSERT_EQ(queues.main.size(), 1U);
+    queues.runMainTurn();
+    EXPECT_TRUE(queues.main.empty());
+}
+
+TEST_F(QtIconLoader, ALargePictureThatCannotBeDecodedIsTheGeneralIcon)
+{
+    const QString path = savePng("broken.png", RED, 1024);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.resize(60)); // its head says how large it is
+    file.close();
+    const QIcon icon = toolkit::QtIcon::of(loader.load(path.toStdString()));
+    EXPECT_EQ(paintedColorOf(icon), GREEN);
+    queues.runAll();
+    EXPECT_EQ(paintedColorOf(icon), GREEN);
+    EXPECT_EQ(colorOf(loader.load(path.toStdString())), GREEN);
+}
+
+TEST_F(QtIconLoader, APictureLargerThanAnIconIsTheGeneralIconAndNotDecoded)
+{
+    const std::string file = savePng("huge.png", RED, 1025).toStdString();
+    EXPECT_EQ(colorOf(loader.load(file)), GREEN);
+    EXPECT_EQ(paintedColorOf(toolkit::QtIcon::of(loader.load(file))), GREEN);
+    EXPECT_TRUE(queues.global.empty());
+    savePng("hicolor/48x48/apps/huge.png", RED, 2000);
+    EXPECT_EQ(colorOf(loader.load("huge")), GREEN);
 }
 
 TEST_F(QtIconLoader, AHandleMadeOnAnotherThreadIsDrawnOnTheMainThread)
