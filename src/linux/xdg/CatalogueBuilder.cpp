@@ -1,6 +1,5 @@
 #include "linux/xdg/CatalogueBuilder.h"
 
-#include "linux/xdg/ExecutionKeys.h"
 
 #include <algorithm>
 #include <utility>
@@ -140,19 +139,21 @@ void CatalogueBuilder::add(Draft& draft, DesktopEntry entry) const
     application.shown = isShown(entry, environment.desktops);
     application.roles = roles.of(entry);
     application.entry = std::move(entry);
-    addKeys(application, application.entry.exec, draft);
+    addKeys(application, keysOf(application.entry), draft);
     draft.applications.push_back(std::move(application));
 }
 
-void CatalogueBuilder::addKeys(
-    InstalledApplication& application, const std::string& exec, Draft& draft
-) const
+ExecutionKeys CatalogueBuilder::keysOf(const DesktopEntry& entry) const
+{
+    return executionKeys(entry.exec, programs, entry.workingFolder);
+}
+
+void CatalogueBuilder::addKeys(InstalledApplication& application, ExecutionKeys found, Draft& draft)
 {
     // The file of a program for terminals is often one that everything else runs on, too.
     if (application.entry.terminal) {
         return;
     }
-    ExecutionKeys found = executionKeys(exec, programs);
     if (application.executable.empty() && !found.keys.empty()) {
         application.executable = found.keys.front().path;
     }
@@ -173,7 +174,7 @@ void CatalogueBuilder::addServices(Draft& draft)
     for (const BusService& service : reader.services()) {
         InstalledApplication* application = find(draft.applications, service.name);
         if (application != nullptr) {
-            addKeys(*application, service.exec, draft);
+            addKeys(*application, executionKeys(service.exec, programs), draft);
         }
     }
 }
@@ -196,7 +197,7 @@ void CatalogueBuilder::addChosen(
         InstalledApplication* application = find(draft.applications, entry.id);
         if (application != nullptr && !entry.exec.empty() &&
             isChosen(choice, entry.id, application->roles)) {
-            addKeys(*application, entry.exec, draft);
+            addKeys(*application, keysOf(entry), draft);
         }
     }
     for (InstalledApplication& application : draft.applications) {

@@ -5,6 +5,7 @@
 #include "linux/xdg/Catalogue.h"
 #include "linux/xdg/ChosenApplication.h"
 #include "linux/xdg/DesktopEntryReader.h"
+#include "linux/xdg/ExecutionKeys.h"
 #include "linux/xdg/FolderWatch.h"
 #include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/Roles.h"
@@ -54,7 +55,8 @@ private:
     void addServices(Draft& draft);
     void addChosen(Draft& draft, const std::vector<DesktopEntry>& hidden, Choice& choice) const;
     void keep(InstalledApplication& application, ChosenApplication& kept) const;
-    void addKeys(InstalledApplication& application, const std::string& exec, Draft& draft) const;
+    [[nodiscard]] ExecutionKeys keysOf(const DesktopEntry& entry) const;
+    static void addKeys(InstalledApplication& application, ExecutionKeys found, Draft& draft);
 
     const XdgEnvironment& environment;
     const Roles& roles;

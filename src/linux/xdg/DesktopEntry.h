@@ -13,6 +13,7 @@ struct DesktopEntry
     std::string name; // in the user's language
     std::string icon; // theme name or absolute path
     std::string exec; // as it stands, escapes resolved; may be empty where the bus starts it
+    std::string workingFolder; // in which it is to be executed; may be empty
     std::string tryExec;
     std::string startupWindowClass;
     std::vector<std::string> onlyShowIn;

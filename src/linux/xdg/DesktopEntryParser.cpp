@@ -104,6 +104,7 @@ std::optional<DesktopEntry> DesktopEntryParser::parse(std::string_view text) con
         .name = name.text,
         .icon = textOf(values, "Icon"),
         .exec = unescaped(valueOf(values, "Exec")),
+        .workingFolder = unescaped(valueOf(values, "Path")),
         .tryExec = unescaped(valueOf(values, "TryExec")),
         .startupWindowClass = textOf(values, "StartupWMClass"),
         .onlyShowIn = splitList(valueOf(values, "OnlyShowIn")),

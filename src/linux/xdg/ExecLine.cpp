@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -68,25 +69,44 @@ void dropAssignments(Words& words)
     }
 }
 
-/// The words of the one command of a script that starts the program; none where it is not plain.
-Words commandOfScript(const std::string& script)
+/// A command of a script, and the folder to which the script goes before it.
+struct PlacedWords
+{
+    Words words;
+    std::filesystem::path folder;
+};
+
+void goTo(PlacedWords& placed, const Words& command)
+{
+    if (command.front() == "cd" && command.size() == 2 && !command.back().starts_with('-')) {
+        placed.folder /= command.back();
+    }
+}
+
+/// The one command of a script that starts the program; without words where it is not plain.
+PlacedWords commandOfScript(const std::string& script)
 {
     constexpr std::array<std::string_view, 4> PREPARING{"cd", "export", "test", "["};
+    PlacedWords result;
     std::string_view rest = script;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find_first_of(";&|\n"), rest.size());
         Words words = splitExec(rest.substr(0, end));
         dropAssignments(words);
         if (!words.empty() && !isOneOf(words.front(), PREPARING)) {
-            return words;
+            result.words = std::move(words);
+            return result;
+        }
+        if (!words.empty()) {
+            goTo(result, words);
         }
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    return {};
+    return result;
 }
 
-/// The words of the script of "sh -c SCRIPT"; nothing where it is something else.
-std::optional<Words> scriptOfShell(const Words& words)
+/// The command of the script of "sh -c SCRIPT"; nothing where it is something else.
+std::optional<PlacedWords> scriptOfShell(const Words& words)
 {
     for (std::size_t index = 1; index + 1 < words.size(); ++index) {
         const std::string& word = words[index];
@@ -101,8 +121,9 @@ std::optional<Words> scriptOfShell(const Words& words)
 }
 
 /// Takes one wrapper away. False when there is none.
-bool peel(Words& words)
+bool peel(PlacedWords& placed)
 {
+    Words& words = placed.words;
     constexpr std::array<std::string_view, 0> NO_VALUES{};
     constexpr std::array<std::string_view, 6> ENV_VALUES{
         "-u", "--unset", "-C", "--chdir", "-S", ""};
@@ -126,11 +147,14 @@ bool peel(Words& words)
         dropFront(words, 1);
         dropOptions(words, PRIORITY_VALUES);
     } else if (proc::isShell(name)) {
-        std::optional<Words> script = scriptOfShell(words);
+        std::optional<PlacedWords> script = scriptOfShell(words);
         if (!script) {
             return false;
         }
-        words = std::move(*script);
+        words = std::move(script->words);
+        if (!script->folder.empty()) {
+            placed.folder /= script->folder;
+        }
     } else {
         return false;
     }
@@ -218,18 +242,19 @@ std::vector<std::string> splitExec(std::string_view exec)
 
 ExecCommand commandOf(std::string_view exec)
 {
-    Words words;
+    PlacedWords placed;
+    Words& words = placed.words;
     for (const std::string& word : splitExec(exec)) {
         if (!isFieldCode(word)) {
             words.push_back(withoutFieldCodes(word));
         }
     }
-    for (int wrappers = 0; wrappers < MOST_WRAPPERS && peel(words); ++wrappers) {
+    for (int wrappers = 0; wrappers < MOST_WRAPPERS && peel(placed); ++wrappers) {
     }
     if (words.empty()) {
         return {};
     }
-    ExecCommand command{words.front(), {}};
+    ExecCommand command{words.front(), {}, placed.folder.string()};
     dropFront(words, 1);
     command.fixedArguments = std::move(words);
     return command;

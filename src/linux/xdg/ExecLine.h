@@ -12,6 +12,7 @@ struct ExecCommand
 {
     std::string program; // empty where there is none
     std::vector<std::string> fixedArguments;
+    std::string folder{}; // to which it goes before; empty where it stays where it is
 
     friend bool operator==(const ExecCommand&, const ExecCommand&) = default;
 };

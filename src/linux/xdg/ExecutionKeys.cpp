@@ -1,9 +1,12 @@
 #include "linux/xdg/ExecutionKeys.h"
 
 #include "linux/xdg/ExecLine.h"
+#include "linux/xdg/FileText.h"
 #include "linux/xdg/Interpreters.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
 
 namespace xdg {
 
@@ -27,15 +30,31 @@ ExecutionKeys keysOfMissing(const ExecCommand& command, const ProgramResolver& p
     return result;
 }
 
+/// Where a file is that is named relative to the folder; empty where the folder does not tell.
+std::string placeIn(const std::filesystem::path& folder, const std::string& name)
+{
+    return folder.is_absolute() ? (folder / name).lexically_normal().string() : std::string();
+}
+
+/// The script as a process of any folder could name it; nothing where that cannot be told.
+std::optional<std::string> scriptOf(const std::string& named, const std::filesystem::path& folder)
+{
+    const std::string place = named.starts_with('/') ? named : placeIn(folder, named);
+    const bool known = named.starts_with('/') || stampOf(place).has_value();
+    return known ? std::optional(realPath(place)) : std::nullopt;
+}
+
 /// Of "python3 FILE" the file counts; of anything else that an interpreter runs, all arguments.
-ExecutionKeys keysOfInterpreter(const ProgramFile& program, const ExecCommand& command)
+ExecutionKeys keysOfInterpreter(
+    const ProgramFile& program, const ExecCommand& command, const std::filesystem::path& folder
+)
 {
     std::vector<std::string> arguments{command.program};
     arguments.insert(arguments.end(), command.fixedArguments.begin(), command.fixedArguments.end());
-    const auto script = scriptArgument(program.path, arguments);
-    if (script && script->starts_with('/')) {
-        const auto after = std::find(arguments.begin(), arguments.end(), *script) + 1;
-        return {{{Kind::Script, realPath(*script), {after, arguments.end()}, false, ""}}, {}};
+    const auto named = scriptArgument(program.path, arguments);
+    if (const auto script = named ? scriptOf(*named, folder) : std::nullopt) {
+        const auto after = std::find(arguments.begin(), arguments.end(), *named) + 1;
+        return {{{Kind::Script, *script, {after, arguments.end()}, false, ""}}, {}};
     }
     if (command.fixedArguments.empty()) {
         return {};
@@ -69,9 +88,17 @@ ExecutionKeys keysOfLauncher(const ProgramFile& program, const ExecCommand& comm
 
 } // namespace
 
-ExecutionKeys executionKeys(const std::string& exec, const ProgramResolver& programs)
+ExecutionKeys executionKeys(
+    const std::string& exec, const ProgramResolver& programs, const std::string& workingFolder
+)
 {
-    const ExecCommand command = commandOf(exec);
+    ExecCommand command = commandOf(exec);
+    const std::filesystem::path folder = std::filesystem::path(workingFolder) / command.folder;
+    const bool relative =
+        !command.program.starts_with('/') && command.program.find('/') != std::string::npos;
+    if (relative && folder.is_absolute()) {
+        command.program = placeIn(folder, command.program);
+    }
     const std::optional<ProgramFile> program = programs.find(command.program);
     if (!program) {
         return keysOfMissing(command, programs);
@@ -85,7 +112,7 @@ ExecutionKeys executionKeys(const std::string& exec, const ProgramResolver& prog
         return keysOfLauncher(*program, command);
     }
     if (isInterpreter(program->path)) {
-        return keysOfInterpreter(*program, command);
+        return keysOfInterpreter(*program, command, folder);
     }
     return {{{Kind::Executable, program->path, command.fixedArguments, false, ""}}, {}};
 }

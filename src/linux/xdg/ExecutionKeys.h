@@ -16,6 +16,9 @@ struct ExecutionKeys
     std::vector<std::string> interpreters; // of the scripts among them
 };
 
-ExecutionKeys executionKeys(const std::string& exec, const ProgramResolver& programs);
+/// `workingFolder`: where the line is executed, as far as its entry tells.
+ExecutionKeys executionKeys(
+    const std::string& exec, const ProgramResolver& programs, const std::string& workingFolder = {}
+);
 
 } // namespace xdg

@@ -197,6 +197,33 @@ TEST_F(CatalogueTest, ScriptIsKnownByItsFileAndNotByItsInterpreter)
     EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", "/opt/other.py"}), "");
 }
 
+TEST_F(CatalogueTest, ProgramIsFoundInTheFolderInWhichTheEntryIsExecuted)
+{
+    folder.copyProgram("/bin/true", "game/start");
+    folder.write("game/main.py", "");
+    const std::string game = folder.path("game");
+    add("path.desktop", entry("Path", "Exec=./start\nPath=" + game + "\n"));
+    add("script.desktop",
+        entry("Script", "Exec=/usr/bin/python3 main.py --x\nPath=" + game + "\n"));
+    folder.copyProgram("/bin/true", "other/start");
+    add("shell.desktop",
+        entry("Shell", "Exec=sh -c \"cd " + folder.path("other") + " && ./start\"\n"));
+
+    EXPECT_EQ(ofProcess(game + "/start", {"./start"}), "path");
+    EXPECT_EQ(ofProcess(folder.path("other/start"), {"./start"}), "shell");
+    EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", game + "/main.py"}), "script");
+    EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", "main.py", "--x"}), "");
+}
+
+TEST_F(CatalogueTest, RelativeProgramOfAnEntryWithoutAFolderIsNobodys)
+{
+    add("nowhere.desktop", entry("Nowhere", "Exec=./start\n"));
+    add("relative.desktop", entry("Relative", "Exec=./start\nPath=game\n"));
+
+    EXPECT_EQ(ofProcess(folder.path("game/start"), {"./start"}), "");
+    EXPECT_TRUE(catalogue->find("relative")->keys.empty());
+}
+
 TEST_F(CatalogueTest, EntryOfAnotherDesktopIsRecognisedAllTheSame)
 {
     environment.desktops = {"KDE"};

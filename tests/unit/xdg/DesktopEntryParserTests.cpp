@@ -21,16 +21,18 @@ std::string entryWith(const std::string& lines)
 
 TEST(DesktopEntryParser, EntryIsReadFieldByField)
 {
-    const auto entry = parse("# comment\n\n[Desktop Entry]\n"
-                             "Type=Application\nName = Foo Bar \nExec=foo --new %U\nTryExec=foo\n"
-                             "Icon=org.foo\nStartupWMClass=Foo\nCategories=System;Monitor;\n"
-                             "OnlyShowIn=GNOME;XFCE;\nNotShowIn=KDE\n"
-                             "NoDisplay=true\nTerminal=true\n");
+    const auto entry =
+        parse("# comment\n\n[Desktop Entry]\n"
+              "Type=Application\nName = Foo Bar \nExec=foo --new %U\nTryExec=foo\nPath=/opt/foo\n"
+              "Icon=org.foo\nStartupWMClass=Foo\nCategories=System;Monitor;\n"
+              "OnlyShowIn=GNOME;XFCE;\nNotShowIn=KDE\n"
+              "NoDisplay=true\nTerminal=true\n");
 
     ASSERT_TRUE(entry.has_value());
     EXPECT_EQ(entry->name, "Foo Bar");
     EXPECT_EQ(entry->exec, "foo --new %U");
     EXPECT_EQ(entry->tryExec, "foo");
+    EXPECT_EQ(entry->workingFolder, "/opt/foo");
     EXPECT_EQ(entry->icon, "org.foo");
     EXPECT_EQ(entry->startupWindowClass, "Foo");
     EXPECT_EQ(entry->categories, (Names{"System", "Monitor"}));
