@@ -135,6 +135,9 @@ std::optional<ProcessStatus> parseStatus(std::string_view text)
         !toNumber(fields[4], status.terminal) || !toNumber(fields[19], status.startTime)) {
         return std::nullopt;
     }
+    constexpr std::uint64_t FORKED = 0x40; // the kernel's PF_FORKNOEXEC
+    std::uint64_t flags = 0;
+    status.isFork = toNumber(fields[6], flags) && (flags & FORKED) != 0;
     status.state = fields[0].front();
     return status;
 }

@@ -11,12 +11,13 @@
 
 namespace proc {
 
-/// The part of the facts that lives as long as the process itself, whatever it executes.
+/// What the kernel keeps of a process itself, apart from the program that it executes.
 struct ProcessStatus
 {
     char state = '?';
     pid_t parent = 0;
     int terminal = 0;
+    bool isFork = false; // has executed nothing since it was forked off
     std::uint64_t startTime = 0;
 };
 

@@ -1,5 +1,5 @@
 // Finds execs by looking at /proc and comparing with what was there before. A program that ends
-// between two looks is missed. All of it happens on the calling thread.
+// between two looks is missed, and a fork is no exec. All of it happens on the calling thread.
 #pragma once
 
 #include "linux/proc/ProcFilesystem.h"
@@ -28,13 +28,18 @@ private:
         std::uint64_t startTime = 0;
         std::string executable;
         std::vector<std::string> arguments;
+        bool isFork = false;
     };
 
-    void keepClosed(std::map<pid_t, Known>& before);
-    [[nodiscard]] bool unchanged(pid_t pid, const Known& known) const;
+    using AllKnown = std::map<pid_t, Known>;
+
+    void keepClosed(AllKnown& before);
+    void meet(pid_t pid);
+    void meetFork(pid_t pid, const AllKnown& before);
+    [[nodiscard]] bool unchanged(pid_t pid, const ProcessStatus& status, const Known& known) const;
 
     const ProcFilesystem& processes;
-    std::map<pid_t, Known> known;
+    AllKnown known;
 };
 
 } // namespace proc

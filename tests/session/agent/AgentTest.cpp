@@ -37,6 +37,17 @@ void AgentTest::addEntry(const std::string& identifier, const std::string& text)
     desktop::writeFile(folder / (identifier + ".desktop"), text);
 }
 
+std::vector<std::unique_ptr<Recorder>> AgentTest::startTerminals(int number) const
+{
+    std::vector<std::unique_ptr<Recorder>> terminals;
+    for (int count = 0; count < number; ++count) {
+        terminals.push_back(
+            std::make_unique<Recorder>(session->desk, "terminal" + std::to_string(count))
+        );
+    }
+    return terminals;
+}
+
 bool AgentTest::getsFocus(const desktop::ChildProcess& process) const
 {
     return desktop::waitUntil(

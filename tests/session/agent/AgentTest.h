@@ -33,6 +33,9 @@ protected:
     /// Makes an application of one's own known to the desktop.
     void addEntry(const std::string& identifier, const std::string& text) const;
 
+    /// Terminals, started at once.
+    std::vector<std::unique_ptr<Recorder>> startTerminals(int number) const;
+
     /// Whether the process has the focus within reasonable time.
     bool getsFocus(const desktop::ChildProcess& process) const;
 

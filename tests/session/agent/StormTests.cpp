@@ -91,13 +91,7 @@ TEST_F(Storm, AnApplicationThatEndsAtOnceLeavesNoLockBehind)
 TEST_F(Storm, TenStartsAtOnceAreHeldByOneLock)
 {
     watch({TERMINAL});
-    std::vector<std::unique_ptr<Recorder>> terminals;
-    terminals.reserve(10);
-    for (int number = 0; number < 10; ++number) {
-        terminals.push_back(
-            std::make_unique<Recorder>(session->desk, "terminal" + std::to_string(number))
-        );
-    }
+    const auto terminals = startTerminals(10);
 
     ASSERT_TRUE(session->waitForCover() && session->waitForLine("Did start: XTerm", 10));
     EXPECT_TRUE(coverStaysFor(500ms) && opensWithThePassword());

@@ -55,7 +55,8 @@ void AgentSession::storeSetting(const std::string& key, const std::string& value
 
 desktop::ChildProcess& AgentSession::startAgent(const std::vector<std::string>& arguments)
 {
-    std::vector<std::string> command = {agentPath()};
+    std::vector<std::string> command = startedThrough;
+    command.push_back(agentPath());
     command.insert(command.end(), arguments.begin(), arguments.end());
     running.emplace(desktop::ChildProcess::Command{
         .arguments = command,

@@ -26,6 +26,9 @@ public:
 
     desktop::Desktop desk;
 
+    /// What agents are started through: a program, and its arguments up to the agent's own path.
+    std::vector<std::string> startedThrough;
+
     /// Keeps the password and the protected applications (identifiers) in the keyring, and turns
     /// off the protection of administrative applications, so that only the given ones are locked.
     void protect(const std::vector<std::string>& applications);

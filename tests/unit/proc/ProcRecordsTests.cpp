@@ -92,3 +92,16 @@ TEST(ProcRecords, ThreadThatIsKilledIsEnding)
     EXPECT_FALSE(proc::isEnding("Name:\tfoo\nState:\tS (sleeping)\nSigPnd:\tnonsense\n"));
     EXPECT_FALSE(proc::isEnding(""));
 }
+
+TEST(ProcRecords, StatusTellsAForkFromWhatHasExecutedSomething)
+{
+    const auto of = [](const std::string& flags) {
+        return proc::parseStatus(
+            "42 (foo) S 7 5 6 34816 8 " + flags + " 10 11 12 13 14 15 16 17 18 19 20 0 4711 22\n"
+        );
+    };
+
+    EXPECT_TRUE(of("4194368")->isFork);
+    EXPECT_FALSE(of("4194560")->isFork);
+    EXPECT_FALSE(of("unknown")->isFork);
+}

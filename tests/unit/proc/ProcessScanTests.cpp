@@ -5,6 +5,10 @@
 
 namespace {
 
+// As the kernel flags processes.
+constexpr auto EXECUTED = "4194560";
+constexpr auto FORKED = "4194368";
+
 class ProcessScanTest : public testing::Test
 {
 protected:
@@ -19,16 +23,23 @@ protected:
         const std::string& pid,
         const std::string& executable,
         const std::string& startTime = "100",
-        const std::string& arguments = "x"
+        const std::string& arguments = "x",
+        const std::string& flags = EXECUTED
     )
     {
         folder.write(
             pid + "/stat",
-            pid + " (x) S 1 5 6 0 8 9 10 11 12 13 14 15 16 17 18 19 20 0 " + startTime + " 22\n"
+            pid + " (x) S 1 5 6 0 8 " + flags + " 10 11 12 13 14 15 16 17 18 19 20 0 " + startTime +
+                " 22\n"
         );
         folder.write(pid + "/cmdline", arguments);
         std::filesystem::remove(folder.path(pid + "/exe"));
         std::filesystem::create_symlink(executable, folder.path(pid + "/exe"));
+    }
+
+    void setFork(const std::string& pid, const std::string& executable)
+    {
+        setProcess(pid, executable, "100", "x", FORKED);
     }
 
     desktop::TemporaryFolder folder;
@@ -106,4 +117,81 @@ TEST_F(ProcessScanTest, ProcessInTheMiddleOfAnExecIsReportedAfterIt)
     scan.look();
 
     EXPECT_EQ(seen, Seen{"10 /bin/a"});
+}
+
+TEST_F(ProcessScanTest, ForkIsReportedOnceItExecutesSomething)
+{
+    setProcess("10", "/bin/terminal");
+    scan.prime();
+
+    setFork("11", "/bin/terminal");
+    scan.look();
+    scan.look();
+    EXPECT_TRUE(seen.empty());
+
+    setProcess("11", "/bin/sh", "100", "sh");
+    scan.look();
+    scan.look();
+    EXPECT_EQ(seen, Seen{"11 /bin/sh"});
+}
+
+TEST_F(ProcessScanTest, ForkThatExecutesTheSameOnceMoreIsReported)
+{
+    setProcess("10", "/bin/terminal");
+    scan.prime();
+
+    setFork("11", "/bin/terminal");
+    scan.look();
+    setProcess("11", "/bin/terminal");
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"11 /bin/terminal"});
+}
+
+TEST_F(ProcessScanTest, ForkOfWhatWasStartedAtTheSameTimeIsNotReported)
+{
+    scan.prime();
+    setProcess("10", "/bin/terminal");
+    setFork("11", "/bin/terminal");
+
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"10 /bin/terminal"});
+}
+
+TEST_F(ProcessScanTest, ForkWhoseParentHasEndedIsNotReported)
+{
+    setProcess("10", "/bin/terminal");
+    scan.prime();
+
+    setFork("11", "/bin/terminal");
+    std::filesystem::remove_all(folder.path("10"));
+    scan.look();
+    scan.look();
+
+    EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(ProcessScanTest, ForkOfSomethingThatWasNeverSeenStandsForIt)
+{
+    scan.prime();
+
+    setFork("11", "/bin/forks-and-exits");
+    scan.look();
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"11 /bin/forks-and-exits"});
+}
+
+TEST_F(ProcessScanTest, ForkThatWasThereBeforeIsReportedWhenItExecutesSomething)
+{
+    setFork("11", "/bin/terminal");
+    scan.prime();
+    scan.look();
+    EXPECT_TRUE(seen.empty());
+
+    setProcess("11", "/bin/sh", "100", "sh");
+    scan.look();
+
+    EXPECT_EQ(seen, Seen{"11 /bin/sh"});
 }
