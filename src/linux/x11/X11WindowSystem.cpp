@@ -213,8 +213,14 @@ void X11WindowSystem::confirmThatNoneIsActive()
 void X11WindowSystem::windowBecameActive(xcb_window_t window)
 {
     clients.noteUse(window);
+    const pid_t process = clients.processOf(window);
+    // The captured keys are the lock's, but a toolkit hands them to whichever of its own windows
+    // has the focus.
+    if (process == getpid() && guard.hasKeyWindow()) {
+        guard.focusKeyWindow();
+    }
     if (!lockFocused) {
-        setActive(clients.processOf(window), window);
+        setActive(process, window);
     }
 }
 

@@ -1,5 +1,6 @@
 // Applications' windows and which of them is in front, on an X11 desktop with or without a window
-// manager. Main thread only.
+// manager. A window of this program's own that comes to the front of a lock gives the focus back to
+// it. Main thread only.
 #pragma once
 
 #include "linux/workspace/WindowSystem.h"

@@ -45,6 +45,18 @@ void BorderlessKeyWindow::passBlockingAlert()
     }
 }
 
+void BorderlessKeyWindow::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    strayKeys.emplace(*this);
+}
+
+void BorderlessKeyWindow::hideEvent(QHideEvent* event)
+{
+    strayKeys.reset();
+    QWidget::hideEvent(event);
+}
+
 void BorderlessKeyWindow::paintEvent(QPaintEvent* event)
 {
     QPainter(this).fillRect(

@@ -71,6 +71,9 @@ bool InterfaceTest::showsTheList() const
         return false;
     }
     const auto place = session->desk.windows().placeOf(window);
+    if (place.width <= INSIDE || place.height <= INSIDE) {
+        return false; // it has gone meanwhile
+    }
     const auto picture = desktop::capture(session->desk.connection(), place);
     return picture.at(place.x + INSIDE / 2, place.y + INSIDE / 2) == STRIP;
 }

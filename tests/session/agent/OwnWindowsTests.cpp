@@ -54,6 +54,25 @@ protected:
     }
 };
 
+/// Windows of the agent that come while it locks.
+class OwnWindowsDuringALock : public OwnWindows
+{
+protected:
+    /// Whether the popover's window is there and the keyboard is the lock's all the same.
+    bool popoverLeavesTheFocus() const
+    {
+        desktop::WindowList& windows = session->desk.windows();
+        return desktop::waitUntil(
+            [&] {
+                const xcb_window_t popover = windows.ofTitle(TARVEL);
+                const xcb_window_t lock = windows.viewableTopLevels().back();
+                return popover != 0 && windows.isViewable(popover) && windows.focused() == lock;
+            },
+            PATIENCE
+        );
+    }
+};
+
 TEST_F(OwnWindows, ASecondStartOpensThePopover)
 {
     ASSERT_TRUE(start({"-psn_0_1"}));
@@ -105,6 +124,39 @@ TEST_F(OwnWindows, AnAlertOfTheWholeProgramLeavesTheKeysToTheLock)
     lockAndUnlock();
     EXPECT_EQ(session->desk.windows().ofTitle(TARVEL), alert); // it is still to be answered
     EXPECT_EQ(kept("LoginStart"), std::nullopt);
+}
+
+TEST_F(OwnWindowsDuringALock, ASecondStartLeavesTheKeysToTheLock)
+{
+    ASSERT_TRUE(start({"-psn_0_1"}));
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(locks());
+    desktop::ChildProcess second = session->desk.start({AgentSession::agentPath()});
+    ASSERT_EQ(second.waitForExitStatus(PATIENCE), 0);
+    ASSERT_TRUE(session->waitForLine("Focus"));
+
+    EXPECT_TRUE(popoverLeavesTheFocus());
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_FALSE(showsTheList());
+    EXPECT_TRUE(getsFocus(xterm.process()));
+}
+
+TEST_F(OwnWindowsDuringALock, AFirstStartThatLocksAtOnceLeavesTheKeysToTheLock)
+{
+    desktop::writeFile(
+        session->desk.home() / ".config/com.quorvent.Tarvel/defaults.json",
+        R"({"cbaal": "debian-xterm"})"
+    );
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(getsFocus(xterm.process()));
+    ASSERT_TRUE(start({}));
+    ASSERT_TRUE(session->waitForCover());
+    ASSERT_TRUE(session->waitForLine("Focus"));
+
+    EXPECT_TRUE(popoverLeavesTheFocus());
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_FALSE(showsTheList());
+    EXPECT_TRUE(getsFocus(xterm.process()));
 }
 
 } // namespace agent

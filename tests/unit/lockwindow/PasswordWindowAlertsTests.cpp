@@ -2,6 +2,7 @@
 // the lock. Keys and clicks come here the way the window system delivers them.
 #include "LockWindowTest.h"
 
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTest>
@@ -107,6 +108,33 @@ TEST_F(PasswordWindowAlerts, SeveralAlertsThatComeAndGoInAnyOrderLeaveTheLockFre
     second->done(0);
     EXPECT_TRUE(window().isVisible());
     EXPECT_EQ(typed("none"), "none");
+}
+
+TEST_F(PasswordWindowAlerts, KeysThatTheToolkitGivesAnotherWindowReachTheField)
+{
+    QLineEdit other;
+    show();
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    for (const char character : {'k', 'e', 'y'}) {
+        QTest::keyClick(other.windowHandle(), character);
+    }
+    QTest::keyClick(other.windowHandle(), Qt::Key_Return);
+
+    EXPECT_EQ(other.text(), "");
+    EXPECT_EQ(entered, std::vector<std::string>{"key"});
+}
+
+TEST_F(PasswordWindowAlerts, AfterTheLockEachWindowHasItsKeysAgain)
+{
+    QLineEdit other;
+    show();
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    controller->close();
+    QTest::keyClick(other.windowHandle(), 'k');
+
+    EXPECT_EQ(other.text(), "k");
 }
 
 TEST_F(PasswordWindowAlerts, ALockThatReplacesALockIsFreeToo)
