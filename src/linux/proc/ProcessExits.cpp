@@ -1,6 +1,5 @@
 #include "linux/proc/ProcessExits.h"
 
-#include "linux/descriptors/ProcessDescriptor.h"
 #include "platform/Call.h"
 
 #include <utility>
@@ -13,9 +12,12 @@ constexpr std::chrono::milliseconds LOOK_INTERVAL{100};
 
 } // namespace
 
-ProcessExits::ProcessExits(PollThread& thread, const ProcFilesystem& processes)
+ProcessExits::ProcessExits(
+    PollThread& thread, const ProcFilesystem& processes, OpenProcess openProcess
+)
     : thread(thread),
-      processes(processes)
+      processes(processes),
+      openProcess(openProcess)
 {
 }
 
@@ -28,7 +30,7 @@ void ProcessExits::watch(pid_t pid, std::uint64_t startTime)
         }
         ended(pid);
     }
-    descriptors::FileDescriptor process = descriptors::openProcess(pid);
+    descriptors::FileDescriptor process = openProcess(pid);
     // The number may have been given to another process before it was opened.
     if (!processes.alive(pid, startTime)) {
         platform::call(onExit, pid, startTime);
@@ -58,6 +60,10 @@ void ProcessExits::ended(pid_t pid)
 /// For want of descriptors: looks from time to time.
 void ProcessExits::look(pid_t pid, std::uint64_t startTime)
 {
+    const auto known = watched.find(pid);
+    if (known == watched.end() || known->second.startTime != startTime) {
+        return; // reported already, and the number may be another process's by now
+    }
     if (!processes.alive(pid, startTime)) {
         ended(pid);
         return;

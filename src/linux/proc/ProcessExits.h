@@ -2,6 +2,7 @@
 #pragma once
 
 #include "linux/descriptors/FileDescriptor.h"
+#include "linux/descriptors/ProcessDescriptor.h"
 #include "linux/proc/PollThread.h"
 #include "linux/proc/ProcFilesystem.h"
 
@@ -13,7 +14,13 @@ namespace proc {
 class ProcessExits
 {
 public:
-    ProcessExits(PollThread& thread, const ProcFilesystem& processes);
+    using OpenProcess = descriptors::FileDescriptor (*)(pid_t process);
+
+    ProcessExits(
+        PollThread& thread,
+        const ProcFilesystem& processes,
+        OpenProcess openProcess = descriptors::openProcess
+    );
 
     /// Once for each watched process, when its last thread has ended.
     std::function<void(pid_t pid, std::uint64_t startTime)> onExit;
@@ -33,6 +40,7 @@ private:
 
     PollThread& thread;
     const ProcFilesystem& processes;
+    OpenProcess openProcess;
     std::map<pid_t, Watched> watched;
 };
 
