@@ -47,6 +47,11 @@ public:
 
     [[nodiscard]] bool isSet() const { return error != nullptr; }
 
+    [[nodiscard]] bool isTimeout() const
+    {
+        return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) == TRUE;
+    }
+
     /// As the end of a sentence, without the bus's own name for it.
     [[nodiscard]] std::string message() const
     {

@@ -24,6 +24,7 @@ KeychainOpening::KeychainOpening(
       patience(patience),
       marker(this->places.marker())
 {
+    session.onBusSilent = [this] { noteSilence(); };
 }
 
 void KeychainOpening::cancel()
@@ -50,7 +51,7 @@ KeychainOpening::Result KeychainOpening::open()
     std::string reason;
     auto deadline = Clock::now() + patience;
     do {
-        prompted = false;
+        delayed = false;
         const Attempt outcome = attempt(kept, result, reason);
         if (outcome == Attempt::NoService && !kept) {
             result = openEmbedded();
@@ -58,8 +59,8 @@ KeychainOpening::Result KeychainOpening::open()
         if (outcome == Attempt::NoService) {
             reason = "is not there, but this user's settings are kept in it";
         }
-        if (prompted) {
-            // The user may have taken any time over the prompt.
+        if (delayed) {
+            // The user may have taken any time over a prompt, and a bus over its answer.
             deadline = Clock::now() + patience;
         }
     } while (!result.items && result.refusal.empty() && Clock::now() < deadline &&
@@ -71,13 +72,28 @@ KeychainOpening::Result KeychainOpening::open()
     return result;
 }
 
+void KeychainOpening::noteSilence()
+{
+    delayed = true;
+    if (!std::exchange(silenceReported, true)) {
+        report("the session bus does not answer: Tarvel waits for it, and protects nothing yet");
+    }
+}
+
 KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std::string& reason)
 {
-    if (places.busAddress.empty() || !session.isPresent()) {
+    using Presence = SecretServiceSession::Presence;
+    const Presence presence = places.busAddress.empty() ? Presence::Absent : session.presence();
+    if (presence == Presence::Absent) {
         return Attempt::NoService;
     }
+    if (presence == Presence::Unknown) {
+        noteSilence();
+        reason = "cannot be asked for: the session bus does not answer";
+        return Attempt::NoAnswer;
+    }
     const Report noticing = [this](const std::string& line) {
-        prompted = true;
+        delayed = true;
         report(line);
     };
     const Unlocking unlocking = unlockKeyring(session, kept, noticing, reason);

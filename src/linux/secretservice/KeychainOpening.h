@@ -53,12 +53,14 @@ private:
         Opened,
         Refused,
         NoService,
+        NoAnswer, // of the bus: nobody knows yet
         Failing
     };
 
     Result openEmbedded();
     Attempt attempt(bool kept, Result& result, std::string& reason);
     bool waitForNextAttempt();
+    void noteSilence();
 
     KeychainPlaces places;
     Report report;
@@ -68,7 +70,8 @@ private:
     std::mutex mutex;
     std::condition_variable cancellation;
     bool cancelled = false;
-    bool prompted = false;
+    bool delayed = false; // by a prompt, or by a bus that does not answer
+    bool silenceReported = false;
 };
 
 } // namespace secretservice

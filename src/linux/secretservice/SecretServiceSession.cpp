@@ -1,5 +1,7 @@
 #include "linux/secretservice/SecretServiceSession.h"
 
+#include "platform/Call.h"
+
 #include <memory>
 
 namespace secretservice {
@@ -9,8 +11,11 @@ namespace {
 constexpr auto BUS_NAME = "org.freedesktop.DBus";
 constexpr auto BUS_PATH = "/org/freedesktop/DBus";
 constexpr auto SERVICE_NAME = "org.freedesktop.secrets";
-/// As long as the library itself waits.
-constexpr int CALL_TIMEOUT_MS = 25'000;
+/// As long as the library itself waits: a service may have to be started first.
+constexpr int START_TIMEOUT_MS = 25'000;
+/// For what the bus knows by itself.
+constexpr int QUESTION_TIMEOUT_MS = 5'000;
+constexpr guint SILENCE_MS = 2'000;
 
 struct EndSource
 {
@@ -75,16 +80,8 @@ bool SecretServiceSession::connect(std::string& reason)
     if (bus && g_dbus_connection_is_closed(bus.get()) == TRUE) {
         disconnect();
     }
-    if (!bus) {
-        Error error;
-        bus.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable(), error.out()));
-        if (!bus) {
-            reason = error.message();
-            return false;
-        }
-        // The library insists on the connection that the process shares, which would end the
-        // process together with the bus.
-        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    if (!bus && !connectToBus(reason)) {
+        return false;
     }
     if (g_dbus_connection_is_closed(bus.get()) == TRUE) {
         disconnect();
@@ -94,7 +91,37 @@ bool SecretServiceSession::connect(std::string& reason)
     return true;
 }
 
-VariantPtr SecretServiceSession::callBus(const char* method, GVariant* arguments, Error& error)
+/// A bus may take the connection and never answer; the wait ends with the session at the latest.
+bool SecretServiceSession::connectToBus(std::string& reason)
+{
+    const AsyncCall call;
+    const std::unique_ptr<GSource, EndSource> alarm(g_timeout_source_new(SILENCE_MS));
+    g_source_set_callback(alarm.get(), silent, this, nullptr);
+    g_source_attach(alarm.get(), context);
+    g_bus_get(G_BUS_TYPE_SESSION, cancellable(), AsyncCall::finished, call.data());
+    while (call.result() == nullptr) {
+        g_main_context_iteration(context, TRUE);
+    }
+    Error error;
+    bus.reset(g_bus_get_finish(call.result(), error.out()));
+    if (!bus) {
+        reason = error.message();
+        return false;
+    }
+    // The library insists on the connection that the process shares, which would end the process
+    // together with the bus.
+    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    return true;
+}
+
+gboolean SecretServiceSession::silent(gpointer self)
+{
+    platform::call(static_cast<SecretServiceSession*>(self)->onBusSilent);
+    return G_SOURCE_REMOVE;
+}
+
+VariantPtr
+SecretServiceSession::callBus(const char* method, GVariant* arguments, int timeout, Error& error)
 {
     return VariantPtr(g_dbus_connection_call_sync(
         bus.get(),
@@ -105,16 +132,21 @@ VariantPtr SecretServiceSession::callBus(const char* method, GVariant* arguments
         arguments,
         nullptr,
         G_DBUS_CALL_FLAGS_NONE,
-        CALL_TIMEOUT_MS,
+        timeout,
         cancellable(),
         error.out()
     ));
 }
 
-std::string SecretServiceSession::currentOwner()
+/// Empty when nobody has the name; nothing when the bus does not answer.
+std::optional<std::string> SecretServiceSession::currentOwner()
 {
     Error error;
-    const VariantPtr reply = callBus("GetNameOwner", g_variant_new("(s)", SERVICE_NAME), error);
+    const VariantPtr reply =
+        callBus("GetNameOwner", g_variant_new("(s)", SERVICE_NAME), QUESTION_TIMEOUT_MS, error);
+    if (error.isTimeout()) {
+        return std::nullopt;
+    }
     const gchar* name = nullptr;
     if (reply) {
         g_variant_get(reply.get(), "(&s)", &name);
@@ -122,19 +154,24 @@ std::string SecretServiceSession::currentOwner()
     return name == nullptr ? std::string() : std::string(name);
 }
 
-bool SecretServiceSession::isPresent()
+SecretServiceSession::Presence SecretServiceSession::presence()
 {
     std::string reason;
     if (!connect(reason)) {
-        return false;
+        return Presence::Absent;
     }
-    if (!currentOwner().empty()) {
-        return true;
+    std::optional<std::string> owner = currentOwner();
+    if (owner.has_value() && owner->empty()) {
+        Error error;
+        callBus(
+            "StartServiceByName", g_variant_new("(su)", SERVICE_NAME, 0U), START_TIMEOUT_MS, error
+        );
+        owner = error.isSet() && !error.isTimeout() ? std::string() : currentOwner();
     }
-    Error error;
-    const VariantPtr started =
-        callBus("StartServiceByName", g_variant_new("(su)", SERVICE_NAME, 0U), error);
-    return started && !currentOwner().empty();
+    if (!owner.has_value()) {
+        return Presence::Unknown;
+    }
+    return owner->empty() ? Presence::Absent : Presence::Present;
 }
 
 SecretService* SecretServiceSession::open(std::string& reason)
@@ -163,7 +200,7 @@ SecretService* SecretServiceSession::open(std::string& reason)
     }
     Error error;
     opened.reset(secret_service_open_finish(result, error.out()));
-    openedOwner = currentOwner();
+    openedOwner = currentOwner().value_or("");
     if (!opened || openedOwner.empty()) {
         reason = error.message();
         opened.reset();

@@ -6,6 +6,8 @@
 #include "linux/secretservice/AsyncCall.h"
 #include "linux/secretservice/Glib.h"
 
+#include <functional>
+#include <optional>
 #include <string>
 
 #include <libsecret/secret.h>
@@ -22,8 +24,18 @@ public:
     SecretServiceSession(SecretServiceSession&&) = delete;
     SecretServiceSession& operator=(SecretServiceSession&&) = delete;
 
-    /// Whether a Secret Service is on the bus, or came when it was called there by name.
-    bool isPresent();
+    /// The bus takes longer than one that works would. It is waited for all the same.
+    std::function<void()> onBusSilent;
+
+    enum class Presence
+    {
+        Present, // it came, at the latest when it was called by name
+        Absent,  // or there is no bus
+        Unknown, // the bus does not say
+    };
+
+    /// Of a Secret Service on the bus.
+    Presence presence();
 
     /// The service that is on the bus now, or nullptr with the reason in `reason`. Borrowed, until
     /// the next call.
@@ -47,13 +59,15 @@ public:
 private:
     static void vanished(GDBusConnection* bus, const gchar* name, gpointer self);
     static gboolean interrupted(GCancellable* cancellable, gpointer flag);
+    static gboolean silent(gpointer self);
 
     bool connect(std::string& reason);
+    bool connectToBus(std::string& reason);
     void disconnect();
     void watchService();
     void stopWatching();
-    std::string currentOwner();
-    VariantPtr callBus(const char* method, GVariant* arguments, Error& error);
+    std::optional<std::string> currentOwner();
+    VariantPtr callBus(const char* method, GVariant* arguments, int timeout, Error& error);
     void enterThread();
     void dispatchAll();
 

@@ -6,6 +6,7 @@
 #include "linux/secretservice/KeychainGate.h"
 #include "linux/secretservice/SecretServiceKeychain.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -79,6 +80,16 @@ protected:
     bool waitForPrompt(const FakeSecretService& service)
     {
         return session.loop().runUntil([&service] { return service.prompt() == Prompt::Up; });
+    }
+
+    bool waitForLine(const std::string& part)
+    {
+        return session.loop().runUntil([&] {
+            const std::vector<std::string> lines = session.lines();
+            return std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
+                return line.find(part) != std::string::npos;
+            });
+        });
     }
 
     /// As if this user's items had been in the Secret Service before.
@@ -266,6 +277,54 @@ TEST_F(KeychainGateTest, EndWhileThePromptIsUpCallsNobody)
 
     EXPECT_TRUE(session.loop().runUntil([&drained] { return drained; }));
     EXPECT_FALSE(called);
+}
+
+TEST_F(KeychainGateTest, BusThatDoesNotAnswerIsWaitedForAndThatIsSaidOnce)
+{
+    session.startKeyring();
+    markKept();
+    session.bus().process().signal(SIGSTOP);
+    OpeningGate gate(session, 300ms);
+
+    EXPECT_TRUE(waitForLine("bus does not answer"));
+    EXPECT_FALSE(gate.answered);
+    session.bus().process().signal(SIGCONT);
+
+    ASSERT_TRUE(gate.waitForAnswer());
+    EXPECT_TRUE(isInTheService(gate.items.get())) << gate.refusal;
+    EXPECT_EQ(session.lines().size(), 1U);
+}
+
+TEST_F(KeychainGateTest, BusThatStopsAnsweringIsNotTakenForOneWithoutAService)
+{
+    session.startKeyring();
+    secretservice::Error error;
+    // What the process shares is made before, so that only the questions go unanswered.
+    const secretservice::ObjectPtr<GDBusConnection> shared(
+        g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, error.out())
+    );
+    ASSERT_NE(shared, nullptr);
+    g_dbus_connection_set_exit_on_close(shared.get(), FALSE);
+    session.bus().process().signal(SIGSTOP);
+    OpeningGate gate(session, 300ms);
+
+    EXPECT_TRUE(waitForLine("bus does not answer"));
+    EXPECT_FALSE(gate.answered);
+    session.bus().process().signal(SIGCONT);
+
+    ASSERT_TRUE(gate.waitForAnswer());
+    EXPECT_TRUE(isInTheService(gate.items.get())) << gate.refusal;
+    EXPECT_EQ(session.lines().size(), 1U);
+}
+
+TEST_F(KeychainGateTest, EndWhileTheBusDoesNotAnswerComesAtOnce)
+{
+    session.bus().process().signal(SIGSTOP);
+    {
+        const OpeningGate gate(session);
+        EXPECT_TRUE(waitForLine("bus does not answer"));
+    }
+    session.bus().process().signal(SIGCONT);
 }
 
 // The last one: after it the library keeps a connection to this test's bus, in this process, for

@@ -131,6 +131,26 @@ TEST_F(Services, ABusThatDoesNotAnswerAtTheStartHoldsNoLockBack)
     EXPECT_TRUE(isLockedAndOpened());
 }
 
+TEST_F(Services, ABusThatDoesNotAnswerAtTheStartIsWaitedForWhereNothingElseKeepsThePassword)
+{
+    open();
+    session->protect({TERMINAL});
+    session->desk.bus().process().signal(SIGSTOP);
+    session->startAgent();
+
+    EXPECT_TRUE(desktop::waitUntil(
+        [this] {
+            return session->errors().find("the session bus does not answer") != std::string::npos;
+        },
+        PATIENCE
+    ));
+    EXPECT_TRUE(session->lines().empty());
+    session->desk.bus().process().signal(SIGCONT);
+
+    ASSERT_TRUE(session->waitForLine("Monitoring services started"));
+    EXPECT_TRUE(isLockedAndOpened());
+}
+
 TEST_F(Services, ABusThatStopsAnsweringFreezesNothing)
 {
     watch({TERMINAL});
