@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <utility>
 
 namespace agent {
 
@@ -267,6 +268,24 @@ TEST_F(Recognition, OneTerminalIsProtectedWithoutTheOthers)
 
     EXPECT_TRUE(locksFor("XTerm"));
     EXPECT_TRUE(opensWithThePassword());
+}
+
+TEST_F(Recognition, AdministrativeApplicationsAreProtectedWhateverTheirMake)
+{
+    open({.screens = {{0, 0, 1280, 720}}});
+    session->protect({});
+    session->storeSetting("Administrative", "1");
+    ASSERT_TRUE(session->startAndWait());
+    for (const auto& [program, name] :
+         {std::pair("qterminal", "QTerminal"),
+          std::pair("gnome-system-monitor", "System Monitor")}) {
+        const auto application = session->desk.start({program});
+        EXPECT_TRUE(locksFor(name) && opensWithThePassword()) << name;
+    }
+
+    const auto editor = session->desk.start({"mousepad"});
+    ASSERT_TRUE(session->waitForLine("Did start: Mousepad"));
+    EXPECT_TRUE(isUncovered(session->desk));
 }
 
 } // namespace agent
