@@ -30,6 +30,7 @@ Chronicle::Chronicle(const std::string& display, const std::filesystem::path& ou
     );
     connection.sync();
     known = connection.property(connection.root(), "_NET_CLIENT_LIST");
+    splash = connection.atom("_NET_WM_WINDOW_TYPE_SPLASH");
     thread = std::thread([this] { run(); });
 }
 
@@ -94,19 +95,22 @@ void Chronicle::takeEvents()
     }
 }
 
-/// A window manager with much to do lists windows of programs that have ended already.
-bool Chronicle::isThere(xcb_window_t window) const
+/// A window manager with much to do lists windows of programs that have ended already. A picture
+/// that an application shows while it starts is none of its windows yet.
+bool Chronicle::counts(xcb_window_t window)
 {
     const auto question = xcb_get_window_attributes(connection.get(), window);
-    return desktop::Reply<xcb_get_window_attributes_reply_t>(
-               xcb_get_window_attributes_reply(connection.get(), question, nullptr)
-           ) != nullptr;
+    const bool there = desktop::Reply<xcb_get_window_attributes_reply_t>(
+                           xcb_get_window_attributes_reply(connection.get(), question, nullptr)
+                       ) != nullptr;
+    const auto types = connection.property(window, "_NET_WM_WINDOW_TYPE");
+    return there && (types.empty() || types.front() != splash);
 }
 
 void Chronicle::readWindows()
 {
     std::vector<std::uint32_t> current = connection.property(connection.root(), "_NET_CLIENT_LIST");
-    std::erase_if(current, [this](std::uint32_t window) { return !isThere(window); });
+    std::erase_if(current, [this](std::uint32_t window) { return !counts(window); });
     readLines(); // the agent's word first: where both are there it was no later
     const std::scoped_lock lock(mutex);
     const bool added = std::any_of(current.begin(), current.end(), [this](std::uint32_t window) {
@@ -124,6 +128,7 @@ void Chronicle::turnPage()
     lines.clear();
     windows.clear();
     known.clear();
+    turned = Clock::now();
 }
 
 std::size_t Chronicle::countOf(const std::string& line) const
@@ -162,9 +167,18 @@ std::optional<Chronicle::Clock::time_point> Chronicle::firstWindow() const
 std::string Chronicle::text() const
 {
     const std::scoped_lock lock(mutex);
+    std::vector<Line> all = lines;
+    for (const Clock::time_point time : windows) {
+        all.push_back({time, "(a window)"});
+    }
+    std::stable_sort(all.begin(), all.end(), [](const Line& left, const Line& right) {
+        return left.time < right.time;
+    });
     std::string result;
-    for (const Line& line : lines) {
-        result += (result.empty() ? "" : " | ") + line.text;
+    for (const Line& line : all) {
+        const auto since = std::chrono::floor<std::chrono::milliseconds>(line.time - turned);
+        result += (result.empty() ? "" : ", ") + line.text + " after " +
+                  std::to_string(since.count()) + " ms";
     }
     return result;
 }

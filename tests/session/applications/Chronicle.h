@@ -1,5 +1,6 @@
-// What the agent said and which windows came, each with the moment in which it was seen, in the
-// order in which it happened. A thread of its own writes it; any thread may read.
+// What the agent said and which windows came, pictures of a start aside, each with the moment in
+// which it was seen, in the order in which it happened. A thread of its own writes it; any thread
+// may read.
 #pragma once
 
 #include "desktop/XConnection.h"
@@ -43,7 +44,7 @@ public:
     /// When the first window came.
     [[nodiscard]] std::optional<Clock::time_point> firstWindow() const;
 
-    /// All lines of this page, for a person.
+    /// All of this page, for a person.
     [[nodiscard]] std::string text() const;
 
 private:
@@ -56,18 +57,20 @@ private:
     void run();
     void readLines();
     void readWindows();
-    bool isThere(xcb_window_t window) const;
+    bool counts(xcb_window_t window);
     void takeEvents();
 
     desktop::XConnection connection;
+    xcb_atom_t splash = XCB_ATOM_NONE;
     int changes = -1; // of the output
     int stop = -1;
     int output = -1;
     std::string unfinished;
     mutable std::mutex mutex;
-    std::vector<Line> lines; // guarded by the mutex, as are the next two
+    std::vector<Line> lines; // guarded by the mutex, as are the next three
     std::vector<Clock::time_point> windows;
     std::vector<std::uint32_t> known; // of the window manager's list
+    Clock::time_point turned = Clock::now();
     std::thread thread;
 };
 
