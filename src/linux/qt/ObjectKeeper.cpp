@@ -1,10 +1,14 @@
 #include "linux/qt/ObjectKeeper.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qt {
 
 namespace {
+
+constexpr std::chrono::milliseconds FIRST_RETRY(1000);
+constexpr std::chrono::milliseconds LONGEST_RETRY(8000);
 
 void apply(const std::map<std::string, std::optional<std::string>>& changes, QJsonObject& object)
 {
@@ -88,11 +92,22 @@ void ObjectKeeper::work()
 {
     Lock lock(mutex);
     for (;;) {
-        wake.wait(lock, [this] { return stopping || asked != answered; });
-        if (asked == answered) {
+        waitForWork(lock);
+        if (stopping && asked == answered) {
             return;
         }
         saveOnce(lock);
+    }
+}
+
+/// A change that the file did not take would be lost with the process: nobody may ask for another.
+void ObjectKeeper::waitForWork(Lock& lock)
+{
+    const auto isWanted = [this] { return stopping || asked != answered; };
+    if (untilRetry.count() == 0 || changes.empty()) {
+        wake.wait(lock, isWanted);
+    } else {
+        wake.wait_for(lock, untilRetry, isWanted);
     }
 }
 
@@ -118,6 +133,8 @@ void ObjectKeeper::saveOnce(Lock& lock)
             return written != taken.end() && written->second == change.second;
         });
     }
+    untilRetry = done ? std::chrono::milliseconds(0)
+                      : std::clamp(untilRetry * 2, FIRST_RETRY, LONGEST_RETRY);
     succeeded = done;
     answered = save;
     overdue = false;

@@ -1,7 +1,7 @@
 // A JSON object in memory and, by a thread of its own, in its file. A change counts at once; the
 // caller waits for the file a short while at most, since a disk may take any time. What the file
-// did not take is tried again with the next change that is saved. The end waits for what is under
-// way. Main thread only.
+// did not take is tried again with the next change that is saved, and every few seconds until then.
+// The end waits for what is under way. Main thread only.
 #pragma once
 
 #include "linux/qt/JsonObjectFile.h"
@@ -52,6 +52,7 @@ private:
 
     // The keeper's thread.
     void work();
+    void waitForWork(Lock& lock);
     void saveOnce(Lock& lock);
 
     JsonObjectFile file; // the thread's, once that runs
@@ -63,8 +64,9 @@ private:
     Changes changes;    // what it does not hold yet; nothing = removed
     std::uint64_t asked = 0;
     std::uint64_t answered = 0;
-    bool succeeded = false; // the latest answer
-    bool overdue = false;   // the disk holds the thread up; waiting for it again would be in vain
+    bool succeeded = false;                  // the latest answer
+    std::chrono::milliseconds untilRetry{0}; // none after a save that succeeded
+    bool overdue = false; // the disk holds the thread up; waiting for it again would be in vain
     bool stopping = false;
 
     std::thread thread;

@@ -1,5 +1,6 @@
 #include "DefaultsFolder.h"
 #include "desktop/HeldFile.h"
+#include "desktop/Wait.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -198,6 +199,36 @@ TEST(JsonFileUserDefaults, AFullDiskLeavesTheFileAsItWasAtEveryByte)
     EXPECT_FALSE(place.log.diagnostics.empty());
     EXPECT_TRUE(defaults.synchronize());
     EXPECT_EQ(place.open().value("cbaal"), DefaultsValue("new"));
+}
+
+TEST(JsonFileUserDefaults, WhatAFullDiskDidNotTakeIsSavedOnceThereIsRoomThoughNobodyAsksAgain)
+{
+    DefaultsFolder place;
+    qt::JsonFileUserDefaults defaults = place.open();
+    defaults.setValue("cbaal", "x");
+    ASSERT_FALSE(synchronizeOnFullDisk(defaults, 0));
+
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] { return place.open().value("cbaal") == DefaultsValue("x"); }, std::chrono::seconds(20)
+    ));
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(place.log.diagnostics.size(), 1U);
+}
+
+TEST(JsonFileUserDefaults, ADiskThatStaysFullIsReportedOnce)
+{
+    DefaultsFolder place;
+    const FullDisk disk(0);
+    qt::JsonFileUserDefaults defaults = place.open();
+    defaults.setValue("cbaal", "x");
+    EXPECT_FALSE(defaults.synchronize());
+
+    // Longer than it takes until the first attempt that nobody asked for.
+    EXPECT_TRUE(desktop::holdsFor(
+        [&] { return !QFile::exists(place.file()); }, std::chrono::milliseconds(1500)
+    ));
+    EXPECT_FALSE(defaults.synchronize());
+    EXPECT_EQ(place.log.diagnostics.size(), 1U);
 }
 
 TEST(JsonFileUserDefaults, ADiskThatDoesNotAnswerIsNotWaitedForAndTakesTheValuesLater)
