@@ -2,6 +2,7 @@
 
 #include "linux/dbus/BusAnswers.h"
 #include "linux/dbus/Within.h"
+#include "linux/process/Aside.h"
 #include "platform/Call.h"
 
 #include <QCoreApplication>
@@ -11,7 +12,6 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
-#include <thread>
 #include <utility>
 
 namespace dbus {
@@ -79,7 +79,11 @@ void SessionBus::connectLater()
     attempt->owner = this;
     current = none();
     waited = false;
-    std::thread([shared = attempt] { run(shared); }).detach(); // nobody can tell when it ends
+    if (!process::runAside([shared = attempt] { run(shared); })) {
+        // As without a bus, until the next time that it is needed.
+        name = attempt->formerName;
+        attempt.reset();
+    }
 }
 
 QDBusConnection SessionBus::connection(std::chrono::milliseconds patience)

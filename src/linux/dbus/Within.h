@@ -1,12 +1,13 @@
 // A question that may never be answered: asked on a thread of its own, which is left behind when
-// the answer takes longer than the caller waits.
+// the answer takes longer than the caller waits. Without a thread to ask on there is no answer.
 #pragma once
+
+#include "linux/process/Aside.h"
 
 #include <chrono>
 #include <future>
 #include <memory>
 #include <optional>
-#include <thread>
 #include <type_traits>
 #include <utility>
 
@@ -20,9 +21,10 @@ within(std::chrono::milliseconds time, Question question)
     using Answer = std::invoke_result_t<Question>;
     auto promise = std::make_shared<std::promise<Answer>>();
     std::future<Answer> answer = promise->get_future();
-    std::thread([question = std::move(question), promise] { promise->set_value(question()); }
-    ).detach();
-    if (answer.wait_for(time) != std::future_status::ready) {
+    const bool asked = process::runAside([question = std::move(question), promise] {
+        promise->set_value(question());
+    });
+    if (!asked || answer.wait_for(time) != std::future_status::ready) {
         return std::nullopt;
     }
     return answer.get();

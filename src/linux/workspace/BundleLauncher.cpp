@@ -1,13 +1,13 @@
 #include "linux/workspace/BundleLauncher.h"
 
 #include "linux/proc/ProcFilesystem.h"
+#include "linux/process/Aside.h"
 #include "linux/process/Environment.h"
 #include "platform/Call.h"
 
 #include <csignal>
 #include <filesystem>
 #include <system_error>
-#include <thread>
 #include <utility>
 
 #include <spawn.h>
@@ -69,12 +69,6 @@ public:
     posix_spawnattr_t attributes{};
 };
 
-/// A child that nobody waits for stays in the process table.
-void reap(pid_t child)
-{
-    std::thread([child] { waitpid(child, nullptr, 0); }).detach();
-}
-
 } // namespace
 
 BundleLauncher::BundleLauncher(proc::Report report, std::function<Clock::time_point()> now)
@@ -114,7 +108,10 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
         return Outcome::Failed;
     }
     tellStarted(child, executable);
-    reap(child);
+    // A child that nobody waits for stays in the process table.
+    if (!process::runAside([child] { waitpid(child, nullptr, 0); })) {
+        report("The end of " + executable + " cannot be waited for: there is no thread left");
+    }
     return Outcome::Started;
 }
 

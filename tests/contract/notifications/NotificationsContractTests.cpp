@@ -7,12 +7,14 @@
 #include "fakes/FakeDistributedNotifications.h"
 #include "fakes/FakeLog.h"
 #include "linux/dbus/DBusDistributedNotifications.h"
+#include "processes/NoThreads.h"
 #include "qt/QtEnvironment.h"
 #include "qt/WaitFor.h"
 
 #include <chrono>
 #include <csignal>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -127,6 +129,48 @@ TEST(DBusDistributedNotifications, NoticeWithoutABusIsLostAndSaid)
 
     EXPECT_THAT(log.diagnostics, ElementsAre("There is no session bus; the notice A is lost"));
     EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST(DBusDistributedNotifications, NoticeThatThereIsNoThreadForIsLostAndSaidAndTheNextIsPosted)
+{
+    PrivateSession session;
+    fakes::FakeLog log;
+    // The bus library has its own thread since somebody used it first.
+    dbus::DBusDistributedNotifications first(session.bus.address(), log);
+    first.post("B", "object");
+    std::optional<dbus::DBusDistributedNotifications> notifications;
+    {
+        const processes::NoThreads none;
+        notifications.emplace(session.bus.address(), log);
+        notifications->post("A", "object");
+    }
+    EXPECT_THAT(log.diagnostics, ElementsAre("There is no session bus; the notice A is lost"));
+
+    std::vector<std::string> heard;
+    notifications->observe("A", [&](const std::string& /*name*/, const std::string& object) {
+        heard.push_back(object);
+    });
+    notifications->post("A", "next");
+    EXPECT_TRUE(support::waitFor([&] { return !heard.empty(); }));
+    EXPECT_THAT(heard, ElementsAre("next"));
+}
+
+TEST(DBusDistributedNotifications, PostingSurvivesThatThereIsNoThreadToWaitOn)
+{
+    PrivateSession session;
+    fakes::FakeLog log;
+    dbus::DBusDistributedNotifications notifications(session.bus.address(), log);
+    std::vector<std::string> heard;
+    notifications.observe("A", [&](const std::string& /*name*/, const std::string& object) {
+        heard.push_back(object);
+    });
+    {
+        const processes::NoThreads none;
+        notifications.post("A", "object");
+    }
+
+    EXPECT_TRUE(support::waitFor([&] { return !heard.empty(); }));
+    EXPECT_THAT(log.diagnostics, IsEmpty());
 }
 
 TEST(DBusDistributedNotifications, PostingSurvivesTheEndOfTheBusAndDoesNotWaitForIt)

@@ -1,5 +1,6 @@
 #include "desktop/TemporaryFolder.h"
 #include "linux/workspace/BundleLauncher.h"
+#include "processes/NoThreads.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -111,4 +112,17 @@ TEST_F(BundleLauncher, ProgramThatIsStartedTooOftenIsLeftAloneForAMinute)
 
     time += std::chrono::seconds(61);
     EXPECT_EQ(launcher.launch(missing, {}), Outcome::Failed);
+}
+
+TEST_F(BundleLauncher, ProgramIsStartedAllTheSameWhereThereIsNoThreadToWaitForItsEnd)
+{
+    writeProgram("echo started");
+    {
+        const processes::NoThreads none;
+        EXPECT_EQ(launcher.launch(bundle(), {}), Outcome::Started);
+    }
+
+    EXPECT_EQ(output(), "started\n");
+    ASSERT_EQ(reports.size(), 1U);
+    EXPECT_NE(reports.front().find("no thread"), std::string::npos) << reports.front();
 }
