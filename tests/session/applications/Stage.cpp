@@ -133,11 +133,13 @@ Problem Stage::start(const Application& application, Way way)
         return "no start seen: " + chronicle->text();
     }
     // The agent sees a window before the window manager lists it.
-    if (!desktop::waitUntil([this] { return chronicle->firstWindow().has_value(); }, LONGEST_END)) {
+    desktop::waitUntil([this] { return chronicle->firstWindow().has_value(); }, LONGEST_END);
+    const auto announced = chronicle->firstLine("Will start: " + application.name);
+    const auto shown = chronicle->firstWindow();
+    if (!shown) {
         return "no window listed: " + chronicle->text();
     }
-    const auto announced = chronicle->firstLine("Will start: " + application.name);
-    if (!announced || *chronicle->firstWindow() < *announced) {
+    if (!announced || *shown < *announced) {
         return "announced after its window: " + chronicle->text();
     }
     if (!agent::isUncovered(session.desk)) {
