@@ -12,6 +12,8 @@ namespace workspace {
 
 InstanceFeed::InstanceFeed(Parts given)
     : parts(std::move(given)),
+      membership(parts.processes, parts.session),
+      survivors(parts.tracker.instances(), parts.processes, parts.applications, membership),
       attribution(parts.tracker, parts.processes, parts.applications)
 {
     wireTracker();
@@ -41,7 +43,7 @@ void InstanceFeed::wireTracker()
     tracker.ask.shareProgram = [this](const std::string& identifier, const std::string& other) {
         return parts.applications.shareProgram(identifier, other);
     };
-    tracker.ask.survivorsOf = [this](const Instance& instance) { return survivorsOf(instance); };
+    tracker.ask.survivorsOf = [this](const Instance& instance) { return survivors.of(instance); };
 }
 
 void InstanceFeed::wireProcesses()
@@ -84,7 +86,7 @@ InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr ap
 {
     const proc::ProcessEnvironment environment = parts.processes.environmentOf(facts.pid);
     std::vector<pid_t> ancestors = parts.processes.ancestorsOf(facts.pid);
-    if (isForeign(facts, environment, ancestors)) {
+    if (membership.isForeign(facts, environment, ancestors)) {
         return std::nullopt;
     }
     return Sighting{
@@ -93,23 +95,6 @@ InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr ap
         .ancestors = std::move(ancestors),
         .launched = environment.launchedEntry.has_value(),
         .byBus = parts.processes.isStartedByBus(facts)};
-}
-
-bool InstanceFeed::isForeign(
-    const proc::ProcessFacts& facts,
-    const proc::ProcessEnvironment& environment,
-    const std::vector<pid_t>& ancestors
-) const
-{
-    const auto environmentsOfAncestors = [&] {
-        std::vector<proc::ProcessEnvironment> result;
-        result.reserve(ancestors.size());
-        for (const pid_t ancestor : ancestors) {
-            result.push_back(parts.processes.environmentOf(ancestor));
-        }
-        return result;
-    };
-    return parts.session.isForeign(environment, facts.arguments, environmentsOfAncestors);
 }
 
 void InstanceFeed::startedByUs(const proc::ProcessFacts& facts)
@@ -219,46 +204,6 @@ void InstanceFeed::activeChanged(pid_t process, std::uint64_t window) const
             parts.tracker.instances().ofProcess(process, parts.processes.ancestorsOf(process));
     }
     platform::call(onActiveChanged, instance);
-}
-
-std::vector<proc::ProcessFacts> InstanceFeed::survivorsOf(const Instance& instance) const
-{
-    std::vector<proc::ProcessFacts> result = parts.processes.executing(instance.leader.executable);
-    std::erase_if(result, [&](const proc::ProcessFacts& facts) {
-        return !isSame(facts, instance) || isForkOfAnother(facts, instance) ||
-               isOfAnotherSession(facts, instance);
-    });
-    return result;
-}
-
-/// Of what executes the same file: the same application, or forked off and so with the same
-/// arguments. An interpreter may execute anything.
-bool InstanceFeed::isSame(const proc::ProcessFacts& facts, const Instance& instance) const
-{
-    const KnownApplicationPtr application = parts.applications.ofProcess(facts);
-    return facts.arguments == instance.leader.arguments ||
-           (application != nullptr && application->identifier == instance.application->identifier);
-}
-
-/// As the living instance that a second start handed over to may do just then, to execute something
-/// else.
-bool InstanceFeed::isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const
-{
-    const InstancePtr owner =
-        parts.tracker.instances().ofProcess(facts.pid, parts.processes.ancestorsOf(facts.pid));
-    return owner != nullptr && owner.get() != &instance &&
-           owner->application->identifier == instance.application->identifier;
-}
-
-/// What a window alone announced may name any session, and so may what it leaves behind.
-bool InstanceFeed::isOfAnotherSession(const proc::ProcessFacts& facts, const Instance& instance)
-    const
-{
-    return !instance.byWindow && isForeign(
-                                     facts,
-                                     parts.processes.environmentOf(facts.pid),
-                                     parts.processes.ancestorsOf(facts.pid)
-                                 );
 }
 
 void InstanceFeed::watch(pid_t pid, std::uint64_t startTime)

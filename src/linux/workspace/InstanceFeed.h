@@ -8,6 +8,8 @@
 #include "linux/workspace/InstanceTracker.h"
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/workspace/ProcessSource.h"
+#include "linux/workspace/SessionMembership.h"
+#include "linux/workspace/Survivors.h"
 #include "linux/workspace/WatchedProcesses.h"
 #include "linux/workspace/WindowAttribution.h"
 #include "platform/DispatchQueues.h"
@@ -66,19 +68,12 @@ private:
     void windowShown(const WindowFacts& window);
     void hinted(const std::string& entry) const;
     void activeChanged(pid_t process, std::uint64_t window) const;
-    std::vector<proc::ProcessFacts> survivorsOf(const Instance& instance) const;
-    bool isSame(const proc::ProcessFacts& facts, const Instance& instance) const;
-    bool isForeign(
-        const proc::ProcessFacts& facts,
-        const proc::ProcessEnvironment& environment,
-        const std::vector<pid_t>& ancestors
-    ) const;
-    bool isOfAnotherSession(const proc::ProcessFacts& facts, const Instance& instance) const;
-    bool isForkOfAnother(const proc::ProcessFacts& facts, const Instance& instance) const;
     void watch(pid_t pid, std::uint64_t startTime);
     bool isOfInterest(pid_t pid, const std::string& executable) const;
 
     Parts parts;
+    SessionMembership membership;
+    Survivors survivors;
     WindowAttribution attribution;
     std::function<void()> onReady;
     bool listening = false; // what ran before is known; what comes now is news
