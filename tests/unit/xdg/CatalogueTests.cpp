@@ -1,85 +1,19 @@
-// The catalogue, read from folders that are made for each case.
-#include "desktop/TemporaryFolder.h"
-#include "linux/xdg/CatalogueBuilder.h"
+// Which entries count, what is listed, and what windows and roles tell.
+#include "CatalogueTest.h"
 
-#include <gtest/gtest.h>
+#include <filesystem>
+
 #include <sys/stat.h>
 
 namespace {
 
 namespace fs = std::filesystem;
-using Names = std::vector<std::string>;
-
-class CatalogueTest : public testing::Test
-{
-protected:
-    CatalogueTest()
-    {
-        environment.dataFolders = {folder.path("home"), folder.path("system")};
-        environment.programFolders = {folder.path("local/bin"), folder.path("bin")};
-        folder.copyProgram("/bin/true", "bin/foo");
-        folder.copyProgram("/bin/true", "bin/bar");
-    }
-
-    static std::string entry(const std::string& name, const std::string& more = "Exec=foo %U\n")
-    {
-        return "[Desktop Entry]\nType=Application\nName=" + name + "\n" + more;
-    }
-
-    void add(const std::string& file, const std::string& text)
-    {
-        folder.write("system/applications/" + file, text);
-    }
-
-    void addForUser(const std::string& file, const std::string& text)
-    {
-        folder.write("home/applications/" + file, text);
-    }
-
-    void build() { catalogue = xdg::buildCatalogue(environment, xdg::Roles::shipped()); }
-
-    Names ids()
-    {
-        build();
-        Names result;
-        for (const xdg::InstalledApplication& application : catalogue->all()) {
-            result.push_back(application.entry.id);
-        }
-        return result;
-    }
-
-    Names shownIds()
-    {
-        build();
-        Names result;
-        for (const xdg::InstalledApplication& application : catalogue->all()) {
-            if (application.shown) {
-                result.push_back(application.entry.id);
-            }
-        }
-        return result;
-    }
-
-    std::string ofProcess(const std::string& executable, Names arguments)
-    {
-        build();
-        proc::ProcessFacts facts;
-        facts.executable = executable;
-        facts.arguments = std::move(arguments);
-        facts.workingDirectory = "/";
-        const auto* found = catalogue->ofProcess(facts, [this](pid_t) { return claims; });
-        return found == nullptr ? "" : found->entry.id;
-    }
-
-    desktop::TemporaryFolder folder;
-    xdg::XdgEnvironment environment;
-    std::shared_ptr<const xdg::Catalogue> catalogue;
-    Names claims;
-};
+using xdg_tests::Names;
+using Catalogue = xdg_tests::CatalogueTest;
 
 } // namespace
 
-TEST_F(CatalogueTest, IdIsTheNameOfTheFileWithItsFolders)
+TEST_F(Catalogue, IdIsTheNameOfTheFileWithItsFolders)
 {
     add("foo.desktop", entry("Foo"));
     add("kde/sub/bar.desktop", entry("Bar"));
@@ -88,7 +22,7 @@ TEST_F(CatalogueTest, IdIsTheNameOfTheFileWithItsFolders)
     EXPECT_EQ(ids(), (Names{"foo", "kde-sub-bar"}));
 }
 
-TEST_F(CatalogueTest, UsersOwnEntryHidesTheSystems)
+TEST_F(Catalogue, UsersOwnEntryHidesTheSystems)
 {
     add("foo.desktop", entry("System"));
     addForUser("foo.desktop", entry("Own"));
@@ -97,7 +31,7 @@ TEST_F(CatalogueTest, UsersOwnEntryHidesTheSystems)
     EXPECT_EQ(catalogue->find("foo")->entry.name, "Own");
 }
 
-TEST_F(CatalogueTest, HiddenEntryDeletesTheId)
+TEST_F(Catalogue, HiddenEntryDeletesTheId)
 {
     add("foo.desktop", entry("System"));
     addForUser("foo.desktop", "[Desktop Entry]\nHidden=true\n");
@@ -105,7 +39,7 @@ TEST_F(CatalogueTest, HiddenEntryDeletesTheId)
     EXPECT_TRUE(ids().empty());
 }
 
-TEST_F(CatalogueTest, DamagedEntryDoesNotHideTheSystems)
+TEST_F(Catalogue, DamagedEntryDoesNotHideTheSystems)
 {
     add("foo.desktop", entry("System"));
     addForUser("foo.desktop", "[Desktop Entry]\nName=\xFF\n");
@@ -113,7 +47,7 @@ TEST_F(CatalogueTest, DamagedEntryDoesNotHideTheSystems)
     EXPECT_EQ(ids(), Names{"foo"});
 }
 
-TEST_F(CatalogueTest, EntryWhoseTryExecFailsIsDropped)
+TEST_F(Catalogue, EntryWhoseTryExecFailsIsDropped)
 {
     add("foo.desktop", entry("Foo", "Exec=foo\nTryExec=missing\n"));
     add("bar.desktop", entry("Bar", "Exec=bar\nTryExec=" + folder.path("bin/bar") + "\n"));
@@ -121,7 +55,7 @@ TEST_F(CatalogueTest, EntryWhoseTryExecFailsIsDropped)
     EXPECT_EQ(ids(), Names{"bar"});
 }
 
-TEST_F(CatalogueTest, OnlyWhatIsMeantForThisDesktopIsShown)
+TEST_F(Catalogue, OnlyWhatIsMeantForThisDesktopIsShown)
 {
     add("a.desktop", entry("A"));
     add("b.desktop", entry("B", "Exec=foo\nNoDisplay=true\n"));
@@ -135,7 +69,7 @@ TEST_F(CatalogueTest, OnlyWhatIsMeantForThisDesktopIsShown)
     EXPECT_EQ(catalogue->all().size(), 5U);
 }
 
-TEST_F(CatalogueTest, LoopsPipesAndUnreadableThingsAreSkipped)
+TEST_F(Catalogue, LoopsPipesAndUnreadableThingsAreSkipped)
 {
     add("foo.desktop", entry("Foo"));
     fs::create_directory_symlink("..", folder.path("system/applications/up"));
@@ -155,141 +89,7 @@ TEST_F(CatalogueTest, LoopsPipesAndUnreadableThingsAreSkipped)
     fs::permissions(folder.path("system/applications/locked"), fs::perms::owner_all);
 }
 
-TEST_F(CatalogueTest, ProgramIsFoundByNameAndBehindLinks)
-{
-    add("foo.desktop", entry("Foo"));
-    fs::create_symlink(folder.path("bin/bar"), folder.path("bin/link"));
-    add("bar.desktop", entry("Bar", "Exec=" + folder.path("bin/link") + "\n"));
-
-    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "foo");
-    EXPECT_EQ(ofProcess(folder.path("bin/bar"), {"bar"}), "bar");
-    EXPECT_EQ(catalogue->find("foo")->executable, folder.path("bin/foo"));
-}
-
-TEST_F(CatalogueTest, EarlierFolderOfThePathWins)
-{
-    add("foo.desktop", entry("Foo"));
-    folder.copyProgram("/bin/true", "local/bin/foo");
-
-    EXPECT_EQ(ofProcess(folder.path("local/bin/foo"), {"foo"}), "foo");
-    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "");
-}
-
-TEST_F(CatalogueTest, ProgramThatIsInstalledLaterIsKnownByItsPlace)
-{
-    add("late.desktop", entry("Late", "Exec=late\n"));
-
-    EXPECT_EQ(ofProcess(folder.path("bin/late"), {"late"}), "late");
-    EXPECT_EQ(ofProcess("/usr/bin/dash", {"sh", folder.path("bin/late")}), "late");
-}
-
-TEST_F(CatalogueTest, ScriptIsKnownByItsFileAndNotByItsInterpreter)
-{
-    folder.writeProgram("bin/script", "#!/bin/sh\n");
-    add("script.desktop", entry("Script", "Exec=script\n"));
-    add("python.desktop", entry("Python", "Exec=/usr/bin/python3 /opt/tool.py --gui\n"));
-
-    EXPECT_EQ(
-        ofProcess(fs::canonical("/bin/sh"), {"/bin/sh", folder.path("bin/script")}), "script"
-    );
-    EXPECT_EQ(ofProcess(fs::canonical("/bin/sh"), {"sh"}), "");
-    EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", "/opt/tool.py"}), "python");
-    EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", "/opt/other.py"}), "");
-}
-
-TEST_F(CatalogueTest, ProgramIsFoundInTheFolderInWhichTheEntryIsExecuted)
-{
-    folder.copyProgram("/bin/true", "game/start");
-    folder.write("game/main.py", "");
-    const std::string game = folder.path("game");
-    add("path.desktop", entry("Path", "Exec=./start\nPath=" + game + "\n"));
-    add("script.desktop",
-        entry("Script", "Exec=/usr/bin/python3 main.py --x\nPath=" + game + "\n"));
-    folder.copyProgram("/bin/true", "other/start");
-    add("shell.desktop",
-        entry("Shell", "Exec=sh -c \"cd " + folder.path("other") + " && ./start\"\n"));
-
-    EXPECT_EQ(ofProcess(game + "/start", {"./start"}), "path");
-    EXPECT_EQ(ofProcess(folder.path("other/start"), {"./start"}), "shell");
-    EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", game + "/main.py"}), "script");
-    EXPECT_EQ(ofProcess("/usr/bin/python3.11", {"python3", "main.py", "--x"}), "");
-}
-
-TEST_F(CatalogueTest, RelativeProgramOfAnEntryWithoutAFolderIsNobodys)
-{
-    add("nowhere.desktop", entry("Nowhere", "Exec=./start\n"));
-    add("relative.desktop", entry("Relative", "Exec=./start\nPath=game\n"));
-
-    EXPECT_EQ(ofProcess(folder.path("game/start"), {"./start"}), "");
-    EXPECT_TRUE(catalogue->find("relative")->keys.empty());
-}
-
-TEST_F(CatalogueTest, EntryOfAnotherDesktopIsRecognisedAllTheSame)
-{
-    environment.desktops = {"KDE"};
-    add("foo.desktop", entry("Foo", "Exec=foo\nOnlyShowIn=GNOME;\n"));
-
-    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "foo");
-    EXPECT_TRUE(shownIds().empty());
-}
-
-TEST_F(CatalogueTest, ProgramBehindWrappersIsTheApplications)
-{
-    folder.copyProgram("/bin/true", "bin/java");
-    add("jar.desktop", entry("Jar", "Exec=env A=b java -Xmx1g -jar /opt/tool.jar %F\n"));
-    add("wrapped.desktop", entry("Wrapped", "Exec=sh -c \"exec nice foo --x\"\n"));
-
-    EXPECT_EQ(ofProcess(folder.path("bin/java"), {"java", "-jar", "/opt/tool.jar"}), "jar");
-    EXPECT_EQ(ofProcess(folder.path("bin/java"), {"java", "-jar", "/opt/other.jar"}), "");
-    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo", "--x"}), "wrapped");
-    EXPECT_EQ(ofProcess("/usr/bin/env", {"env"}), "");
-}
-
-TEST_F(CatalogueTest, EntryForTerminalsNeverClaimsAProgram)
-{
-    add("foo.desktop", entry("Foo", "Exec=foo\nTerminal=true\n"));
-
-    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "");
-}
-
-TEST_F(CatalogueTest, ServiceWhoseNameIsAnIdIsTheApplication)
-{
-    add("org.Foo.desktop", entry("Foo"));
-    folder.write(
-        "system/dbus-1/services/any.service",
-        "[D-BUS Service]\nName=org.Foo\nExec=" + folder.path("bin/bar") + " --server\n"
-    );
-    folder.write(
-        "system/dbus-1/services/other.service",
-        "[D-BUS Service]\nName=org.Other\nExec=/usr/bin/other\n"
-    );
-
-    EXPECT_EQ(ofProcess(folder.path("bin/bar"), {"bar", "--server"}), "org.Foo");
-    EXPECT_EQ(ofProcess("/usr/bin/other", {"other"}), "");
-}
-
-TEST_F(CatalogueTest, LaunchersClaimDecidesBetweenEntriesOfOneProgram)
-{
-    add("a.desktop", entry("A"));
-    add("b.desktop", entry("B"));
-    const std::string program = folder.path("bin/foo");
-
-    EXPECT_EQ(ofProcess(program, {"foo"}), "a");
-    claims = {folder.path("system/applications/b.desktop")};
-    EXPECT_EQ(ofProcess(program, {"foo"}), "b");
-    claims = {"/nowhere/c.desktop"};
-    EXPECT_EQ(ofProcess(program, {"foo"}), "a");
-}
-
-TEST_F(CatalogueTest, ShownEntryWinsATie)
-{
-    add("a.desktop", entry("A", "Exec=foo\nNoDisplay=true\n"));
-    add("b.desktop", entry("B"));
-
-    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "b");
-}
-
-TEST_F(CatalogueTest, RoleIsPlayedByThePreferredEntry)
+TEST_F(Catalogue, RoleIsPlayedByThePreferredEntry)
 {
     add("aaa.desktop", entry("A", "Exec=foo\nCategories=TerminalEmulator;\n"));
     add("org.gnome.Terminal.desktop", entry("B", "Exec=bar\nCategories=TerminalEmulator;\n"));
@@ -300,7 +100,7 @@ TEST_F(CatalogueTest, RoleIsPlayedByThePreferredEntry)
     EXPECT_EQ(catalogue->playing("com.apple.keychainaccess"), nullptr);
 }
 
-TEST_F(CatalogueTest, RoleIsRatherPlayedByAShownEntry)
+TEST_F(Catalogue, RoleIsRatherPlayedByAShownEntry)
 {
     add("aaa.desktop", entry("A", "Exec=foo\nCategories=TerminalEmulator;\nNoDisplay=true\n"));
     add("bbb.desktop", entry("B", "Exec=bar\nCategories=TerminalEmulator;\n"));
@@ -309,7 +109,7 @@ TEST_F(CatalogueTest, RoleIsRatherPlayedByAShownEntry)
     EXPECT_EQ(catalogue->playing("com.apple.Terminal")->entry.id, "bbb");
 }
 
-TEST_F(CatalogueTest, WindowIsKnownByItsClass)
+TEST_F(Catalogue, WindowIsKnownByItsClass)
 {
     add("org.xfce.mousepad.desktop", entry("Mousepad"));
     add("debian-xterm.desktop", entry("XTerm", "Exec=foo\nStartupWMClass=XTerm\n"));
@@ -328,7 +128,7 @@ TEST_F(CatalogueTest, WindowIsKnownByItsClass)
     EXPECT_EQ(ofWindow("", ""), "");
 }
 
-TEST_F(CatalogueTest, MissingFoldersGiveAnEmptyCatalogue)
+TEST_F(Catalogue, MissingFoldersGiveAnEmptyCatalogue)
 {
     environment.dataFolders = {"/nowhere/at/all"};
     environment.programFolders = {};
