@@ -1,6 +1,5 @@
 #include "linux/xdg/CatalogueBuilder.h"
 
-
 #include <algorithm>
 #include <utility>
 
