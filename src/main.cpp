@@ -1,6 +1,7 @@
 // One agent a session: the first start becomes it, a second hands over.
 #include "agent/Agent.h"
 #include "linux/dbus/BusAnswers.h"
+#include "linux/process/DescriptorLimit.h"
 #include "linux/qt/AssistiveBridge.h"
 #include "linux/qt/QuitRequests.h"
 #include "linux/session/Programs.h"
@@ -45,6 +46,7 @@ int main(int argc, char** argv)
     process::UnixProcessInfo processInfo(argc, argv);
     // For the log and for the libraries; whatever starts programs gives them the usual one back.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    process::raiseDescriptorLimit();
 
     session::SessionInstance instance(session::AGENT);
     instance.onProblem = agent::Reporter{&log};

@@ -1,6 +1,7 @@
 #include "agent/Agent.h"
 
 #include "app/Constants.h"
+#include "linux/process/DescriptorLimit.h"
 #include "linux/session/Programs.h"
 #include "linux/statusnotifier/StatusNotifierArea.h"
 #include "linux/tray/TrayArea.h"
@@ -171,8 +172,11 @@ workspace::LinuxWorkspace::Parts Agent::workspaceParts()
         .queues = queues,
         .timers = timers,
         .loadIcon = [this](const std::string& name) { return icons.load(name); },
-        .openUrl = [](const std::string& url
-                   ) { return QDesktopServices::openUrl(QUrl(QString::fromStdString(url))); },
+        .openUrl =
+            [](const std::string& url) {
+                const process::UsualDescriptorLimit usual; // for the program that is started
+                return QDesktopServices::openUrl(QUrl(QString::fromStdString(url)));
+            },
         .report = report,
         .session = {environment.display, environment.waylandDisplay},
     };

@@ -2,6 +2,7 @@
 
 #include "linux/descriptors/FileDescriptor.h"
 #include "linux/proc/ToNumber.h"
+#include "platform/Call.h"
 
 #include <algorithm>
 #include <array>
@@ -124,6 +125,9 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
     const descriptors::FileDescriptor folder(
         ::open(folderOf(pid).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)
     );
+    if (!folder.isOpen()) {
+        noteExhaustion();
+    }
 
     struct stat owner
     {
@@ -139,7 +143,11 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
     if (!executable || (interest && !interest(pid, *executable))) {
         return std::nullopt;
     }
-    const auto status = parseStatus(readAt(folder.get(), "stat").value_or(std::string()));
+    const std::optional<std::string> stat = readAt(folder.get(), "stat");
+    if (!stat) {
+        noteExhaustion();
+    }
+    const auto status = parseStatus(stat.value_or(std::string()));
     std::vector<std::string> arguments = splitAtNul(readAt(folder.get(), "cmdline").value_or(""));
     if (!status || (arguments.empty() && !settled && linkAt(folder.get(), "exe"))) {
         return std::nullopt;
@@ -154,6 +162,14 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
         .arguments = std::move(arguments),
         .workingDirectory = linkAt(folder.get(), "cwd").value_or(""),
     };
+}
+
+/// Right after something could not be opened.
+void ProcFilesystem::noteExhaustion() const
+{
+    if (errno == EMFILE || errno == ENFILE) {
+        platform::call(onExhausted);
+    }
 }
 
 std::optional<ProcessStatus> ProcFilesystem::status(pid_t pid) const

@@ -1,6 +1,6 @@
-// Reads facts about processes from /proc. Keeps nothing but what it was made with, so any thread
-// may call. Whatever cannot be read (the process ended, or is not ours to look at) is an empty
-// answer.
+// Reads facts about processes from /proc. Keeps nothing but what it was given at first, so any
+// thread may call. Whatever cannot be read (the process ended, or is not ours to look at) is an
+// empty answer.
 #pragma once
 
 #include "linux/proc/ProcRecords.h"
@@ -24,6 +24,10 @@ public:
     /// Whether a process that executes the file is worth a further look. The path is empty where it
     /// must not be read.
     using Interest = std::function<bool(pid_t pid, const std::string& executable)>;
+
+    /// Facts could not be read for want of descriptors. Set before the others are called; called by
+    /// them.
+    std::function<void()> onExhausted;
 
     /// Nothing for a process of somebody else, for one that is just executing another program (its
     /// arguments are not there yet, and that other program is announced by itself), and for one
@@ -68,6 +72,7 @@ public:
 private:
     [[nodiscard]] std::string folderOf(pid_t pid) const;
     [[nodiscard]] bool isOfUser(pid_t pid, uid_t owner) const;
+    void noteExhaustion() const;
     [[nodiscard]] bool hasLivingThread(pid_t pid) const;
     [[nodiscard]] std::optional<ProcessFacts>
     read(pid_t pid, const Interest& interest, bool settled) const;

@@ -38,6 +38,14 @@ ProcessEvents::~ProcessEvents()
 
 void ProcessEvents::wire()
 {
+    processes.onExhausted = [this] {
+        if (!std::exchange(exhaustionTold, true)) {
+            report(
+                "There are no file descriptors left to look at processes with: starts are missed "
+                "until their windows appear"
+            );
+        }
+    };
     connector.onAccepted = [this] {
         chosen = Source::Connector;
         report("Process events: the kernel's process connector");

@@ -91,6 +91,7 @@ private:
     std::set<std::string> executablePaths; // this and the rest belong to the thread
     std::size_t looksDone = 0;             // since a watched file was executed
     bool lookPlanned = false;
+    bool exhaustionTold = false;
     std::atomic<Source> chosen{Source::None};
 };
 

@@ -2,6 +2,7 @@
 
 #include "linux/proc/ProcFilesystem.h"
 #include "linux/process/Aside.h"
+#include "linux/process/DescriptorLimit.h"
 #include "linux/process/Environment.h"
 #include "platform/Call.h"
 
@@ -95,14 +96,17 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
     const std::vector<char*> arguments{executable.data(), nullptr};
     const SpawnSettings settings;
     pid_t child = 0;
-    const int error = posix_spawn(
-        &child,
-        executable.c_str(),
-        &settings.actions,
-        &settings.attributes,
-        arguments.data(),
-        environmentPointers.data()
-    );
+    const int error = [&] {
+        const process::UsualDescriptorLimit usual;
+        return posix_spawn(
+            &child,
+            executable.c_str(),
+            &settings.actions,
+            &settings.attributes,
+            arguments.data(),
+            environmentPointers.data()
+        );
+    }();
     if (error != 0) {
         report(executable + " cannot be started: " + std::generic_category().message(error));
         return Outcome::Failed;

@@ -40,7 +40,7 @@ public:
     static std::string executableOf(const std::string& bundlePath);
 
     /// Starts it in a session of its own, with this program's environment and `added`, and without
-    /// any open file of this program but the standard streams.
+    /// any open file of this program but the standard streams, and with the usual limit of them.
     Outcome launch(const std::string& bundlePath, const platform::LaunchConfiguration& added);
 
 private:

@@ -3,6 +3,7 @@
 #include "desktop/TemporaryFolder.h"
 #include "desktop/Wait.h"
 #include "linux/proc/ProcessEvents.h"
+#include "processes/DescriptorLimit.h"
 #include "processes/Recorder.h"
 
 #include <algorithm>
@@ -16,6 +17,13 @@
 namespace {
 
 using Source = proc::ProcessEvents::Source;
+
+int lowestFreeDescriptor()
+{
+    const int descriptor = ::dup(STDERR_FILENO);
+    ::close(descriptor);
+    return descriptor;
+}
 
 int refused()
 {
@@ -271,6 +279,32 @@ TEST(ProcessEvents, SourceThatNeverAnswersIsGivenUp)
     }));
     EXPECT_NE(events.source(), proc::ProcessEvents::Source::Connector);
     ::close(ends[1]);
+}
+
+TEST(ProcessEvents, WantOfDescriptorsIsSaidOnce)
+{
+    processes::Recorder<std::string> lines;
+    proc::ProcessEvents events(
+        [&](std::string_view line) { lines.add(std::string(line)); }, optionsFor(Source::Scan)
+    );
+    processes::Recorder<pid_t> execs;
+    events.onExec = [&](const proc::ProcessFacts& facts) { execs.add(facts.pid); };
+    processes::Recorder<bool> ready;
+    events.onSnapshot = [&](const auto&) { ready.add(true); };
+    events.start();
+    ASSERT_TRUE(ready.waitForOne([](bool) { return true; }));
+    const desktop::ChildProcess child({"/bin/sleep", "60"});
+    const auto isWarning = [](const std::string& line) {
+        return line.find("no file descriptors left") != std::string::npos;
+    };
+    {
+        // The names in /proc can still be read, and nothing more.
+        const processes::DescriptorLimit few(static_cast<rlim_t>(lowestFreeDescriptor()) + 1);
+        EXPECT_TRUE(lines.waitForOne(isWarning));
+    }
+    EXPECT_TRUE(execs.waitForOne([&](pid_t pid) { return pid == child.id(); }));
+    const std::vector<std::string> all = lines.all();
+    EXPECT_EQ(std::count_if(all.begin(), all.end(), isWarning), 1);
 }
 
 TEST(ProcessEvents, ReplacedExecutableIsStillWatched)

@@ -1,6 +1,7 @@
 // How the agent comes, stays, goes and comes back.
 
 #include "desktop/TemporaryFolder.h"
+#include "processes/DescriptorLimit.h"
 #include "session/agent/AgentTest.h"
 
 #include <csignal>
@@ -42,6 +43,21 @@ protected:
         );
     }
 };
+
+TEST_F(Life, TheAgentMayOpenAsMuchAsTheSystemAllowsAndWhatItStartsAsMuchAsUsual)
+{
+    const auto isSoftLimitOf = [](pid_t process, rlim_t wanted) {
+        rlimit limit{};
+        return ::prlimit(process, RLIMIT_NOFILE, nullptr, &limit) == 0 && limit.rlim_cur == wanted;
+    };
+    const processes::DescriptorLimit usual(500);
+    session.reset();
+    watch({TERMINAL});
+    ASSERT_TRUE(desktop::waitUntil([&] { return session->helpers().size() == 1; }, PATIENCE));
+
+    EXPECT_TRUE(isSoftLimitOf(session->process().id(), processes::descriptorLimit().rlim_max));
+    EXPECT_TRUE(isSoftLimitOf(session->helpers().front(), 500));
+}
 
 TEST_F(Life, ASecondStartHandsOverAndEndsWithZero)
 {

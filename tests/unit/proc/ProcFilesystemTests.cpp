@@ -1,5 +1,6 @@
 #include "desktop/TemporaryFolder.h"
 #include "linux/proc/ProcFilesystem.h"
+#include "processes/DescriptorLimit.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -159,4 +160,20 @@ TEST(ProcFilesystem, KnowsThisProcess)
     EXPECT_EQ(facts->workingDirectory, std::filesystem::current_path());
     EXPECT_EQ(facts->parent, ::getppid());
     EXPECT_TRUE(filesystem.alive(::getpid(), facts->startTime));
+}
+
+TEST_F(ProcFilesystemTest, WantOfDescriptorsIsToldAndAProcessThatIsGoneIsNot)
+{
+    addProcess(42, 7, "/usr/bin/foo", "foo\0"s);
+    int told = 0;
+    filesystem.onExhausted = [&told] { ++told; };
+    EXPECT_FALSE(filesystem.facts(43));
+    EXPECT_EQ(told, 0);
+    {
+        const processes::DescriptorLimit none(0);
+        EXPECT_FALSE(filesystem.facts(42));
+    }
+
+    EXPECT_EQ(told, 1);
+    EXPECT_TRUE(filesystem.facts(42));
 }

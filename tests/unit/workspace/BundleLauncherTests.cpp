@@ -1,5 +1,7 @@
 #include "desktop/TemporaryFolder.h"
+#include "linux/process/DescriptorLimit.h"
 #include "linux/workspace/BundleLauncher.h"
+#include "processes/DescriptorLimit.h"
 #include "processes/NoThreads.h"
 
 #include <csignal>
@@ -125,4 +127,15 @@ TEST_F(BundleLauncher, ProgramIsStartedAllTheSameWhereThereIsNoThreadToWaitForIt
     EXPECT_EQ(output(), "started\n");
     ASSERT_EQ(reports.size(), 1U);
     EXPECT_NE(reports.front().find("no thread"), std::string::npos) << reports.front();
+}
+
+TEST_F(BundleLauncher, ProgramMayHaveAsManyDescriptorsAsUsual)
+{
+    writeProgram("ulimit -S -n");
+    const processes::DescriptorLimit usual(200);
+    process::raiseDescriptorLimit();
+    ASSERT_EQ(launcher.launch(bundle(), {}), Outcome::Started);
+
+    EXPECT_EQ(output(), "200\n");
+    EXPECT_NE(processes::descriptorLimit().rlim_cur, 200U);
 }
