@@ -6,9 +6,36 @@
 
 namespace toolkit {
 
+namespace {
+
+/// Keys that are commands to the field, whatever waits for a letter.
+bool isCommand(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Backspace:
+    case Qt::Key_Escape:
+        return true;
+    case Qt::Key_Control:
+        return false;
+    default:
+        return event.modifiers().testFlag(Qt::ControlModifier);
+    }
+}
+
+} // namespace
+
 EditingField::EditingField(QWidget* parent) : QLineEdit(parent)
 {
     connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
+    connect(this, &QLineEdit::textChanged, this, [this] { composer.reset(); });
+}
+
+void EditingField::clear()
+{
+    composer.reset();
+    QLineEdit::clear();
 }
 
 QVariant EditingField::inputMethodQuery(Qt::InputMethodQuery property) const
@@ -23,6 +50,8 @@ EditingField::inputMethodQuery(Qt::InputMethodQuery property, const QVariant& ar
         return QLineEdit::inputMethodQuery(property, argument);
     }
     switch (property) {
+    case Qt::ImEnabled:
+        return false;
     case Qt::ImSurroundingText:
     case Qt::ImCurrentSelection:
     case Qt::ImTextBeforeCursor:
@@ -40,7 +69,36 @@ void EditingField::keyPressEvent(QKeyEvent* event)
         event->accept();
         return;
     }
+    if (echoMode() != QLineEdit::Normal && compose(*event)) {
+        event->accept();
+        return;
+    }
     QLineEdit::keyPressEvent(event);
+}
+
+bool EditingField::compose(const QKeyEvent& event)
+{
+    if (isCommand(event)) {
+        composer.reset();
+        return false;
+    }
+    const std::optional<QString> text = composer.press(event.nativeVirtualKey());
+    if (text && !text->isEmpty()) {
+        insert(*text);
+    }
+    return text.has_value();
+}
+
+void EditingField::focusInEvent(QFocusEvent* event)
+{
+    composer.reset();
+    QLineEdit::focusInEvent(event);
+}
+
+void EditingField::focusOutEvent(QFocusEvent* event)
+{
+    composer.reset();
+    QLineEdit::focusOutEvent(event);
 }
 
 bool EditingField::focusNextPrevChild(bool next)

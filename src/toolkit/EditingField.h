@@ -1,7 +1,9 @@
-// A line of text that says how its editing ended. Masked, it answers no input method's question
-// about the text. A Return that is held counts once. Main thread only.
+// A line of text that says how its editing ended. Masked, it takes no input method, answers none
+// about the text, and puts dead keys and Compose sequences together by itself, so that the same
+// keys always make the same password. A Return that is held counts once. Main thread only.
 #pragma once
 
+#include "toolkit/KeyComposer.h"
 #include "toolkit/TextMovement.h"
 
 #include <QLineEdit>
@@ -20,6 +22,9 @@ public:
     /// The editing ended: by Return, by Tab or Backtab, or because the focus went elsewhere.
     std::function<void(TextMovement)> onEndEditing;
 
+    /// A dead key that waits for its letter goes, too.
+    void clear();
+
     QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
 
     /// The same; the toolkit finds this one by its name.
@@ -28,9 +33,16 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
     void endEditing(TextMovement movement) const;
+
+private:
+    bool compose(const QKeyEvent& event);
+
+    KeyComposer composer;
 };
 
 } // namespace toolkit

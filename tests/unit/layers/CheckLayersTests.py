@@ -22,6 +22,7 @@ CLEAN = {
     "linux/x11/Guard.cpp": '#include "linux/workspace/Seam.h"\n#include <xcb/xcb.h>\n',
     "linux/qt/Icons.cpp": '#include "toolkit/Icon.h"\n',
     "toolkit/Icon.h": '#include "platform/Text.h"\n#include <QIcon>\n',
+    "toolkit/Keys.cpp": "#include <xkbcommon/xkbcommon-compose.h>\n",
     "linux/workspace/Seam.h": '#include "platform/Text.h"\n',
     "main.cpp": '#include "linux/x11/Guard.h"\n#include "ui/Popover.h"\n',
 }
@@ -81,6 +82,11 @@ class Includes(unittest.TestCase):
         self.assert_refused("toolkit/Icon.h", '#include "linux/x11/Guard.h"')
         self.assert_refused("toolkit/Icon.h", '#include "locking/Lock.h"')
         self.assert_refused("locking/Lock.cpp", '#include "toolkit/Icon.h"')
+
+    def test_only_what_adapters_and_windows_share_composes_keys(self):
+        for path in ("ui/Popover.cpp", "locking/window/Window.cpp", "locking/Lock.cpp"):
+            self.assert_refused(path, "#include <xkbcommon/xkbcommon.h>")
+        self.assert_refused("toolkit/Icon.h", "#include <xcb/xcb.h>")
 
     def test_what_draws_may_not_include_adapters_or_the_system(self):
         self.assert_refused("ui/Popover.cpp", '#include "linux/x11/Guard.h"')

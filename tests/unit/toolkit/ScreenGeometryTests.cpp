@@ -2,7 +2,7 @@
 #include "qt/QtEnvironment.h"
 #include "toolkit/ScreenGeometry.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QScreen>
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 namespace {
 
 const auto* const ENVIRONMENT =
-    testing::AddGlobalTestEnvironment(new support::QtEnvironment<QGuiApplication>);
+    testing::AddGlobalTestEnvironment(new support::QtEnvironment<QApplication>);
 
 double scale()
 {
