@@ -26,7 +26,7 @@ InputCapture::InputCapture(const Connection& connection, Report report)
     xcb_input_xi_select_events(connection.get(), connection.root(), 1, &hierarchy.head);
 }
 
-void InputCapture::begin()
+void InputCapture::begin(Clock::time_point now)
 {
     if (active) {
         return;
@@ -34,9 +34,9 @@ void InputCapture::begin()
     active = true;
     missing = false;
     reportedMissing = false;
-    missingSince = Clock::now();
+    missingSince = now;
     findDevices();
-    attempt();
+    attempt(now);
 }
 
 void InputCapture::end()
@@ -58,9 +58,8 @@ std::optional<InputCapture::Clock::time_point> InputCapture::due() const
     return active ? std::optional(nextAttempt) : std::nullopt;
 }
 
-void InputCapture::attempt()
+void InputCapture::attempt(Clock::time_point now)
 {
-    const Clock::time_point now = Clock::now();
     lastAttempt = now;
     grabAll();
     noteResult(now);
@@ -139,19 +138,24 @@ void InputCapture::grabAll()
 
 void InputCapture::noteResult(Clock::time_point now)
 {
+    const bool keyboardLost = std::exchange(keyboardsWereHeld, keyboardsHeld) && !keyboardsHeld;
     if (complete()) {
         missing = false;
         nextAttempt = now + CONFIRMATION;
         return;
     }
-    if (!std::exchange(missing, true)) {
+    const bool missedAnew = !std::exchange(missing, true);
+    if (missedAnew) {
         missingSince = now;
+    }
+    if (missedAnew || keyboardLost) {
         nextEscape = now + BEFORE_ESCAPE;
         hasteUntil = now + HASTE;
         escapes = 0;
     }
     // Who holds the pointer alone would not hear of it: the keyboard is held here by then.
-    if (!devices.empty() && !keyboardsHeld && now >= nextEscape) {
+    const bool mayAsk = escapes < MOST_ESCAPES && now >= nextEscape;
+    if (!devices.empty() && !keyboardsHeld && mayAsk) {
         askToLetGo(now);
     }
     nextAttempt = now + (now < hasteUntil ? IN_HASTE : RETRY);

@@ -1,9 +1,11 @@
 // Holds every keyboard and every pointer of the session for this connection, from `begin` to `end`.
 // A grab counts only when the server said so; what another program holds is tried again every
 // 100 ms, and after the first of these a synthetic Escape closes the menu that may hold the
-// keyboard, a few more the menus around it. Held grabs are asked for again twice a second, since
-// they can be lost. One line is reported when the capture has been incomplete for a second, and one
-// when it then came. Used by one thread.
+// keyboard, a few more the menus around it. Who still holds it after these is no menu, and presses
+// in it would only harm: it is left to its user, until the keyboard has been held here and was lost
+// again. Held grabs are asked for again twice a second, since they can be lost. One line is
+// reported when the capture has been incomplete for a second, and one when it then came. Used by
+// one thread.
 #pragma once
 
 #include "linux/x11/Connection.h"
@@ -34,12 +36,13 @@ public:
     static constexpr std::chrono::milliseconds BETWEEN_ESCAPES{200};
     static constexpr std::chrono::seconds BETWEEN_LATER_ESCAPES{2};
     static constexpr int EARLY_ESCAPES = 4;
+    static constexpr int MOST_ESCAPES = 8;
     /// After each Escape, and at first: one's own menus close at the sight of the lock.
     static constexpr std::chrono::milliseconds HASTE{100};
 
     InputCapture(const Connection& connection, Report report);
 
-    void begin();
+    void begin(Clock::time_point now = Clock::now());
     void end();
 
     /// Everything is held, as far as the server told.
@@ -47,7 +50,7 @@ public:
 
     /// When `attempt` is due; nothing while there is no capture to hold.
     std::optional<Clock::time_point> due() const;
-    void attempt();
+    void attempt(Clock::time_point now = Clock::now());
 
     /// Devices came or went.
     void devicesChanged();
@@ -75,7 +78,8 @@ private:
     bool keyboardsHeld = false;
     bool pointersHeld = false;
     bool missing = false;
-    int escapes = 0; // while it is
+    bool keyboardsWereHeld = false; // at the last attempt
+    int escapes = 0;                // since the keyboard was last lost
     bool reportedMissing = false;
     Clock::time_point lastAttempt;
     Clock::time_point nextAttempt;

@@ -2,6 +2,7 @@
 #include "CaptureFixture.h"
 #include "HoldingClient.h"
 #include "MasterDevices.h"
+#include "linux/x11/InputCapture.h"
 
 #include <chrono>
 #include <iostream>
@@ -53,6 +54,42 @@ TEST_F(HeldInput, MenusWithinMenusAreClosedOneByOne)
     std::cout << "captured " << taken.count() << " s after the lock came over three menus\n";
     EXPECT_EQ(3, menu.keysSeen());
     EXPECT_LT(taken.count(), 1.5);
+}
+
+TEST_F(HeldInput, WhoIsNoMenuIsLeftAloneAfterSomeEscapesAndTheGrabsAreTriedOn)
+{
+    HoldingClient locker(display, 1000);
+    const auto connection = x11::Connection::open(display);
+    x11::InputCapture capture(*connection, [](const std::string& /*line*/) {});
+    const auto attemptFor = [&](std::chrono::seconds duration) {
+        const auto end = *capture.due() + duration;
+        while (*capture.due() < end) {
+            capture.attempt(*capture.due());
+            locker.turn();
+        }
+    };
+    capture.begin();
+    attemptFor(std::chrono::minutes(1));
+    EXPECT_EQ(x11::InputCapture::MOST_ESCAPES, locker.keysSeen());
+    EXPECT_FALSE(capture.complete());
+
+    locker.letGo();
+    attemptFor(std::chrono::seconds(1));
+    EXPECT_TRUE(capture.complete());
+    capture.end();
+    const x11::Reply<xcb_get_input_focus_reply_t> done(xcb_get_input_focus_reply(
+        connection->get(), xcb_get_input_focus(connection->get()), nullptr
+    ));
+
+    HoldingClient menu(display, 2); // the next one is not blamed for the last
+    capture.begin();
+    const auto end = *capture.due() + std::chrono::seconds(5);
+    while (!capture.complete() && *capture.due() < end) {
+        capture.attempt(*capture.due());
+        menu.turn();
+    }
+    EXPECT_TRUE(capture.complete());
+    EXPECT_EQ(2, menu.keysSeen());
 }
 
 TEST_F(HeldInput, TheEscapeIsNotTakenForAKeyOfTheUser)
