@@ -1,11 +1,13 @@
 // Files of one kind below folders, as they were parsed: a folder is listed again only when it was
-// forgotten, a file in it parsed again only when it is another one than before. One thread at a
-// time.
+// forgotten, a file in it parsed again only when it is another one than before. What is deleted is
+// not kept. One thread at a time.
 #pragma once
 
 #include "linux/xdg/FileText.h"
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -117,10 +119,35 @@ private:
         std::erase_if(names.files, [&](const std::string& name) {
             return !name.ends_with(suffix);
         });
+        forgetMissing(path, names);
         for (const std::string& name : names.files) {
             read(std::string(path).append("/").append(name));
         }
         return {std::move(names.files), std::move(names.folders)};
+    }
+
+    /// What is kept of files, and of whole folders, that are in the folder no more.
+    void forgetMissing(const std::string& path, const FolderNames& names)
+    {
+        const std::string prefix = path + "/";
+        const auto isMissing = [&](const auto& kept) {
+            const std::string_view rest = std::string_view(kept.first).substr(prefix.size());
+            const std::string name(rest.substr(0, rest.find('/')));
+            const bool isRight = name.size() == rest.size();
+            return !(isRight && std::binary_search(names.files.begin(), names.files.end(), name)) &&
+                   !std::binary_search(names.folders.begin(), names.folders.end(), name);
+        };
+        eraseBelow(files, prefix, isMissing);
+        eraseBelow(folders, prefix, isMissing);
+    }
+
+    template <typename Kept, typename Predicate>
+    static void eraseBelow(Kept& kept, const std::string& prefix, const Predicate& isMissing)
+    {
+        auto entry = kept.lower_bound(prefix);
+        while (entry != kept.end() && entry->first.starts_with(prefix)) {
+            entry = isMissing(*entry) ? kept.erase(entry) : std::next(entry);
+        }
     }
 
     void read(const std::string& path)
