@@ -10,6 +10,8 @@
 #include "platform/KeyboardStatus.h"
 #include "platform/Platform.h"
 #include "platform/Screens.h"
+#include "platform/Secret.h"
+#include "toolkit/TypedSecret.h"
 #include "ui_PasswordWindow.h"
 
 #include <utility>
@@ -234,7 +236,8 @@ void PasswordWindowController::controlTextDidEndEditing(TextMovement movement)
     }
     view.outlets->errorMessageLabelOutlet->clear();
     const std::weak_ptr alive(lifetime);
-    platform::call(passwordEntered, view.outlets->passwordFieldOutlet->text().toStdString());
+    const platform::Secret typed = toolkit::typedSecret(*view.outlets->passwordFieldOutlet);
+    platform::call(passwordEntered, typed.text());
     if (alive.expired()) {
         return; // the listener has put another lock in place of this one
     }

@@ -2,6 +2,8 @@
 
 #include "app/BackgroundRunner.h"
 #include "platform/Call.h"
+#include "platform/Secret.h"
+#include "toolkit/TypedSecret.h"
 #include "ui_RequestPasswordView.h"
 
 #include <QAccessible>
@@ -77,7 +79,8 @@ void RequestPasswordViewController::controlTextDidEndEditing(toolkit::TextMoveme
 void RequestPasswordViewController::submit()
 {
     if (passwordTextFieldOutlet) {
-        platform::call(onPasswordEntered, passwordTextFieldOutlet->stringValue());
+        const platform::Secret typed = toolkit::typedSecret(*passwordTextFieldOutlet);
+        platform::call(onPasswordEntered, typed.text());
     }
 }
 

@@ -1,6 +1,8 @@
 #include "ui/windows/preferences/PreferencesWindowController.h"
 
 #include "platform/Call.h"
+#include "platform/Secret.h"
+#include "toolkit/TypedSecret.h"
 #include "ui/alerts/AlertMessagesService.h"
 #include "ui_PreferencesWindow.h"
 
@@ -76,9 +78,9 @@ void PreferencesWindowController::showErrorMessage(const std::string& text)
 
 void PreferencesWindowController::submit()
 {
-    const std::string password = passwordTextFieldOutlet->stringValue();
-    const std::string confirmation = confirmPasswordTextFieldOutlet->stringValue();
-    platform::call(onPasswordEntered, password, confirmation);
+    const platform::Secret password = toolkit::typedSecret(*passwordTextFieldOutlet);
+    const platform::Secret confirmation = toolkit::typedSecret(*confirmPasswordTextFieldOutlet);
+    platform::call(onPasswordEntered, password.text(), confirmation.text());
 }
 
 } // namespace ui
