@@ -92,6 +92,21 @@ protected:
         });
     }
 
+    /// A gate opens although the bus takes longer than its patience, and one line says so.
+    void waitOutABusThatDoesNotAnswer()
+    {
+        session.bus().process().signal(SIGSTOP);
+        OpeningGate gate(session, 300ms);
+
+        EXPECT_TRUE(waitForLine("bus does not answer"));
+        EXPECT_FALSE(gate.answered);
+        session.bus().process().signal(SIGCONT);
+
+        ASSERT_TRUE(gate.waitForAnswer());
+        EXPECT_TRUE(isInTheService(gate.items.get())) << gate.refusal;
+        EXPECT_EQ(session.lines().size(), 1U);
+    }
+
     /// As if this user's items had been in the Secret Service before.
     void markKept() { ASSERT_EQ(secretservice::KeptMarker(marker).set(), std::nullopt); }
 
@@ -283,16 +298,7 @@ TEST_F(KeychainGateTest, BusThatDoesNotAnswerIsWaitedForAndThatIsSaidOnce)
 {
     session.startKeyring();
     markKept();
-    session.bus().process().signal(SIGSTOP);
-    OpeningGate gate(session, 300ms);
-
-    EXPECT_TRUE(waitForLine("bus does not answer"));
-    EXPECT_FALSE(gate.answered);
-    session.bus().process().signal(SIGCONT);
-
-    ASSERT_TRUE(gate.waitForAnswer());
-    EXPECT_TRUE(isInTheService(gate.items.get())) << gate.refusal;
-    EXPECT_EQ(session.lines().size(), 1U);
+    waitOutABusThatDoesNotAnswer();
 }
 
 TEST_F(KeychainGateTest, BusThatStopsAnsweringIsNotTakenForOneWithoutAService)
@@ -305,16 +311,7 @@ TEST_F(KeychainGateTest, BusThatStopsAnsweringIsNotTakenForOneWithoutAService)
     );
     ASSERT_NE(shared, nullptr);
     g_dbus_connection_set_exit_on_close(shared.get(), FALSE);
-    session.bus().process().signal(SIGSTOP);
-    OpeningGate gate(session, 300ms);
-
-    EXPECT_TRUE(waitForLine("bus does not answer"));
-    EXPECT_FALSE(gate.answered);
-    session.bus().process().signal(SIGCONT);
-
-    ASSERT_TRUE(gate.waitForAnswer());
-    EXPECT_TRUE(isInTheService(gate.items.get())) << gate.refusal;
-    EXPECT_EQ(session.lines().size(), 1U);
+    waitOutABusThatDoesNotAnswer();
 }
 
 TEST_F(KeychainGateTest, EndWhileTheBusDoesNotAnswerComesAtOnce)

@@ -27,7 +27,7 @@ int main(int /*count*/, char** arguments)
     sigset_t awaited = {};
     sigemptyset(&awaited);
     sigaddset(&awaited, SIGUSR1);
-    ::sigprocmask(SIG_BLOCK, &awaited, nullptr);
+    ::pthread_sigmask(SIG_BLOCK, &awaited, nullptr);
     std::ofstream(arguments[1]) << "ready\n";
     for (int number = 0; ::sigwait(&awaited, &number) == 0;) {
         openShell(arguments[1]);
