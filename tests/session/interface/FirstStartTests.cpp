@@ -1,5 +1,6 @@
 // From a home without anything to a first password.
 
+#include "desktop/ForeignClient.h"
 #include "session/interface/InterfaceTest.h"
 
 namespace agent {
@@ -7,6 +8,8 @@ namespace agent {
 class FirstStart : public InterfaceTest
 {
 protected:
+    static constexpr auto ERROR = "There was an error..";
+
     void SetUp() override
     {
         InterfaceTest::SetUp();
@@ -18,6 +21,14 @@ protected:
     {
         user->activate(person::button("Set Up Password", screens::GREETING));
         user->waitFor(person::window(screens::PASSWORD_WINDOW));
+    }
+
+    /// The window manager keeps keyboard and pointer while it moves a window.
+    void waitForEndOfMove()
+    {
+        desktop::XConnection other(desk().server().displayName());
+        user->waitUntil("nobody holds the pointer", [&] { return desktop::grabInput(other); });
+        desktop::releaseInput(other);
     }
 };
 
@@ -43,6 +54,14 @@ TEST_F(FirstStart, QuittingFromTheGreetingEndsTheAgentWithZero)
     EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 0);
 }
 
+TEST_F(FirstStart, TheKeyOfTheGreetingsQuitButtonDoesTheSame)
+{
+    turnTo(screens::GREETING);
+    user->press('q', {desktop::KEY_ALT});
+
+    EXPECT_EQ(session->process().waitForExitStatus(PATIENCE), 0);
+}
+
 TEST_F(FirstStart, SettingUpThePasswordClosesGreetingAndPopover)
 {
     openPasswordWindow();
@@ -61,31 +80,71 @@ TEST_F(FirstStart, TheWayFromThePopoverIsTheSame)
     user->waitForEndOf(person::window(screens::POPOVER));
 }
 
+TEST_F(FirstStart, AWindowIsMovedByItsGroundAndReturnThenSetsUpThePassword)
+{
+    turnTo(screens::GREETING);
+    // The toolkit does not hear of the places in between.
+    const auto place = [this] {
+        return desk().windows().placeOf(desk().windows().ofTitle(screens::GREETING));
+    };
+    const desktop::Rectangle before = place();
+    auto x = static_cast<std::int16_t>(before.x + 12);
+    const auto y = static_cast<std::int16_t>(before.y + 12);
+    desk().input().movePointer(x, y);
+    desk().input().holdButton();
+    user->waitUntil("the window follows the pointer", [&] {
+        desk().input().movePointer(++x, y);
+        return place().x > before.x;
+    });
+    desk().input().releaseButton();
+    waitForEndOfMove();
+
+    user->press(desktop::KEY_RETURN);
+
+    user->waitForFocusOn(screens::NEW_PASSWORD);
+}
+
 TEST_F(FirstStart, EveryPasswordThatCannotBeIsRefusedWithItsReason)
 {
-    constexpr auto TITLE = "There was an error..";
     openPasswordWindow();
 
     enterNewPassword("", "");
-    answerAlert(TITLE, "The password cannot be empty");
+    answerAlert(ERROR, "The password cannot be empty");
     enterNewPassword("a", "a");
-    answerAlert(TITLE, "The password cannot be smaller than 3 characters");
+    answerAlert(ERROR, "The password cannot be smaller than 3 characters");
     enterNewPassword("abc", "abd");
-    answerAlert(TITLE, "The passwords do not match");
+    answerAlert(ERROR, "The passwords do not match");
 
     EXPECT_TRUE(user->sees(person::window(screens::PASSWORD_WINDOW)));
     EXPECT_FALSE(setting("Password").has_value());
 }
 
+TEST_F(FirstStart, ARefusalIsPutRightWithTheKeyboardWhereTheCaretWas)
+{
+    openPasswordWindow();
+    enterNewPassword(PASSWORD, "something else");
+    user->waitForFocusOn(screens::ALERT_BUTTON);
+    EXPECT_FALSE(setting("Password").has_value());
+
+    user->press(desktop::KEY_RETURN);
+    user->waitForFocusOn(screens::CONFIRMATION);
+    session->enter(PASSWORD);
+
+    user->waitFor(screens::GATE);
+    waitForSetting("Password", PASSWORD);
+}
+
 TEST_F(FirstStart, APasswordTypedTwiceIsKeptAndAskedForAtOnce)
 {
     openPasswordWindow();
+    EXPECT_EQ(session->countOf("Monitoring services started"), 0U);
 
     enterNewPassword("ab", "ab");
 
     user->waitFor(screens::GATE);
     user->waitForEndOf(person::window(screens::PASSWORD_WINDOW));
     waitForSetting("Password", "ab");
+    EXPECT_TRUE(session->waitForLine("Monitoring services started"));
 }
 
 TEST_F(FirstStart, ReturnConfirmsInTheSecondFieldOnly)
@@ -115,6 +174,18 @@ TEST_F(FirstStart, CancellingKeepsNothing)
     openPopover();
     EXPECT_TRUE(user->sees(screens::NO_PASSWORD));
     EXPECT_FALSE(setting("Password").has_value());
+}
+
+TEST_F(FirstStart, EscapeCancelsAsWell)
+{
+    openPasswordWindow();
+    user->write("abc", screens::NEW_PASSWORD);
+
+    user->press(desktop::KEY_ESCAPE);
+
+    user->waitForEndOf(person::window(screens::PASSWORD_WINDOW));
+    EXPECT_FALSE(setting("Password").has_value());
+    EXPECT_EQ(session->agents().size(), 1U);
 }
 
 } // namespace agent

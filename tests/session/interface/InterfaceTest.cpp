@@ -6,13 +6,19 @@
 
 namespace agent {
 
+namespace {
+
+constexpr auto APPLICATION_FOLDERS = "XDG_DATA_DIRS";
+
+} // namespace
+
 void InterfaceTest::SetUp()
 {
     desktop::Desktop::Parts parts;
     parts.screens = {{0, 0, 1280, 720}};
     session = std::make_unique<AgentSession>(parts);
     user = std::make_unique<person::Person>(session->desk);
-    desk().environment["XDG_DATA_DIRS"] = (desk().home() / "no applications").string();
+    desk().environment[APPLICATION_FOLDERS] = (desk().home() / "no applications").string();
 }
 
 void InterfaceTest::TearDown()
@@ -22,10 +28,16 @@ void InterfaceTest::TearDown()
     }
 }
 
+void InterfaceTest::showInstalledApplications()
+{
+    desk().environment.erase(APPLICATION_FOLDERS);
+}
+
 void InterfaceTest::startAgent()
 {
     session->startAgent({});
-    user->waitFor(person::window(screens::POPOVER));
+    // The last thing of a start: it would take the keyboard from what is opened before.
+    user->waitForKeysTo(screens::POPOVER);
 }
 
 void InterfaceTest::startWithPassword(const std::vector<std::string>& applications)
@@ -58,6 +70,16 @@ void InterfaceTest::choose(const person::Control& entryOfMenu)
     user->activate(screens::OPTIONS);
     user->goTo(entryOfMenu);
     user->press(desktop::KEY_RETURN);
+}
+
+void InterfaceTest::turnTo(const std::string& window)
+{
+    constexpr std::uint16_t MARGIN = 24;
+    desktop::Rectangle place = user->placeOf(person::window(window));
+    place.width = MARGIN;
+    place.height = MARGIN;
+    user->clickAt(place);
+    user->waitForKeysTo(window);
 }
 
 void InterfaceTest::enterNewPassword(const std::string& password, const std::string& confirmation)

@@ -27,8 +27,11 @@ protected:
 
     desktop::Desktop& desk() { return session->desk; }
 
-    /// Starts the agent as its user does and waits until its popover is open. Whatever is stored is
-    /// stored before.
+    /// Lets the applications that are installed here be seen as well, by programs started later.
+    void showInstalledApplications();
+
+    /// Starts the agent as its user does and waits until its popover has the keyboard. Whatever is
+    /// stored is stored before.
     void startAgent();
 
     /// The same with `PASSWORD` as the password, and these applications protected.
@@ -44,6 +47,9 @@ protected:
     void openPopover();
 
     void choose(const person::Control& entryOfMenu);
+
+    /// Clicks on the ground of a window, so that it gets the keyboard.
+    void turnTo(const std::string& window);
 
     /// Types both into the password window and confirms.
     void enterNewPassword(const std::string& password, const std::string& confirmation);

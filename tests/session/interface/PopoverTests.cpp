@@ -188,6 +188,19 @@ TEST_F(PopoverUse, QuittingWaitsForAPasswordThatTheKeyringHasNotTakenYet)
     EXPECT_EQ(setting("Password"), "another");
 }
 
+TEST_F(PopoverUse, AfterAStartByTheHelperASecondStartOpensIt)
+{
+    session->protect({});
+    session->startAgent();
+    ASSERT_TRUE(session->waitForLine("Monitoring services started"));
+    EXPECT_FALSE(user->sees(person::window(screens::POPOVER)));
+
+    openPopover();
+
+    user->waitForFocusOn(screens::GATE);
+    EXPECT_FALSE(user->sees(screens::CONTENT));
+}
+
 TEST_F(PopoverUse, WithoutAStatusAreaAFurtherStartBringsItInFrontOfTheOtherWindows)
 {
     startWithPassword();

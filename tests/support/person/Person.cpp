@@ -147,6 +147,13 @@ void Person::waitForFocusOn(const Control& control) const
     waitUntil(inWords(control) + " has the keyboard", [&] { return hasFocus(control); });
 }
 
+void Person::waitForKeysTo(const std::string& window) const
+{
+    waitUntil("\"" + window + "\" has the keyboard", [&] {
+        return keysGoToAgent() && desk.windows().ofTitle(window) == desk.windows().focused();
+    });
+}
+
 bool Person::hasFocus(const Control& control) const
 {
     const auto node = glimpse(control);

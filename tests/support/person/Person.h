@@ -65,6 +65,9 @@ public:
     /// Waits until this has the keyboard.
     void waitForFocusOn(const Control& control) const;
 
+    /// Waits until keys go to the agent's window of this title.
+    void waitForKeysTo(const std::string& window) const;
+
     /// Names of all rows of lists that show, in order.
     std::vector<std::string> rows() const;
 
