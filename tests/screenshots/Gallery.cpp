@@ -1,7 +1,6 @@
 #include "screenshots/Gallery.h"
 
 #include "desktop/Backdrop.h"
-#include "desktop/Failure.h"
 #include "desktop/Pixels.h"
 #include "desktop/TemporaryFolder.h"
 #include "desktop/WindowFrames.h"
@@ -23,7 +22,6 @@ constexpr int WIDTH = 1280;
 constexpr int HEIGHT = 800;
 constexpr int TITLE_HEIGHT = 24;
 constexpr int EDGE = 24; // of the screen, where only the lock is
-constexpr auto PORTAL = "org.freedesktop.portal.Desktop";
 
 constexpr desktop::Pixel LIGHT_DESKTOP = 0x9DB4C6;
 constexpr desktop::Pixel DARK_DESKTOP = 0x1D2B36;
@@ -62,7 +60,6 @@ desktop::Desktop::Parts partsOf(const Look& look)
 Gallery::Gallery(std::filesystem::path wantedPictures, Look wantedLook)
     : look(wantedLook),
       session(partsOf(look)),
-      portal(desktop::connectToBus(session.desk.bus().address())),
       user(session.desk)
 {
     desktop::Desktop& desk = session.desk;
@@ -98,8 +95,8 @@ void Gallery::offerApplications()
 
 void Gallery::takeAll()
 {
-    if (look.dark && sd_bus_request_name(portal.get(), PORTAL, 0) < 0) {
-        throw desktop::Failure("the bus does not let anybody tell the desktop's appearance");
+    if (look.dark) {
+        portal.emplace(session.desk.bus().address());
     }
     session.startAgent({});
     greet();
@@ -113,22 +110,10 @@ void Gallery::takeAll()
     lock();
 }
 
-/// Says what a desktop that prefers dark colours says.
 void Gallery::appearDark()
 {
-    if (look.dark) {
-        sd_bus_emit_signal(
-            portal.get(),
-            "/org/freedesktop/portal/desktop",
-            "org.freedesktop.portal.Settings",
-            "SettingChanged",
-            "ssv",
-            "org.freedesktop.appearance",
-            "color-scheme",
-            "u",
-            1
-        );
-        sd_bus_flush(portal.get());
+    if (portal) {
+        portal->prefer(desktop::FakeSettingsPortal::Appearance::Dark);
     }
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "agent/AgentSession.h"
-#include "desktop/BusConnection.h"
+#include "desktop/FakeSettingsPortal.h"
 #include "desktop/StatusPanel.h"
 #include "person/Person.h"
 #include "screenshots/Camera.h"
@@ -37,7 +37,7 @@ private:
 
     Look look;
     agent::AgentSession session;
-    desktop::BusConnection portal;
+    std::optional<desktop::FakeSettingsPortal> portal; // where the look is dark
     person::Person user;
     std::optional<desktop::StatusPanel> panel;
     std::optional<Camera> camera;

@@ -1,5 +1,6 @@
 // The item in real panels of both kinds, and the popover at it.
 
+#include "desktop/FakeSettingsPortal.h"
 #include "desktop/Pixels.h"
 #include "desktop/StatusPanel.h"
 #include "session/interface/InterfaceTest.h"
@@ -15,6 +16,8 @@ using desktop::StatusPanel;
 namespace {
 
 constexpr desktop::Pixel PICTURE_ON_LIGHT_GROUND = 0x2A2B2F;
+constexpr desktop::Pixel PICTURE_ON_DARK_GROUND = 0xF6F7F9;
+constexpr std::uint8_t RIGHT_BUTTON = 3;
 
 } // namespace
 
@@ -41,12 +44,43 @@ protected:
     void waitForItem()
     {
         user->waitUntil("the item is in the panel", [this] {
-            return desktop::capture(desk().connection(), panel->firstItem())
-                .contains(PICTURE_ON_LIGHT_GROUND);
+            return itemNow().contains(PICTURE_ON_LIGHT_GROUND);
         });
     }
 
+    desktop::Picture itemNow() { return desktop::capture(desk().connection(), panel->firstItem()); }
+
     void clickItem() { user->clickAt(panel->firstItem()); }
+
+    /// Opens the item's menu; the entries.
+    std::vector<accessibility::Node> openMenu()
+    {
+        const std::size_t before = desk().windows().viewableTopLevels().size();
+        user->clickAt(panel->firstItem(), RIGHT_BUTTON);
+        user->waitUntil("a menu opens", [&] {
+            return desk().windows().viewableTopLevels().size() > before;
+        });
+        return user->entriesOfMenu();
+    }
+
+    /// Opens the popover and closes it; waits until the item that was drawn for this shows the one
+    /// colour and not the other.
+    void waitUntilRedrawnWith(desktop::Pixel colour, desktop::Pixel other)
+    {
+        constexpr std::size_t GROUND = 100; // pixels at least, of another colour while it is open
+        open();
+        user->waitUntil("the item shows that it is open", [this] {
+            return itemNow().contains(PICTURE_ON_DARK_GROUND);
+        });
+        const desktop::Picture whileOpen = itemNow();
+        user->press(desktop::KEY_ESCAPE);
+        expectClosed();
+        user->waitUntil("the item has the other picture", [&] {
+            const desktop::Picture now = itemNow();
+            return now.countDifferent(whileOpen) > GROUND && now.contains(colour) &&
+                   !now.contains(other);
+        });
+    }
 
     void open()
     {
@@ -112,6 +146,31 @@ TEST_P(StatusArea, ThePopoverHasTheKeyboardAtOnceWhereAnotherOwnWindowHadIt)
         user->press(desktop::KEY_ESCAPE);
         expectClosed();
     }
+}
+
+TEST_P(StatusArea, TheMenuOffersNothingButOpeningWhichAsksForThePassword)
+{
+    const auto entries = openMenu();
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries.front().name(), "Open Tarvel");
+
+    user->clickAt(entries.front().place());
+
+    user->waitForFocusOn(screens::GATE);
+    EXPECT_FALSE(user->sees(screens::CONTENT));
+    unlock();
+}
+
+TEST_P(StatusArea, ThePictureFollowsTheAppearanceOfTheDesktop)
+{
+    using Appearance = desktop::FakeSettingsPortal::Appearance;
+    const desktop::FakeSettingsPortal portal(desk().bus().address());
+
+    portal.prefer(Appearance::Dark);
+    waitUntilRedrawnWith(PICTURE_ON_DARK_GROUND, PICTURE_ON_LIGHT_GROUND);
+
+    portal.prefer(Appearance::Light);
+    waitUntilRedrawnWith(PICTURE_ON_LIGHT_GROUND, PICTURE_ON_DARK_GROUND);
 }
 
 TEST_P(StatusArea, TheItemComesBackWithANewPanel)

@@ -53,12 +53,18 @@ Node::Node(Bus bus, std::string peer, std::string path)
 
 std::string Node::name() const
 {
-    return property(ACCESSIBLE, "Name");
+    std::string text;
+    property(ACCESSIBLE, "Name", [&text](sd_bus_message* answer) { text = readText(answer, "v"); });
+    return text;
 }
 
 std::string Node::description() const
 {
-    return property(ACCESSIBLE, "Description");
+    std::string text;
+    property(ACCESSIBLE, "Description", [&text](sd_bus_message* answer) {
+        text = readText(answer, "v");
+    });
+    return text;
 }
 
 bool Node::is(Role role) const
@@ -104,6 +110,20 @@ std::vector<Node> Node::children() const
         }
     });
     return found;
+}
+
+Node Node::parent() const
+{
+    std::string name;
+    std::string object;
+    property(ACCESSIBLE, "Parent", [&](sd_bus_message* answer) {
+        const char* nameText = nullptr;
+        const char* objectText = nullptr;
+        require(sd_bus_message_read(answer, "v", "(so)", &nameText, &objectText), "parent");
+        name = nameText;
+        object = objectText;
+    });
+    return {bus, name, object};
 }
 
 desktop::Rectangle Node::place() const
@@ -179,18 +199,16 @@ void Node::call(
     read(desktop::callAndWait(*bus, question).get());
 }
 
-std::string Node::property(const std::string& interface, const std::string& name) const
+void Node::property(const std::string& interface, const std::string& name, const Reader& read) const
 {
-    std::string text;
     call(
         PROPERTIES,
         "Get",
         [&](sd_bus_message* question) {
             require(sd_bus_message_append(question, "ss", interface.c_str(), name.c_str()), "room");
         },
-        [&text](sd_bus_message* answer) { text = readText(answer, "v"); }
+        read
     );
-    return text;
 }
 
 } // namespace accessibility

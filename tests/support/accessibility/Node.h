@@ -30,6 +30,7 @@ public:
     [[nodiscard]] std::string roleName() const;
 
     [[nodiscard]] std::vector<Node> children() const;
+    [[nodiscard]] Node parent() const;
 
     /// In pixels of the toolkit, which are those of the screen where it is not scaled.
     [[nodiscard]] desktop::Rectangle place() const;
@@ -58,7 +59,7 @@ private:
         const Writer& write,
         const Reader& read
     ) const;
-    [[nodiscard]] std::string property(const std::string& interface, const std::string& name) const;
+    void property(const std::string& interface, const std::string& name, const Reader& read) const;
 
     Bus bus;
     std::string peer;

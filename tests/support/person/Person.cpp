@@ -202,11 +202,12 @@ void Person::click(const Control& control) const
     clickAt(placeOf(control));
 }
 
-void Person::clickAt(const Rectangle& place) const
+void Person::clickAt(const Rectangle& place, std::uint8_t button) const
 {
     desk.input().click(
         static_cast<std::int16_t>(place.x + place.width / 2),
-        static_cast<std::int16_t>(place.y + place.height / 2)
+        static_cast<std::int16_t>(place.y + place.height / 2),
+        button
     );
 }
 
@@ -251,6 +252,17 @@ void Person::goTo(const Control& menuItem) const
         }
     }
     throw desktop::Failure("the menu does not lead to " + inWords(menuItem));
+}
+
+std::vector<Node> Person::entriesOfMenu() const
+{
+    const auto before = keyboard.last();
+    press(desktop::KEY_DOWN);
+    waitUntil("a menu takes the keyboard", [&] {
+        const auto now = keyboard.last();
+        return now && now != before && now->is(Role::MenuItem);
+    });
+    return keyboard.last()->parent().children();
 }
 
 /// Menus are windows of the agent that no window manager has put into a frame.

@@ -41,7 +41,7 @@ public:
 
     /// With the pointer, in the middle of it, once it stays where it is.
     void click(const Control& control) const;
-    void clickAt(const desktop::Rectangle& place) const;
+    void clickAt(const desktop::Rectangle& place, std::uint8_t button = 1) const;
 
     /// On the button that a row has at its end.
     void clickAtEndOf(const Control& row) const;
@@ -61,6 +61,10 @@ public:
 
     /// Goes through the menu that is open until this entry has the keyboard.
     void goTo(const Control& menuItem) const;
+
+    /// The entries of the menu that has just been opened, whichever program shows it; the first one
+    /// has the keyboard then.
+    [[nodiscard]] std::vector<accessibility::Node> entriesOfMenu() const;
 
     /// Waits until this has the keyboard.
     void waitForFocusOn(const Control& control) const;
