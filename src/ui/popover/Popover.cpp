@@ -55,7 +55,8 @@ Popover::Popover(ViewController& contentViewController)
         this,
         [this](Qt::ApplicationState state) {
             // Windows of this program that come in front of it leave the program active.
-            if (state == Qt::ApplicationInactive && shown) {
+            programIsActive = state != Qt::ApplicationInactive;
+            if (!programIsActive && shown) {
                 closeLater();
             }
         }
@@ -157,11 +158,12 @@ void Popover::closePopover()
     contentViewController.viewDidDisappear();
 }
 
-/// The toolkit says so amid its dealing with the window, which must outlive that.
+/// The toolkit says so amid its dealing with the window, which must outlive that. It also says so
+/// for the moment between a window that has gone and the next one that gets the keyboard.
 void Popover::closeLater()
 {
     const auto close = [this, opening = openings] {
-        if (shown && opening == openings) {
+        if (shown && opening == openings && !programIsActive) {
             requestClose();
         }
     };

@@ -67,6 +67,7 @@ private:
 
     ViewController& contentViewController;
     bool shown = false;
+    bool programIsActive = true; // as the toolkit said last
     unsigned openings = 0;
     bool rounded = false;
     std::optional<QRect> anchor; // nothing while it is a window of its own

@@ -152,6 +152,18 @@ TEST_F(Popover, AnOpeningAfterTheUserWentElsewhereStays)
     EXPECT_TRUE(window().isVisible());
 }
 
+TEST_F(Popover, StaysWhereTheProgramIsActiveAgainInTheSameTurn)
+{
+    open();
+    Q_EMIT
+    qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT
+    qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    settle();
+    EXPECT_TRUE(popup().active);
+    EXPECT_TRUE(window().isVisible());
+}
+
 TEST_F(Popover, StaysWhenAWindowOfTheProgramComesInFrontOfIt)
 {
     open();
