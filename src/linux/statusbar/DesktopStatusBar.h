@@ -24,7 +24,8 @@ public:
 
     std::unique_ptr<platform::StatusItem> statusItem(double length) override;
 
-    /// An item was activated; called at once, before the item's own callback.
+    /// An item was activated, or an entry of its menu; called at once, before the item's own
+    /// callback.
     std::function<void()> onActivated;
 
 private:

@@ -75,6 +75,7 @@ void DesktopStatusItem::choose(std::size_t entry)
     if (entry >= entries.size()) {
         return;
     }
+    platform::call(bar.onActivated);
     later([action = entries[entry].action] {
         if (action) {
             action();

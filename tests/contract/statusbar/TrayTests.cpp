@@ -289,4 +289,15 @@ TEST_F(ItemOnADesktopWithBoth, ActivationIsToldToTheBarFirst)
     EXPECT_TRUE(support::waitFor([&] { return order == "bar item"; })) << order;
 }
 
+TEST_F(ItemOnADesktopWithBoth, AChoiceInTheMenuIsToldToTheBarFirst)
+{
+    notifier.areaComes();
+    const auto item = bar.statusItem(platform::STATUS_ITEM_VARIABLE_LENGTH);
+    std::string order;
+    bar.onActivated = [&] { order += "bar "; };
+    item->setMenu({{"Open Tarvel", [&] { order += "entry"; }}});
+    notifier.choose(0);
+    EXPECT_TRUE(support::waitFor([&] { return order == "bar entry"; })) << order;
+}
+
 } // namespace
