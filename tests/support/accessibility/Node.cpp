@@ -163,6 +163,15 @@ std::string Node::text() const
     return text;
 }
 
+std::size_t Node::characters() const
+{
+    std::int32_t count = 0;
+    property(TEXT, "CharacterCount", [&count](sd_bus_message* answer) {
+        require(sd_bus_message_read(answer, "v", "i", &count), "number");
+    });
+    return static_cast<std::size_t>(count);
+}
+
 void Node::act() const
 {
     int done = 0;

@@ -7,6 +7,7 @@
 #include "desktop/BusConnection.h"
 #include "desktop/Rectangle.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -37,6 +38,9 @@ public:
 
     /// What is written in a field, as far as it is shown to assistive tools.
     [[nodiscard]] std::string text() const;
+
+    /// How many characters are in a field, a password field too.
+    [[nodiscard]] std::size_t characters() const;
 
     /// Does its first action, such as pressing a button.
     void act() const;

@@ -226,6 +226,9 @@ void Person::write(const std::string& text, const Control& field) const
     press('a', {desktop::KEY_CONTROL});
     press(desktop::KEY_BACKSPACE);
     type(text);
+    waitUntil(inWords(field) + " holds what was typed", [&] {
+        return find(field).characters() == text.size();
+    });
 }
 
 void Person::type(const std::string& text) const

@@ -49,7 +49,8 @@ public:
     /// Where a thing is once it stays where it is.
     desktop::Rectangle placeOf(const Control& control) const;
 
-    /// Types over what is in the field.
+    /// Types over what is in the field, and waits until the field has it: keys and what assistive
+    /// tools ask for come by different ways.
     void write(const std::string& text, const Control& field) const;
     void type(const std::string& text) const;
     void press(std::uint32_t key, const std::vector<std::uint32_t>& held = {}) const;
