@@ -1,7 +1,9 @@
+#include "desktop/ForeignClient.h"
 #include "desktop/TemporaryFolder.h"
 #include "desktop/Typist.h"
 #include "session/agent/AgentTest.h"
 
+#include <algorithm>
 #include <csignal>
 
 #include <sys/wait.h>
@@ -10,6 +12,44 @@ namespace agent {
 
 class Lock : public AgentTest
 {
+protected:
+    /// Clicks on the first menu of the window; the menu's own window, or 0.
+    xcb_window_t clickMenuOf(xcb_window_t window) const
+    {
+        desktop::WindowList& windows = session->desk.windows();
+        const std::vector<xcb_window_t> before = windows.viewableTopLevels();
+        const desktop::Rectangle place = windows.placeOf(window);
+        session->desk.input().click(
+            static_cast<std::int16_t>(place.x + 16), static_cast<std::int16_t>(place.y + 12)
+        );
+        xcb_window_t menu = 0;
+        desktop::waitUntil(
+            [&] {
+                for (const xcb_window_t each : windows.viewableTopLevels()) {
+                    if (std::find(before.begin(), before.end(), each) == before.end()) {
+                        menu = each;
+                    }
+                }
+                return menu != 0;
+            },
+            PATIENCE
+        );
+        return menu;
+    }
+
+    /// Whether nobody else can have keyboard and pointer, within reasonable time.
+    bool inputIsCaptured() const
+    {
+        desktop::XConnection other(session->desk.server().displayName());
+        return desktop::waitUntil(
+            [&] {
+                const bool free = desktop::grabInput(other);
+                desktop::releaseInput(other);
+                return !free;
+            },
+            PATIENCE
+        );
+    }
 };
 
 TEST_F(Lock, CoversEveryScreenUntilTheRightPasswordIsEntered)
@@ -69,6 +109,33 @@ TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStartOverAnOpenMenu)
     ASSERT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
     session->desk.input().type("after");
     EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
+}
+
+TEST_F(Lock, TakesTheKeyboardFromAMenuThatAClickOpened)
+{
+    watch({TERMINAL});
+    const auto file = session->desk.home() / "letter.txt";
+    desktop::writeFile(file, "Dear reader\n");
+    desktop::ChildProcess mousepad = session->desk.start({"mousepad", file});
+    ASSERT_TRUE(session->waitForLine("Did start: Mousepad") && getsFocus(mousepad));
+    desktop::WindowList& windows = session->desk.windows();
+    const xcb_window_t editor = windows.active();
+    ASSERT_TRUE(desktop::waitUntil(
+        [&] { return windows.titleOf(editor).find("letter.txt") != std::string::npos; }, PATIENCE
+    ));
+    const std::string title = windows.titleOf(editor); // bears a mark once something is typed
+    const xcb_window_t menu = clickMenuOf(editor);
+    ASSERT_NE(menu, 0U);
+
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(locks() && xterm.waitUntilItListens());
+    ASSERT_TRUE(desktop::waitUntil([&] { return !windows.isViewable(menu); }, PATIENCE));
+    ASSERT_TRUE(inputIsCaptured());
+
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_TRUE(getsFocus(xterm.process()));
+    EXPECT_EQ(xterm.received(), "");
+    EXPECT_EQ(windows.titleOf(editor), title);
 }
 
 TEST_F(Lock, GivesAnEditorNoneOfTheKeysTypedFromItsStart)
