@@ -16,7 +16,14 @@ public:
     /// Short name of the active layout, such as "us"; empty when it is not known.
     virtual std::string layoutName() = 0;
 
-    /// Calls `handler` after every change of either. One handler; an empty one takes it away.
+    /// There is another layout to switch to.
+    virtual bool hasSeveralLayouts() = 0;
+
+    /// Makes the layout after the active one active, after the last the first; heard of like any
+    /// other change. Does nothing where there is one alone.
+    virtual void nextLayout() = 0;
+
+    /// Calls `handler` after every change of any of these. One handler; an empty one takes it away.
     virtual void observe(std::function<void()> handler) = 0;
 };
 

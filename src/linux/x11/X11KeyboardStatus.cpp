@@ -35,6 +35,27 @@ std::string X11KeyboardStatus::layoutName()
     return group < layouts.size() ? layouts[group] : std::string();
 }
 
+void X11KeyboardStatus::nextLayout()
+{
+    const Connection& connection = desktop.connection();
+    if (!connection.extensions().xkb || !hasSeveralLayouts()) {
+        return;
+    }
+    const std::size_t next = (group + 1) % layouts.size();
+    xcb_xkb_latch_lock_state(
+        connection.get(),
+        XCB_XKB_ID_USE_CORE_KBD,
+        0,
+        0,
+        1, // the group is what is locked
+        static_cast<std::uint8_t>(next),
+        0,
+        0,
+        0
+    );
+    connection.flush();
+}
+
 void X11KeyboardStatus::observe(std::function<void()> newHandler)
 {
     handler = std::move(newHandler);
@@ -47,9 +68,9 @@ void X11KeyboardStatus::handle(const xcb_generic_event_t& event)
         handleKeyboardEvent(event);
     } else if (typeOf(event) == XCB_PROPERTY_NOTIFY &&
                as<xcb_property_notify_event_t>(event).atom == desktop.atoms().xkbRulesNames) {
-        const std::string before = layoutName();
+        const std::vector<std::string> before = layouts;
         readLayouts();
-        if (layoutName() != before) {
+        if (layouts != before) {
             notify();
         }
     }

@@ -18,6 +18,10 @@ public:
 
     std::string layoutName() override;
 
+    bool hasSeveralLayouts() override { return layouts.size() > 1; }
+
+    void nextLayout() override;
+
     void observe(std::function<void()> handler) override;
 
 private:

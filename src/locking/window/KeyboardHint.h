@@ -1,4 +1,5 @@
-// The small type below the password field: Caps Lock and the layout of the keyboard.
+// The small type below the password field: Caps Lock and the layout of the keyboard, which is a
+// button where there is another one to switch to.
 #pragma once
 
 #include "platform/KeyboardStatus.h"

@@ -13,10 +13,12 @@ QWidget {
     selection-color: white;
     background: transparent;
 }
-QLabel, QLineEdit { margin: 0; padding: 0; border: none; }
+QLabel, QLineEdit, QPushButton { margin: 0; padding: 0; border: none; }
 QLineEdit { min-width: %1px; max-width: %1px; min-height: %2px; max-height: %2px; }
 QLabel#capsLockLabel { color: rgb(255, 214, 120); }
 QLabel#keyboardLayoutLabel { color: rgb(200, 204, 212); }
+QPushButton#keyboardLayoutButton { color: rgb(200, 204, 212); }
+QPushButton#keyboardLayoutButton:hover, QPushButton#keyboardLayoutButton:pressed { color: white; }
 QLabel#errorMessageLabelOutlet { color: rgb(255, 176, 168); }
 )";
 

@@ -14,6 +14,8 @@
 #include "toolkit/TypedSecret.h"
 #include "ui_PasswordWindow.h"
 
+#include <QPushButton>
+
 #include <utility>
 
 namespace locking {
@@ -74,6 +76,9 @@ void PasswordWindowController::observeAndMonitor()
     view.outlets->passwordFieldOutlet->onEndEditing = [this](TextMovement movement) {
         controlTextDidEndEditing(movement);
     };
+    QObject::connect(view.outlets->keyboardLayoutButton, &QPushButton::clicked, [] {
+        platform::current().keyboardStatus.nextLayout();
+    });
     platform.workspace.addObserver(
         this,
         platform::WorkspaceNotificationName::DidActivateApplication,

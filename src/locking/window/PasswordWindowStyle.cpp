@@ -94,6 +94,7 @@ void PasswordWindowStyle::apply(const Ui::PasswordWindow& ui) const
 
     setType(*ui.capsLockLabel, pixels(SMALL_TYPE));
     setType(*ui.keyboardLayoutLabel, pixels(SMALL_TYPE));
+    setType(*ui.keyboardLayoutButton, pixels(SMALL_TYPE));
     ui.keyboardView->setFixedSize(fieldWidth, pixels(SMALL_LINE));
     setType(*ui.errorMessageLabelOutlet, pixels(ERROR_TYPE));
     ui.errorMessageLabelOutlet->setFixedSize(

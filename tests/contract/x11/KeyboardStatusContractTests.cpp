@@ -5,6 +5,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,7 @@ public:
 
     void toggleCapsLock() { fake.set(!fake.capsLockOn(), fake.layoutName()); }
 
-    void setLayout(const std::string& name) { fake.set(fake.capsLockOn(), name); }
+    void setLayouts(const std::vector<std::string>& names) { fake.setLayouts(names); }
 
     static bool soon(const std::function<bool()>& condition) { return condition(); }
 
@@ -32,9 +33,13 @@ public:
 
     void toggleCapsLock() { world.session.input().press(desktop::KEY_CAPS_LOCK); }
 
-    void setLayout(const std::string& name)
+    void setLayouts(const std::vector<std::string>& names)
     {
-        auto process = world.session.start({"setxkbmap", "-layout", name});
+        std::string list;
+        for (const std::string& name : names) {
+            list += (list.empty() ? "" : ",") + name;
+        }
+        auto process = world.session.start({"setxkbmap", "-layout", list});
         EXPECT_EQ(0, process.waitForExitStatus(std::chrono::seconds(10)));
     }
 
@@ -72,7 +77,7 @@ TYPED_TEST(KeyboardStatusContract, TellsAfterAChangeAndHasItByThen)
     EXPECT_TRUE(this->subject.soon([&] { return seen == "us caps"; })) << seen;
     this->subject.toggleCapsLock();
     EXPECT_TRUE(this->subject.soon([&] { return seen == "us"; })) << seen;
-    this->subject.setLayout("de");
+    this->subject.setLayouts({"de"});
     EXPECT_TRUE(this->subject.soon([&] { return seen == "de"; })) << seen;
 }
 
@@ -109,4 +114,34 @@ TYPED_TEST(KeyboardStatusContract, AHandlerMayTakeItselfAway)
     this->subject.toggleCapsLock();
     EXPECT_TRUE(this->subject.soon([this] { return !this->status.capsLockOn(); }));
     EXPECT_EQ(changes, 1);
+}
+
+TYPED_TEST(KeyboardStatusContract, ALayoutAloneHasNoNext)
+{
+    EXPECT_FALSE(this->status.hasSeveralLayouts());
+    this->status.nextLayout();
+    this->subject.toggleCapsLock();
+    EXPECT_TRUE(this->subject.soon([this] { return this->status.capsLockOn(); }));
+    EXPECT_EQ(this->status.layoutName(), "us");
+}
+
+TYPED_TEST(KeyboardStatusContract, TellsThatThereIsAnotherLayoutAlsoWhereTheActiveOneStays)
+{
+    bool several = false;
+    this->status.observe([&] { several = this->status.hasSeveralLayouts(); });
+    this->subject.setLayouts({"us", "ru"});
+    EXPECT_TRUE(this->subject.soon([&] { return several; }));
+    EXPECT_EQ(this->status.layoutName(), "us");
+}
+
+TYPED_TEST(KeyboardStatusContract, SwitchesToTheNextLayoutAndAfterTheLastToTheFirst)
+{
+    this->subject.setLayouts({"us", "ru", "gr"});
+    ASSERT_TRUE(this->subject.soon([this] { return this->status.hasSeveralLayouts(); }));
+    std::string seen;
+    this->status.observe([&] { seen = this->status.layoutName(); });
+    for (const std::string next : {"ru", "gr", "us"}) {
+        this->status.nextLayout();
+        EXPECT_TRUE(this->subject.soon([&] { return seen == next; })) << next << ", not " << seen;
+    }
 }

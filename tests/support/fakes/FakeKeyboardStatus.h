@@ -2,7 +2,9 @@
 
 #include "platform/KeyboardStatus.h"
 
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace fakes {
 
@@ -11,25 +13,48 @@ class FakeKeyboardStatus final : public platform::KeyboardStatus
 public:
     bool capsLockOn() override { return capsLock; }
 
-    std::string layoutName() override { return layout; }
+    std::string layoutName() override { return layouts.at(active); }
+
+    bool hasSeveralLayouts() override { return layouts.size() > 1; }
+
+    void nextLayout() override
+    {
+        if (hasSeveralLayouts()) {
+            active = (active + 1) % layouts.size();
+            notify();
+        }
+    }
 
     void observe(std::function<void()> changed) override { handler = std::move(changed); }
 
     void set(bool capsLockIsOn, const std::string& layoutIs)
     {
         capsLock = capsLockIsOn;
-        layout = layoutIs;
+        setLayouts({layoutIs});
+    }
+
+    /// The first of them is active; there is at least one.
+    void setLayouts(std::vector<std::string> all)
+    {
+        layouts = std::move(all);
+        active = 0;
+        notify();
+    }
+
+    std::function<void()> handler;
+
+private:
+    void notify() const
+    {
         const std::function<void()> changed = handler;
         if (changed) {
             changed();
         }
     }
 
-    std::function<void()> handler;
-
-private:
     bool capsLock = false;
-    std::string layout = "us";
+    std::vector<std::string> layouts{"us"};
+    std::size_t active = 0;
 };
 
 } // namespace fakes

@@ -4,6 +4,8 @@
 #include "qt/QtEnvironment.h"
 
 #include <QCloseEvent>
+#include <QPushButton>
+#include <QTest>
 
 namespace {
 
@@ -281,6 +283,24 @@ TEST_F(PasswordWindowController, ALockThatReplacesAnotherStillHearsOfTheKeyboard
     fake.keyboardStatus.set(false, "fr");
 
     EXPECT_EQ(outlet<QLabel>("keyboardLayoutLabel").text(), "Keyboard: fr");
+}
+
+TEST_F(PasswordWindowController, AClickOnTheLayoutSwitchesToTheNextAndLeavesTheFieldItsFocus)
+{
+    fake.keyboardStatus.setLayouts({"us", "ru"});
+    show();
+    type("sec");
+    const QPoint middle = place("keyboardLayoutButton").center();
+    QTest::mouseClick(window().windowHandle(), Qt::LeftButton, {}, middle);
+
+    EXPECT_EQ(fake.keyboardStatus.layoutName(), "ru");
+    EXPECT_EQ(outlet<QPushButton>("keyboardLayoutButton").text(), "Keyboard: ru");
+    EXPECT_EQ(window().focusWidget(), &field());
+    QTest::keyClick(window().windowHandle(), 'r');
+    EXPECT_EQ(field().text(), "secr");
+
+    QTest::mouseClick(window().windowHandle(), Qt::LeftButton, {}, middle);
+    EXPECT_EQ(fake.keyboardStatus.layoutName(), "us");
 }
 
 TEST_F(PasswordWindowController, OnlyItsOwnerClosesTheWindow)

@@ -3,6 +3,7 @@
 #include "locking/window/MessageLabel.h"
 #include "qt/Contrast.h"
 
+#include <QPushButton>
 #include <QScreen>
 #include <QStyleHints>
 
@@ -368,6 +369,28 @@ TEST_F(PasswordWindowLook, CapsLockAndLayoutAreShownAsTheyChange)
     EXPECT_FALSE(capsLock.isVisible());
     EXPECT_EQ(layout.text(), "");
     EXPECT_EQ(field().accessibleDescription(), "");
+}
+
+TEST_F(PasswordWindowLook, TheLayoutIsAButtonWhereThereIsAnotherOne)
+{
+    show();
+    auto& button = outlet<QPushButton>("keyboardLayoutButton");
+    EXPECT_FALSE(button.isVisible());
+    EXPECT_TRUE(outlet("keyboardLayoutLabel").isVisible());
+    const QRect label = place("keyboardLayoutLabel");
+
+    fake.keyboardStatus.setLayouts({"us", "ru"});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(button.isVisible());
+    EXPECT_FALSE(outlet("keyboardLayoutLabel").isVisible());
+    EXPECT_EQ(button.text(), "Keyboard: us");
+    EXPECT_EQ(button.accessibleName(), "Keyboard layout: us. Switch to the next one");
+    EXPECT_EQ(place("keyboardLayoutButton").right(), label.right());
+    EXPECT_GE(contrast(textColor("keyboardLayoutButton"), LOCK), 4.5);
+    EXPECT_EQ(misplaced(), "");
+
+    fake.keyboardStatus.setLayouts({"", "ru"});
+    EXPECT_FALSE(button.isVisible());
 }
 
 TEST_F(PasswordWindowLook, IsMirroredWhereTextRunsFromRightToLeft)

@@ -1,0 +1,73 @@
+// Another layout of the keyboard than the one that the password was made with.
+
+#include "desktop/Pixels.h"
+#include "session/agent/AgentTest.h"
+
+#include <optional>
+#include <utility>
+
+namespace agent {
+
+namespace {
+
+constexpr std::uint32_t KEY_SHIFT_RIGHT = 0xFFE2;
+constexpr desktop::Pixel LAYOUT_TEXT = 0xC8CCD4;
+
+} // namespace
+
+class Layout : public AgentTest
+{
+protected:
+    bool setLayouts() const
+    {
+        auto done =
+            session->desk.start({"setxkbmap", "-layout", "us,ru", "-option", "grp:shifts_toggle"});
+        return done.waitForExitStatus(PATIENCE) == 0;
+    }
+
+    void toggleWithTheKeyboard() const
+    {
+        desktop::Input& hands = session->desk.input();
+        hands.hold(desktop::KEY_SHIFT);
+        hands.hold(KEY_SHIFT_RIGHT);
+        hands.release(KEY_SHIFT_RIGHT);
+        hands.release(desktop::KEY_SHIFT);
+    }
+
+    /// A point of the small text that names the layout.
+    std::optional<std::pair<int, int>> layoutText() const
+    {
+        const desktop::Rectangle area = controlsOf(session->desk.server().screens().at(0));
+        const desktop::Picture picture = desktop::capture(session->desk.connection(), area);
+        for (int y = area.y; y < area.y + area.height; ++y) {
+            for (int x = area.x; x < area.x + area.width; ++x) {
+                if (picture.at(x, y) == LAYOUT_TEXT) {
+                    return std::pair(x, y);
+                }
+            }
+        }
+        return std::nullopt;
+    }
+};
+
+TEST_F(Layout, IsSwitchedInTheLockByAClickOnItsName)
+{
+    open();
+    ASSERT_TRUE(setLayouts());
+    watchHere({TERMINAL});
+    toggleWithTheKeyboard();
+    Recorder xterm(session->desk);
+    ASSERT_TRUE(locks());
+    session->enter(PASSWORD); // in Russian letters
+    EXPECT_TRUE(coverStaysFor(500ms));
+
+    const auto place = layoutText();
+    ASSERT_TRUE(place.has_value());
+    session->desk.input().click(
+        static_cast<std::int16_t>(place->first), static_cast<std::int16_t>(place->second)
+    );
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_TRUE(getsFocus(xterm.process()));
+}
+
+} // namespace agent
