@@ -83,8 +83,9 @@ std::string PrivateKeyring::death()
     if (signal == SIGTERM || signal == SIGKILL) {
         return {};
     }
+    const char* const meaning = sigdescr_np(signal);
     return "gnome-keyring-daemon was ended by signal " + std::to_string(signal) + " (" +
-           strsignal(signal) + "). It had said:\n" + readFile(words);
+           (meaning != nullptr ? meaning : "?") + "). It had said:\n" + readFile(words);
 }
 
 } // namespace desktop
