@@ -48,7 +48,8 @@ ComposeTable::ComposeTable(const std::string& locale)
 
 const ComposeTable& ComposeTable::ofThisProcess()
 {
-    static const ComposeTable ONE = [] {
+    static const ComposeTable table = [] {
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): it is only asked, on the thread that sets it
         const char* const locale = std::setlocale(LC_CTYPE, nullptr);
         ComposeTable read(locale == nullptr ? FALLBACK : locale);
         if (read.get() == nullptr) {
@@ -58,7 +59,7 @@ const ComposeTable& ComposeTable::ofThisProcess()
         }
         return read;
     }();
-    return ONE;
+    return table;
 }
 
 } // namespace toolkit

@@ -1,10 +1,10 @@
 // Which characters come of dead keys and Compose sequences.
 #include "fakes/FakePlatform.h"
+#include "processes/Environment.h"
 #include "toolkit/ComposeTable.h"
 #include "toolkit/KeyComposer.h"
 
 #include <cstdlib>
-#include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,27 +32,11 @@ protected:
 class WithoutTables : public testing::Test
 {
 protected:
-    WithoutTables()
-    {
-        setenv("XLOCALEDIR", "/nonexistent", 1);
-        setenv("XCOMPOSEFILE", "/nonexistent", 1);
-        setenv("HOME", "/nonexistent", 1);
-    }
+    static constexpr auto NOWHERE = "/nonexistent";
 
-    ~WithoutTables() override
-    {
-        unsetenv("XLOCALEDIR");
-        unsetenv("XCOMPOSEFILE");
-        setenv("HOME", home.c_str(), 1);
-    }
-
-    WithoutTables(const WithoutTables&) = delete;
-    WithoutTables& operator=(const WithoutTables&) = delete;
-    WithoutTables(WithoutTables&&) = delete;
-    WithoutTables& operator=(WithoutTables&&) = delete;
-
-private:
-    std::string home = getenv("HOME") == nullptr ? "/" : getenv("HOME");
+    processes::EnvironmentVariable system{"XLOCALEDIR", NOWHERE};
+    processes::EnvironmentVariable user{"XCOMPOSEFILE", NOWHERE};
+    processes::EnvironmentVariable home{"HOME", NOWHERE};
 };
 
 } // namespace
