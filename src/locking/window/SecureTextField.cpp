@@ -31,7 +31,6 @@ SecureTextField::SecureTextField(QWidget* parent) : EditingField(parent)
     setDragEnabled(false);
     setAcceptDrops(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
-    setAttribute(Qt::WA_MacShowFocusRect, false);
     useOwnColors();
 
     connect(this, &QLineEdit::textChanged, this, [this] { restartBlinking(); });

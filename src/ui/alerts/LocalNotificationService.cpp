@@ -1,6 +1,7 @@
 #include "ui/alerts/LocalNotificationService.h"
 
 #include "ui/alerts/Alert.h"
+#include "ui/alerts/AlertMessagesService.h"
 
 namespace ui {
 
@@ -8,7 +9,8 @@ void LocalNotificationService::alertWithTitle(
     const std::string& title, const std::string& message, bool isError
 ) const
 {
-    const int style = isError ? 2 : 1;
+    const int style =
+        isError ? AlertMessagesService::CRITICAL : AlertMessagesService::INFORMATIONAL;
     makeAlert({title, message, style}, {"Ok"}, nullptr)->exec();
 }
 

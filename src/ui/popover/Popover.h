@@ -22,10 +22,7 @@ public:
     /// `contentViewController` must outlive this.
     explicit Popover(ViewController& contentViewController);
     ~Popover() override;
-    Popover(const Popover&) = delete;
-    Popover& operator=(const Popover&) = delete;
-    Popover(Popover&&) = delete;
-    Popover& operator=(Popover&&) = delete;
+    Q_DISABLE_COPY_MOVE(Popover)
 
     /// Shows the popover at the item, or at the pointer where its place is not known. One that is
     /// shown already only comes forward.

@@ -123,8 +123,7 @@ void PopoverInterfacePresenter::switchLoginItem(bool enabled)
     AlertMessagesService().showAlert(
         "There was an error",
         "Tarvel could not be added to the login items. You can check your system's security "
-        "settings "
-        "or you can restart your Mac and retry",
+        "settings or you can restart your Mac and retry",
         AlertMessagesService::CRITICAL,
         nullptr
     );

@@ -1,8 +1,7 @@
 #include "ui/views/CellDelegate.h"
 
+#include "ui/views/RowGround.h"
 #include "ui/views/Theme.h"
-
-#include <QPainter>
 
 #include <algorithm>
 
@@ -11,7 +10,6 @@ namespace ui {
 namespace {
 
 constexpr int LEAST_HEIGHT = 5 * Theme::GRID;
-constexpr int HOVER_OPACITY = 22;
 constexpr int INSET = Theme::GRID;
 
 } // namespace
@@ -29,18 +27,12 @@ void CellDelegate::paint(
     QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& /*index*/
 ) const
 {
-    const bool hasKeys = option.state.testFlag(QStyle::State_HasFocus);
-    const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
-    if (!hasKeys && !hovered) {
-        return;
-    }
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(hasKeys ? QPen(Theme::FOCUS) : QPen(Qt::NoPen));
-    painter->setBrush(hovered ? QColor(255, 255, 255, HOVER_OPACITY) : QColor(Qt::transparent));
-    const QRectF ground = QRectF(option.rect).adjusted(INSET + 0.5, 0.5, -INSET - 0.5, -0.5);
-    painter->drawRoundedRect(ground, Theme::RADIUS, Theme::RADIUS);
-    painter->restore();
+    paintRowGround(
+        *painter,
+        option.rect.adjusted(INSET, 0, -INSET, 0),
+        {.hasKeys = option.state.testFlag(QStyle::State_HasFocus),
+         .hovered = option.state.testFlag(QStyle::State_MouseOver)}
+    );
 }
 
 } // namespace ui

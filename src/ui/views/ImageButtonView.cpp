@@ -15,7 +15,6 @@ namespace {
 constexpr double FADED = 0.3;
 constexpr int FADE_MS = 200;
 constexpr int SIDE = 24;
-constexpr int PADDING = 4;
 
 } // namespace
 

@@ -15,6 +15,9 @@ class ImageButtonView : public QAbstractButton
     Q_PROPERTY(QString imageName READ imageName WRITE setImageName)
 
 public:
+    /// Between the picture and the edge of the button: forms put the picture on the grid.
+    static constexpr int PADDING = 4;
+
     explicit ImageButtonView(QWidget* parent = nullptr);
 
     /// From here on the pointer's entering is watched.

@@ -1,4 +1,4 @@
-// A check box that looks like a switch.
+// A check box that looks like a switch, in a row of its own as those of a list. Main thread only.
 #pragma once
 
 #include <QCheckBox>
@@ -18,6 +18,10 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool hitButton(const QPoint& position) const override;
+
+private:
+    void paintSwitch(QPainter& painter) const;
+    void paintText(QPainter& painter) const;
 };
 
 } // namespace ui

@@ -34,6 +34,7 @@ TableView::TableView(QWidget* parent)
     viewport()->setAttribute(Qt::WA_Hover);
     viewport()->setAutoFillBackground(false);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { showCells(); });
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { layBarOverRows(); });
     connect(this, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
         if (!secondPress) {
             select(index.row());
@@ -201,6 +202,14 @@ void TableView::remove(int row) const
     if (row >= 0) {
         platform::call(onDelete, row);
     }
+}
+
+/// Where there is a scroll bar, it takes nothing from the width of the rows.
+void TableView::layBarOverRows()
+{
+    const QScrollBar& bar = *verticalScrollBar();
+    const int taken = bar.maximum() > bar.minimum() ? bar.sizeHint().width() : 0;
+    setViewportMargins(0, 0, -taken, 0);
 }
 
 void TableView::updateGeometries()

@@ -1,6 +1,7 @@
-// A list of applications. Only the rows on the screen have a cell, and cells are used again for
-// other rows, so that ten thousand rows cost little more than ten; assistive tools know all rows by
-// their titles, and selecting one there chooses it.
+// A list of applications, its scroll bar over the edge of its rows. Only the rows on the screen have
+// a cell, and cells are used again for other rows, so that ten thousand rows cost little more than
+// ten; assistive tools know all rows by their titles, and selecting one there chooses it. Main thread
+// only.
 #pragma once
 
 #include "ui/views/MyCell.h"
@@ -24,10 +25,7 @@ class TableView : public QListView
 
 public:
     explicit TableView(QWidget* parent = nullptr);
-    TableView(const TableView&) = delete;
-    TableView& operator=(const TableView&) = delete;
-    TableView(TableView&&) = delete;
-    TableView& operator=(TableView&&) = delete;
+    Q_DISABLE_COPY_MOVE(TableView)
     ~TableView() override;
 
     /// Asked by `reloadData`.
@@ -81,6 +79,7 @@ private:
     /// Has Tab go from the table through the buttons of its rows.
     void chainCells();
     void refillCells();
+    void layBarOverRows();
     void hoverAgain();
     void select(int row) const;
     void remove(int row) const;

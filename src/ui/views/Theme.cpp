@@ -1,10 +1,11 @@
 #include "ui/views/Theme.h"
 
+#include "ui/views/ThemeStyle.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QFont>
 #include <QPalette>
-#include <QStyleFactory>
 
 #include <array>
 #include <utility>
@@ -14,7 +15,8 @@ namespace ui {
 const QColor Theme::GROUND_LOW(42, 43, 47);
 const QColor Theme::GROUND_HIGH(94, 97, 106);
 const QColor Theme::LINE(99, 102, 108);
-const QColor Theme::BORDER(142, 146, 155);
+const QColor Theme::BORDER(150, 154, 163);
+const QColor Theme::BORDER_ON_LIGHT(190, 193, 200);
 const QColor Theme::TEXT(246, 247, 249);
 const QColor Theme::QUIET(221, 224, 230);
 const QColor Theme::ACCENT(52, 104, 198);
@@ -59,6 +61,7 @@ QString styleSheet(const QFont& font)
         std::pair{QStringLiteral("@accentHover"), css(Theme::ACCENT.lighter(ACCENT_HOVER))},
         std::pair{QStringLiteral("@accentPressed"), css(Theme::ACCENT.darker(112))},
         std::pair{QStringLiteral("@accent"), css(Theme::ACCENT)},
+        std::pair{QStringLiteral("@borderOnLight"), css(Theme::BORDER_ON_LIGHT)},
         std::pair{QStringLiteral("@border"), css(Theme::BORDER)},
         std::pair{QStringLiteral("@buttonHover"), css(QColor(255, 255, 255, BUTTON_HOVER_OPACITY))},
         std::pair{QStringLiteral("@buttonPressed"), css(QColor(0, 0, 0, FIELD_OPACITY))},
@@ -118,7 +121,7 @@ QPalette palette()
 
 void Theme::install(QApplication& application)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ThemeStyle); // the application's from here on
     QApplication::setPalette(palette());
     application.setStyleSheet(styleSheet(QApplication::font()));
 }

@@ -18,12 +18,13 @@ public:
     static const QColor GROUND_LOW;  // 42, 43, 47
     static const QColor GROUND_HIGH; // 94, 97, 106
 
-    static const QColor LINE;   // 99, 102, 108: separators, strips
-    static const QColor BORDER; // 142, 146, 155: outline of buttons and fields
-    static const QColor TEXT;   // on any ground
-    static const QColor QUIET;  // secondary text
-    static const QColor ACCENT; // what is chosen or the default
-    static const QColor FOCUS;  // outline of what has the keyboard
+    static const QColor LINE;            // 99, 102, 108: separators, strips
+    static const QColor BORDER;          // 150, 154, 163: outline of buttons and fields
+    static const QColor BORDER_ON_LIGHT; // 190, 193, 200: the same on GROUND_HIGH and on strips
+    static const QColor TEXT;            // on any ground
+    static const QColor QUIET;           // secondary text
+    static const QColor ACCENT;          // what is chosen or the default
+    static const QColor FOCUS;           // outline of what has the keyboard; TEXT on ACCENT
     static const QColor DISABLED;
 
     static constexpr int GRID = 8;

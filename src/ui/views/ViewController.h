@@ -13,10 +13,7 @@ class ViewController
 {
 public:
     ViewController() = default;
-    ViewController(const ViewController&) = delete;
-    ViewController& operator=(const ViewController&) = delete;
-    ViewController(ViewController&&) = delete;
-    ViewController& operator=(ViewController&&) = delete;
+    Q_DISABLE_COPY_MOVE(ViewController)
     virtual ~ViewController();
 
     /// The view; loaded, and `viewDidLoad` called, on first use.

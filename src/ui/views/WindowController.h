@@ -11,10 +11,7 @@ class WindowController
 {
 public:
     WindowController() = default;
-    WindowController(const WindowController&) = delete;
-    WindowController& operator=(const WindowController&) = delete;
-    WindowController(WindowController&&) = delete;
-    WindowController& operator=(WindowController&&) = delete;
+    Q_DISABLE_COPY_MOVE(WindowController)
     virtual ~WindowController();
 
     /// The window; loaded, and `windowDidLoad` called, on first use.

@@ -38,7 +38,8 @@ bool saysWhatItIs(const QXmlStreamReader& xml)
 bool isDecoration(const QString& type)
 {
     return type == QLatin1String("QFrame") || type == QLatin1String("ui::ImageView") ||
-           type == QLatin1String("QWidget");
+           type == QLatin1String("QWidget") ||
+           type == QLatin1String("ui::FilterFieldBackgroundView");
 }
 
 /// The widgets of the form, each with the properties of its own.

@@ -29,7 +29,7 @@ void FilterFieldBackgroundView::paintEvent(QPaintEvent* /*event*/)
     painter.setBrush(Theme::GROUND_LOW);
     painter.drawRoundedRect(area, Theme::RADIUS, Theme::RADIUS);
     const bool hasKeys = field != nullptr && field->hasFocus();
-    painter.setPen(hasKeys ? Theme::FOCUS : Theme::BORDER);
+    painter.setPen(hasKeys ? Theme::FOCUS : Theme::BORDER_ON_LIGHT);
     painter.setBrush(QColor::fromRgbF(1.0F, 1.0F, 1.0F, OPACITY));
     painter.drawRoundedRect(area, Theme::RADIUS, Theme::RADIUS);
 }

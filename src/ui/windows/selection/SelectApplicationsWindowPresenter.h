@@ -24,10 +24,7 @@ class SelectApplicationsWindowPresenter
 {
 public:
     SelectApplicationsWindowPresenter();
-    SelectApplicationsWindowPresenter(const SelectApplicationsWindowPresenter&) = delete;
-    SelectApplicationsWindowPresenter& operator=(const SelectApplicationsWindowPresenter&) = delete;
-    SelectApplicationsWindowPresenter(SelectApplicationsWindowPresenter&&) = delete;
-    SelectApplicationsWindowPresenter& operator=(SelectApplicationsWindowPresenter&&) = delete;
+    Q_DISABLE_COPY_MOVE(SelectApplicationsWindowPresenter)
     ~SelectApplicationsWindowPresenter();
 
     /// Opens the window and follows what starts and ends.

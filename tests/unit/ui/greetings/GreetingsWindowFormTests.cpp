@@ -23,6 +23,17 @@ TEST_F(GreetingsWindowForm, TheOutletIsTheLineOfItsColour)
     EXPECT_NE(picture.pixelColor(middle + QPoint(0, 2)), QColor(99, 102, 108));
 }
 
+TEST_F(GreetingsWindowForm, TheLinksEndWhereTheLineDoes)
+{
+    constexpr int INSIDE = 8; // from the edge of a link to its text
+    present();
+    const QFrame& line = *controller().lineViewOutlet;
+    const QRect help = button("helpButton").geometry();
+    const QRect quit = button("quitButton").geometry();
+    EXPECT_EQ(help.left() + INSIDE, line.geometry().left());
+    EXPECT_EQ(quit.right() - INSIDE, line.geometry().right());
+}
+
 TEST_F(GreetingsWindowForm, StaysAboveOrdinaryWindows)
 {
     present();

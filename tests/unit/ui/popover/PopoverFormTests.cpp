@@ -7,6 +7,31 @@ using PopoverForm = PopoverTest;
 
 } // namespace
 
+TEST_F(PopoverForm, ItsColumnsStandAsFarFromTheOneEdgeAsFromTheOther)
+{
+    constexpr int DISTANCE = 16;
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    const QWidget& view = controller().view();
+    const auto placeIn = [&view](const QWidget& widget) {
+        return QRect(widget.mapTo(&view, QPoint(0, 0)), widget.size());
+    };
+    const std::vector<const QWidget*> column{
+        controller().menuButtonOutlet.get(),
+        &removeButton(0),
+        &removeButton(1),
+        controller().activateApplicationLightOutlet.get(),
+        controller().startAtLoginLightOutlet.get()};
+    for (const QWidget* each : column) {
+        const int picture = placeIn(*each).right() + 1 - ui::ImageButtonView::PADDING;
+        EXPECT_EQ(view.width() - picture, DISTANCE) << each->objectName().toStdString();
+    }
+    const QWidget& icon = *ui::viewWithTag(*table().cellAt(0), ui::MyCell::ICON_TAG);
+    EXPECT_EQ(placeIn(icon).left(), DISTANCE);
+    EXPECT_EQ(placeIn(*view.findChild<QLabel*>("headerLabel")).left(), DISTANCE);
+}
+
 TEST_F(PopoverForm, WhatShakesHoldsTheFieldAndItsButton)
 {
     startWith(PASSWORD);

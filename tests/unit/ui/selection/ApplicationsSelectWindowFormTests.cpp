@@ -3,6 +3,7 @@
 #include "ui/views/Theme.h"
 
 #include <QCheckBox>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -25,6 +26,29 @@ protected:
 using support::contrast;
 
 } // namespace
+
+TEST_F(SelectionForm, TheMarksAtItsEndAreOneColumnWithOrWithoutAScrollBar)
+{
+    const auto endOf = [this](const QWidget& widget) {
+        return widget.mapTo(&controller.window(), QPoint(widget.width(), 0)).x();
+    };
+    const auto endOfPlus = [&] { return endOf(*ui::viewWithTag(cell(0), ui::MyCell::BUTTON_TAG)); };
+    show({"Alpha", "Beta"});
+    ASSERT_FALSE(table().verticalScrollBar()->isVisible());
+    const int column = endOfPlus();
+    EXPECT_EQ(endOf(control<QWidget>("showRunningApplicationsHelpButton")), column);
+    EXPECT_EQ(endOf(control<QWidget>("administrativeHelpButton")), column);
+    EXPECT_EQ(
+        endOf(control<QWidget>("filterFieldBackgroundViewOutlet")),
+        column - ui::ImageButtonView::PADDING
+    );
+
+    show(Names(100, "Alpha"));
+    ASSERT_TRUE(table().verticalScrollBar()->isVisible());
+    EXPECT_EQ(endOfPlus(), column);
+    const QWidget& bar = *table().verticalScrollBar();
+    EXPECT_GE(bar.mapTo(&controller.window(), QPoint(0, 0)).x(), column);
+}
 
 TEST_F(SelectionForm, TheFooterIsAStripOfItsOwnColour)
 {

@@ -49,8 +49,8 @@ TEST_F(SwitchViewTest, LooksDifferentWhenItIsOnWhereItHasTheKeysAndWhereItIsDisa
 
 TEST_F(SwitchViewTest, TheKnobMovesSoThatItIsNotToldByColourAlone)
 {
-    const QPoint left(12, view.height() / 2);
-    const QPoint right(26, view.height() / 2);
+    const QPoint left(18, view.height() / 2);
+    const QPoint right(32, view.height() / 2);
     const QImage off = picture();
     view.setChecked(true);
     const QImage on = picture();
@@ -61,8 +61,8 @@ TEST_F(SwitchViewTest, TheKnobMovesSoThatItIsNotToldByColourAlone)
 TEST_F(SwitchViewTest, IsMirroredWhereTextRunsFromRightToLeft)
 {
     view.setLayoutDirection(Qt::RightToLeft);
-    const QPoint left(view.width() - 27, view.height() / 2);
-    const QPoint right(view.width() - 13, view.height() / 2);
+    const QPoint left(view.width() - 32, view.height() / 2);
+    const QPoint right(view.width() - 18, view.height() / 2);
     const QImage off = picture();
     view.setChecked(true);
     const QImage on = picture();

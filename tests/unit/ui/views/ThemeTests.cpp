@@ -37,7 +37,33 @@ TEST(Theme, TextsStandOutFromEveryGround)
         EXPECT_GE(contrast(Theme::QUIET, ground), 4.5);
         EXPECT_GE(contrast(Theme::FOCUS, ground), 3.0); // an outline
     }
-    EXPECT_GE(contrast(Theme::TEXT, Theme::ACCENT), 4.5);
+    EXPECT_GE(contrast(Theme::TEXT, Theme::ACCENT), 4.5); // and the outline there
+}
+
+TEST(Theme, OutlinesStandOutFromTheirGround)
+{
+    EXPECT_GE(contrast(Theme::BORDER, Theme::GROUND_LOW), 3.0);
+    EXPECT_GE(contrast(Theme::BORDER, QColor(68, 70, 77)), 3.0); // amid the gradient
+    EXPECT_GE(contrast(Theme::BORDER_ON_LIGHT, Theme::GROUND_HIGH), 3.0);
+    EXPECT_GE(contrast(Theme::BORDER_ON_LIGHT, Theme::LINE), 3.0); // a strip
+}
+
+TEST(Theme, TheDefaultButtonShowsThatItHasTheKeys)
+{
+    ui::PanelWindow ground;
+    ground.resize(200, 100);
+    QPushButton button(&ground);
+    QPushButton other(&ground);
+    button.setGeometry(50, 30, 100, 40);
+    button.setDefault(true);
+    other.setFocus();
+    ground.makeKeyAndOrderFront();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&ground));
+    const QPoint edge(50, 50);
+    const double ratio = ground.devicePixelRatioF();
+    EXPECT_EQ(ground.grab().toImage().pixelColor(edge * ratio), Theme::ACCENT);
+    button.setFocus();
+    EXPECT_EQ(ground.grab().toImage().pixelColor(edge * ratio), Theme::TEXT);
 }
 
 TEST(Theme, TheTextOfAButtonStandsOutUnderThePointerToo)
