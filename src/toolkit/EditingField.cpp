@@ -2,6 +2,7 @@
 
 #include "platform/Call.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 
 namespace toolkit {
@@ -38,6 +39,46 @@ void EditingField::clear()
     QLineEdit::clear();
 }
 
+void EditingField::setPlaceholderColor(const QColor& color)
+{
+    placeholderColor = color;
+    keepPlaceholderColor();
+}
+
+/// A style sheet makes it half as opaque as the text.
+void EditingField::keepPlaceholderColor()
+{
+    QPalette colors = palette();
+    if (placeholderColor.isValid() && colors.color(QPalette::PlaceholderText) != placeholderColor) {
+        colors.setColor(QPalette::PlaceholderText, placeholderColor);
+        setPalette(colors);
+    }
+}
+
+bool EditingField::event(QEvent* event)
+{
+    const bool done = QLineEdit::event(event);
+    if (event->type() == QEvent::Polish) {
+        keepPlaceholderColor();
+    }
+    return done;
+}
+
+void EditingField::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange) {
+        keepPlaceholderColor();
+    }
+}
+
+void EditingField::sayWrong(const QString& reason)
+{
+    setAccessibleDescription(reason);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
 QVariant EditingField::inputMethodQuery(Qt::InputMethodQuery property) const
 {
     return inputMethodQuery(property, QVariant());
@@ -52,6 +93,10 @@ EditingField::inputMethodQuery(Qt::InputMethodQuery property, const QVariant& ar
     switch (property) {
     case Qt::ImEnabled:
         return false;
+    case Qt::ImCursorPosition:
+    case Qt::ImAnchorPosition:
+    case Qt::ImAbsolutePosition:
+        return 0;
     case Qt::ImSurroundingText:
     case Qt::ImCurrentSelection:
     case Qt::ImTextBeforeCursor:

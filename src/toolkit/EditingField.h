@@ -1,6 +1,6 @@
-// A line of text that says how its editing ended. Masked, it takes no input method, answers none
-// about the text, and puts dead keys and Compose sequences together by itself, so that the same
-// keys always make the same password. A Return that is held counts once. Main thread only.
+// A line of text that says how its editing ended. Masked, it takes no input method, tells none what
+// the text is or how long, and puts dead keys and Compose sequences together by itself, so that the
+// same keys always make the same password. A Return that is held counts once. Main thread only.
 #pragma once
 
 #include "toolkit/KeyComposer.h"
@@ -25,6 +25,12 @@ public:
     /// A dead key that waits for its letter goes, too.
     void clear();
 
+    /// The colour of the placeholder, whatever a style sheet makes of it.
+    void setPlaceholderColor(const QColor& color);
+
+    /// Tells assistive tools, which see no field that shakes, why what was typed is refused.
+    void sayWrong(const QString& reason);
+
     QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
 
     /// The same; the toolkit finds this one by its name.
@@ -32,6 +38,8 @@ public:
     inputMethodQuery(Qt::InputMethodQuery property, const QVariant& argument) const;
 
 protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -41,7 +49,9 @@ protected:
 
 private:
     bool compose(const QKeyEvent& event);
+    void keepPlaceholderColor();
 
+    QColor placeholderColor;
     KeyComposer composer;
 };
 

@@ -67,6 +67,11 @@ void PasswordWindowView::showKeyboardStatus()
 void PasswordWindowView::showError(const std::string& message)
 {
     outlets->errorMessageLabelOutlet->setText(QString::fromStdString(message));
+    outlets->passwordFieldOutlet->sayWrong(
+        platform::current().keyboardStatus.capsLockOn()
+            ? QStringLiteral("Wrong password. %1").arg(outlets->capsLockLabel->text())
+            : QStringLiteral("Wrong password")
+    );
     bounce->start(style->bounceDepth());
 }
 

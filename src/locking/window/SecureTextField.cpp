@@ -17,6 +17,8 @@ namespace {
 constexpr double GROUND_OPACITY = 0.2;
 constexpr double SELECTION_OPACITY = 0.35;
 
+const QColor PLACEHOLDER(236, 238, 242); // any darker, and it is hard to read on this ground
+
 QColor whiteOf(double opacity)
 {
     return QColor::fromRgbF(1.0F, 1.0F, 1.0F, static_cast<float>(opacity));
@@ -32,6 +34,7 @@ SecureTextField::SecureTextField(QWidget* parent) : EditingField(parent)
     setAcceptDrops(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
     useOwnColors();
+    setPlaceholderColor(PLACEHOLDER);
 
     connect(this, &QLineEdit::textChanged, this, [this] { restartBlinking(); });
     connect(this, &QLineEdit::cursorPositionChanged, this, [this] { restartBlinking(); });

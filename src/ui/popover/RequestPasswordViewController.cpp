@@ -6,8 +6,6 @@
 #include "toolkit/TypedSecret.h"
 #include "ui_RequestPasswordView.h"
 
-#include <QAccessible>
-
 namespace ui {
 
 namespace {
@@ -89,10 +87,7 @@ void RequestPasswordViewController::wrongPassword()
     shake->start(SHAKE);
     passwordTextFieldOutlet->setFocus();
     passwordTextFieldOutlet->selectAll(); // what is typed next replaces what was wrong
-    // The shake says nothing to people who do not see it.
-    passwordTextFieldOutlet->setAccessibleDescription(QStringLiteral("Wrong password"));
-    QAccessibleEvent alert(passwordTextFieldOutlet.get(), QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    passwordTextFieldOutlet->sayWrong(QStringLiteral("Wrong password"));
 }
 
 } // namespace ui

@@ -1,7 +1,7 @@
-// A list of applications, its scroll bar over the edge of its rows. Only the rows on the screen have
-// a cell, and cells are used again for other rows, so that ten thousand rows cost little more than
-// ten; assistive tools know all rows by their titles, and selecting one there chooses it. Main thread
-// only.
+// A list of applications, its scroll bar over the edge of its rows. Only the rows on the screen
+// have a cell, and cells are used again for other rows, so that ten thousand rows cost little more
+// than ten; assistive tools know all rows by their titles, and selecting one there chooses it. Main
+// thread only.
 #pragma once
 
 #include "ui/views/MyCell.h"

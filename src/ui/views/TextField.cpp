@@ -12,6 +12,7 @@ using toolkit::TextMovement;
 
 TextField::TextField(QWidget* parent) : EditingField(parent)
 {
+    setPlaceholderColor(Theme::QUIET);
     connect(this, &QLineEdit::textEdited, this, [this] { platform::call(onChange); });
 }
 
@@ -23,33 +24,6 @@ std::string TextField::stringValue() const
 void TextField::setStringValue(const std::string& value)
 {
     setText(QString::fromStdString(value));
-}
-
-bool TextField::event(QEvent* event)
-{
-    const bool done = EditingField::event(event);
-    if (event->type() == QEvent::Polish) {
-        keepPlaceholderLegible();
-    }
-    return done;
-}
-
-void TextField::changeEvent(QEvent* event)
-{
-    EditingField::changeEvent(event);
-    if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange) {
-        keepPlaceholderLegible();
-    }
-}
-
-void TextField::keepPlaceholderLegible()
-{
-    // a style sheet makes it half as opaque as the text
-    QPalette colors = palette();
-    if (colors.color(QPalette::PlaceholderText) != Theme::QUIET) {
-        colors.setColor(QPalette::PlaceholderText, Theme::QUIET);
-        setPalette(colors);
-    }
 }
 
 void TextField::keyPressEvent(QKeyEvent* event)

@@ -1,5 +1,6 @@
 // A line of text that says how its editing ended. Masked (echo mode "Password"), it gives nothing
-// of the text away to the clipboard, to input methods or to assistive tools.
+// of the text away to the clipboard, to input methods or to assistive tools. Main
+// thread only.
 #pragma once
 
 #include "toolkit/EditingField.h"
@@ -26,13 +27,8 @@ public:
     std::function<bool(const QKeyEvent& event)> onKeyDown;
 
 protected:
-    void changeEvent(QEvent* event) override;
-    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-
-private:
-    void keepPlaceholderLegible();
 };
 
 } // namespace ui

@@ -1,5 +1,10 @@
 #include "LockWindowTest.h"
+#include "qt/Contrast.h"
 #include "qt/FormChecks.h"
+
+#include <QAccessible>
+
+#include <algorithm>
 
 namespace {
 
@@ -48,4 +53,37 @@ TEST_F(PasswordWindowForm, TheMessageIsTheAccessibleNameOfItsLabel)
 {
     show("Calculator is locked");
     EXPECT_EQ(outlet("appNameLabelOutlet").accessibleName(), "Calculator is locked");
+}
+
+TEST_F(PasswordWindowForm, AWrongPasswordIsToldToAssistiveToolsButNotThePassword)
+{
+    show();
+    field().setText("abc");
+    controller->displayErrorMessage("");
+    fake.dispatchQueues.runAll();
+    QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(&field());
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "Password");
+    EXPECT_EQ(spoken->text(QAccessible::Description), "Wrong password");
+    EXPECT_FALSE(spoken->text(QAccessible::Value).contains("abc"));
+
+    fake.keyboardStatus.set(true, "de");
+    controller->displayErrorMessage("");
+    fake.dispatchQueues.runAll();
+    EXPECT_EQ(spoken->text(QAccessible::Description), "Wrong password. Caps Lock is on");
+}
+
+TEST_F(PasswordWindowForm, TheEmptyFieldSaysLegiblyWhatBelongsThere)
+{
+    show();
+    EXPECT_EQ(field().placeholderText(), "Password");
+    const QImage drawn = window().grab(place("passwordFieldOutlet")).toImage();
+    const QColor ground = drawn.pixelColor(drawn.width() - 20, drawn.height() / 2);
+    double best = 0.0;
+    for (int x = drawn.height(); x < drawn.width(); ++x) { // right of the caret
+        for (int y = 0; y < drawn.height(); ++y) {
+            best = std::max(best, support::contrast(drawn.pixelColor(x, y), ground));
+        }
+    }
+    EXPECT_GE(best, 4.5);
 }

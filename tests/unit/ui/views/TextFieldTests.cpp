@@ -168,6 +168,10 @@ TEST_F(MaskedTextField, TellsInputMethodsNothingOfTheText)
         const QVariant answer = QInputMethod::queryFocusObject(query, QVariant());
         EXPECT_EQ((asked.value(query).toString() + answer.toString()).toStdString(), "") << query;
     }
+    for (const Qt::InputMethodQuery place :
+         {Qt::ImCursorPosition, Qt::ImAnchorPosition, Qt::ImAbsolutePosition}) {
+        EXPECT_EQ(field.inputMethodQuery(place), QVariant(0)) << place; // nor of its length
+    }
     const auto hints = Qt::InputMethodHints(field.inputMethodQuery(Qt::ImHints).toInt());
     EXPECT_TRUE(hints.testFlag(Qt::ImhHiddenText));
     EXPECT_TRUE(hints.testFlag(Qt::ImhSensitiveData));
