@@ -7,6 +7,20 @@ using PopoverForm = PopoverTest;
 
 } // namespace
 
+TEST_F(PopoverForm, TheEmptyFieldSaysWhatBelongsThereWhileItHasTheKeys)
+{
+    startWith(PASSWORD);
+    open();
+    ASSERT_TRUE(field().hasFocus());
+    const QImage picture = field().grab().toImage();
+    const int left = picture.height(); // right of the caret
+    const auto texts = [left](const QImage& drawn) {
+        return drawn.copy(left, 0, drawn.width() - left, drawn.height());
+    };
+    field().setPlaceholderText({});
+    EXPECT_NE(texts(field().grab().toImage()), texts(picture));
+}
+
 TEST_F(PopoverForm, ItsColumnsStandAsFarFromTheOneEdgeAsFromTheOther)
 {
     constexpr int DISTANCE = 16;
