@@ -1,3 +1,5 @@
+// The program's own side of the desktop: keeps the latest presentation options and records every
+// call. One thread.
 #pragma once
 
 #include "fakes/Calls.h"

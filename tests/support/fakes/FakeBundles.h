@@ -1,3 +1,4 @@
+// Bundles and resources that are set beforehand; any other path cannot be opened. One thread.
 #pragma once
 
 #include "platform/Bundles.h"
@@ -6,7 +7,6 @@
 
 namespace fakes {
 
-/// Bundles that are set beforehand; any other path cannot be opened.
 class FakeBundles final : public platform::Bundles
 {
 public:

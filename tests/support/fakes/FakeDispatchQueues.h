@@ -1,3 +1,4 @@
+// Queues whose blocks run only when told to, on the calling thread.
 #pragma once
 
 #include "platform/DispatchQueues.h"
@@ -7,7 +8,6 @@
 
 namespace fakes {
 
-/// Queues that run only when told to, on the calling thread.
 class FakeDispatchQueues final : public platform::DispatchQueues
 {
 public:

@@ -1,3 +1,5 @@
+// Notices between programs, delivered at once to the observer of their name. Records every post.
+// One thread.
 #pragma once
 
 #include "fakes/Calls.h"

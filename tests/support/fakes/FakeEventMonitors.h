@@ -1,3 +1,5 @@
+// Events are sent by hand, to the local monitors or to the global ones. Records who comes and goes.
+// One thread.
 #pragma once
 
 #include "fakes/Calls.h"
@@ -9,7 +11,6 @@
 
 namespace fakes {
 
-/// Events are sent by hand, to the local monitors or to the global ones.
 class FakeEventMonitors final : public platform::EventMonitors
 {
 public:

@@ -1,3 +1,4 @@
+// Folders that are set beforehand; listing any other path fails. One thread.
 #pragma once
 
 #include "platform/FileManager.h"
@@ -6,7 +7,6 @@
 
 namespace fakes {
 
-/// Folders that are set beforehand; listing any other path fails.
 class FakeFileManager final : public platform::FileManager
 {
 public:

@@ -1,3 +1,4 @@
+// An icon that remembers where it came from.
 #pragma once
 
 #include "platform/Icon.h"
@@ -7,7 +8,6 @@
 
 namespace fakes {
 
-/// An icon that remembers where it came from.
 class FakeIcon final : public platform::Icon
 {
 public:

@@ -1,3 +1,5 @@
+// Caps Lock and the layout as the test sets them; the observer hears of each change at once.
+// One thread.
 #pragma once
 
 #include "platform/KeyboardStatus.h"

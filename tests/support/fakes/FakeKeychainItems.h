@@ -1,3 +1,4 @@
+// A keychain in memory that can be told to fail. Records every call. One thread.
 #pragma once
 
 #include "fakes/Calls.h"
@@ -7,7 +8,6 @@
 
 namespace fakes {
 
-/// A keychain in memory that can be told to fail.
 class FakeKeychainItems final : public platform::KeychainItems
 {
 public:

@@ -1,3 +1,5 @@
+// A lock window on no screen. Its number is its place in the order of creation; it records every
+// call, its end included. One thread.
 #pragma once
 
 #include "fakes/Calls.h"
@@ -5,7 +7,6 @@
 
 namespace fakes {
 
-/// A lock window on no screen. Its number is its place in the order of creation.
 class FakeLockWindow final : public locking::LockWindow
 {
 public:

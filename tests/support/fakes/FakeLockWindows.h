@@ -1,3 +1,4 @@
+// Makes lock windows, and is the user in front of the latest one. Outlives them. One thread.
 #pragma once
 
 #include "fakes/FakeLockWindow.h"
@@ -6,7 +7,6 @@
 
 namespace fakes {
 
-/// Makes lock windows, and is the user in front of the latest one. Outlives them.
 class FakeLockWindows
 {
 public:

@@ -1,3 +1,4 @@
+// Keeps the lines of both streams in their order. One thread.
 #pragma once
 
 #include "platform/Log.h"

@@ -1,3 +1,4 @@
+// Login items in memory; a switch can be told to fail and then changes nothing. One thread.
 #pragma once
 
 #include "fakes/Calls.h"

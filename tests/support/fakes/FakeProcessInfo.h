@@ -1,3 +1,5 @@
+// Arguments that are set beforehand, and an end of the process that is an exception instead, so
+// that the test goes on. One thread.
 #pragma once
 
 #include "fakes/Calls.h"

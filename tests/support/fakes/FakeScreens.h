@@ -1,3 +1,4 @@
+// One screen, until told otherwise; the first of the list is the main screen. One thread.
 #pragma once
 
 #include "platform/Screens.h"
@@ -6,7 +7,6 @@
 
 namespace fakes {
 
-/// One screen, until told otherwise; the first of the list is the main screen.
 class FakeScreens final : public platform::Screens
 {
 public:

@@ -1,3 +1,5 @@
+// A status area in memory. It keeps the latest item at hand, which is drawn and clicked by hand.
+// Records every call; outlives its items. One thread.
 #pragma once
 
 #include "fakes/Calls.h"
@@ -7,7 +9,6 @@
 
 namespace fakes {
 
-/// A status area in memory. It keeps the latest item at hand, which is drawn and clicked by hand.
 class FakeStatusBar final : public platform::StatusBar
 {
 public:

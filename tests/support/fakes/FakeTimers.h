@@ -1,3 +1,4 @@
+// Timers that fire when told to, on the calling thread.
 #pragma once
 
 #include "platform/Timers.h"
@@ -7,7 +8,6 @@
 
 namespace fakes {
 
-/// Timers that fire when told to.
 class FakeTimers final : public platform::Timers
 {
 public:

@@ -1,3 +1,5 @@
+// The defaults database in memory; told to fail it reads as absent and cannot synchronize. Records
+// every write. One thread.
 #pragma once
 
 #include "fakes/Calls.h"

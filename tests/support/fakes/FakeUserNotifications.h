@@ -1,3 +1,4 @@
+// Keeps what was delivered. One thread.
 #pragma once
 
 #include "platform/UserNotifications.h"

@@ -1,3 +1,5 @@
+// Windows on no screen. Each has a number, counted from 1 in order of creation. Records every call.
+// Outlives its windows; one thread.
 #pragma once
 
 #include "fakes/Calls.h"
@@ -7,7 +9,6 @@
 
 namespace fakes {
 
-/// Windows on no screen. Each has a number, counted from 1 in order of creation.
 class FakeWindows final : public platform::Windows
 {
 public:

@@ -1,3 +1,4 @@
+// A desktop whose applications start and end on command. Records every call. One thread.
 #pragma once
 
 #include "fakes/Calls.h"
@@ -9,7 +10,6 @@
 
 namespace fakes {
 
-/// A desktop whose applications start and end on command.
 class FakeWorkspace final : public platform::Workspace
 {
 public:
