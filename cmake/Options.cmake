@@ -17,7 +17,8 @@ endif()
 
 if(HARDENING)
     target_compile_options(tarvel_options INTERFACE
-        -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS
+        -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS
+        $<$<CXX_COMPILER_ID:GNU>:-ftrivial-auto-var-init=zero>
         -fstack-protector-strong -fstack-clash-protection -fcf-protection)
     # -fPIC at the link is for link-time optimisation: Qt's own data must not be copied into the
     # program, as code for a mere -fPIE would do; the two copies differ, and signals crash.
