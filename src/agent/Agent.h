@@ -1,5 +1,5 @@
 // The composition of the agent: makes the adapters, installs them as the platform, and hands over
-// to the delegate. Nothing else in the program names an adapter. Main thread; one in a process. A
+// to the delegate. Only main.cpp names adapters beside it. Main thread; one in a process. A
 // keyring that stays closed ends the process: going on without the password would be going on
 // unprotected.
 #pragma once

@@ -1,5 +1,5 @@
-// Everything that the logic needs from an operating system, in one place. `main` installs it before
-// anything else runs; tests install a fake.
+// Everything that the logic needs from an operating system, in one place. The composition installs it
+// as soon as the keychain is open, before any of the logic runs; tests install a fake. Main thread.
 #pragma once
 
 namespace platform {

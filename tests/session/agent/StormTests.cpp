@@ -82,6 +82,7 @@ TEST_F(Storm, AnApplicationThatEndsAtOnceLeavesNoLockBehind)
         session->desk.start({brief}).waitForEnd(PATIENCE);
     }
 
+    ASSERT_TRUE(session->waitForLine("Terminated: Brief")) << "none of its starts was noticed";
     EXPECT_TRUE(session->waitForEndOfCover());
     const Recorder xterm(session->desk);
     EXPECT_TRUE(session->waitForCover());

@@ -16,7 +16,7 @@ CLEAN = {
     "platform/Text.h": "#include <string>\n",
     "platform/Text.cpp": '#include "platform/Text.h"\n#include <unicode/coll.h>\n',
     "storage/Keys.h": '#pragma once\n#include "platform/Text.h"\n',
-    "locking/Lock.cpp": '#include "storage/Keys.h"\n#include <vector>\n',
+    "locking/Lock.cpp": '#include "storage/Keys.h"\n#include "app/Constants.h"\n#include <vector>\n',
     "locking/window/Window.cpp": '#include "locking/Lock.h"\n#include "ui_Window.h"\n#include <QWidget>\n',
     "ui/Popover.cpp": '#include "app/Hub.h"\n#include <QtWidgets/QWidget>\n',
     "linux/x11/Guard.cpp": '#include "linux/workspace/Seam.h"\n#include <xcb/xcb.h>\n',
@@ -78,6 +78,11 @@ class Includes(unittest.TestCase):
     def test_ports_know_nothing_above_them(self):
         self.assert_refused("platform/Text.h", '#include "app/Constants.h"')
 
+    def test_the_rooms_of_the_core_know_those_below_them_alone(self):
+        self.assert_refused("storage/Keys.h", '#include "locking/Lock.h"')
+        self.assert_refused("applications/Record.h", '#include "storage/Keys.h"')
+        self.assert_refused("locking/Lock.cpp", '#include "app/Delegate.h"')
+
     def test_what_adapters_and_windows_share_knows_neither(self):
         self.assert_refused("toolkit/Icon.h", '#include "linux/x11/Guard.h"')
         self.assert_refused("toolkit/Icon.h", '#include "locking/Lock.h"')
@@ -108,6 +113,27 @@ class Includes(unittest.TestCase):
 
     def test_a_tree_without_sources_is_refused(self):
         self.assertEqual(self.check({"README": ""}).returncode, 1)
+
+
+class Helper(unittest.TestCase):
+    def check(self, line):
+        with tempfile.TemporaryDirectory() as folder:
+            for path, text in (("src/platform/Text.h", ""), ("helper/Watch.cpp", line + "\n")):
+                file = pathlib.Path(folder, path)
+                file.parent.mkdir(parents=True)
+                file.write_text(text, encoding="utf-8")
+            return run("includes", f"{folder}/src", f"{folder}/helper")
+
+    def test_it_knows_the_session_and_its_own_files(self):
+        for name in ("helper/Signals.h", "linux/session/SessionInstance.h", "platform/Call.h"):
+            self.assertEqual(self.check(f'#include "{name}"').returncode, 0, name)
+        self.assertEqual(self.check("#include <sys/socket.h>").returncode, 0)
+
+    def test_it_knows_nothing_else_of_the_agent_and_no_toolkit(self):
+        for name in ('"linux/x11/Guard.h"', '"platform/Platform.h"', '"app/Constants.h"', "<QString>"):
+            done = self.check(f"#include {name}")
+            self.assertEqual(done.returncode, 1, f"{name} was let through")
+            self.assertIn("helper/Watch.cpp:1", done.stderr)
 
 
 class Symbols(unittest.TestCase):

@@ -21,7 +21,8 @@ public:
     void setupPasswordButtonClick();
     void helpButtonClick();
 
-    /// Ends the process at once with status 0; nobody is told.
+    /// Ends the process with status 0, without a notice to the helper, which this start has none
+    /// of.
     void quitButtonClick();
 
     Outlet<QFrame> lineViewOutlet;
