@@ -12,6 +12,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 CMAKE, BUILD = sys.argv[1:3]
 IDENTIFIER = "com.quorvent.Tarvel"
@@ -66,6 +67,14 @@ class Installation(unittest.TestCase):
             self.assertEqual(struct.unpack(">II", picture[16:24]), (side, side))
         self.assertTrue((theme / "scalable" / "apps" / f"{IDENTIFIER}.svg").is_file())
         self.assertTrue((theme / "symbolic" / "apps" / f"{IDENTIFIER}-symbolic.svg").is_file())
+
+    def test_a_software_centre_finds_the_entry(self):
+        text = self.share / "metainfo" / f"{IDENTIFIER}.metainfo.xml"
+        component = xml.etree.ElementTree.parse(text).getroot()
+        self.assertEqual(component.findtext("id"), IDENTIFIER)
+        entry = component.findtext("launchable")
+        self.assertTrue((self.share / "applications" / entry).is_file(), entry)
+        self.assertEqual(component.findtext("name"), self.entry(IDENTIFIER)["Name"])
 
 
 if __name__ == "__main__":
