@@ -38,3 +38,13 @@ function(tarvel_test name)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS ${arg_LABEL} TIMEOUT 120 ${arg_PROPERTIES})
 endfunction()
+
+# Runs a test program of the toolkit as a whole on scaled screens as well.
+#   tarvel_test_at_every_scale(<name> <platform plug-in and its options>)
+function(tarvel_test_at_every_scale name platform)
+    foreach(scale 1.5 2)
+        add_test(NAME ${name}_at_scale_${scale} COMMAND ${name})
+        set_tests_properties(${name}_at_scale_${scale} PROPERTIES LABELS unit TIMEOUT 120
+            ENVIRONMENT "QT_QPA_PLATFORM=${platform};QT_SCALE_FACTOR=${scale}")
+    endforeach()
+endfunction()
