@@ -9,7 +9,6 @@
 #include "linux/session/SessionInstance.h"
 
 #include <array>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -23,12 +22,12 @@
 namespace {
 
 // One line in one write: agents may start at the same time.
-void writeDown(const std::string& argument, const std::string& moment)
+void writeDown(const std::string& argument)
 {
     const std::string fromMaster = process::environmentValue("StartFromMaster");
     std::ostringstream line;
     line << ::getpid() << ' ' << (argument.empty() ? "none" : argument) << ' '
-         << (fromMaster.empty() ? "unset" : fromMaster) << ' ' << moment << '\n';
+         << (fromMaster.empty() ? "unset" : fromMaster) << '\n';
     std::ofstream(process::environmentValue("XDG_RUNTIME_DIR") + "/agents.log", std::ios::app)
         << line.str() << std::flush;
 }
@@ -69,16 +68,12 @@ int blockSignals()
 
 int main(int count, char** arguments)
 {
-    const auto moment = std::chrono::steady_clock::now().time_since_epoch();
     const int signals = blockSignals();
     session::SessionInstance instance(session::AGENT);
     if (instance.acquire() == session::Acquired::AlreadyRunning) {
         return 0;
     }
-    writeDown(
-        count > 1 ? arguments[1] : "",
-        std::to_string(std::chrono::duration_cast<std::chrono::microseconds>(moment).count())
-    );
+    writeDown(count > 1 ? arguments[1] : "");
     if (desktop::readFile(process::environmentValue("XDG_RUNTIME_DIR") + "/manner") == "dies") {
         ::kill(::getpid(), SIGKILL);
     }

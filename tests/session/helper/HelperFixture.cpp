@@ -56,9 +56,7 @@ std::vector<AgentStart> HelperFixture::starts() const
     while (std::getline(log, line)) {
         std::istringstream words(line);
         AgentStart start;
-        std::int64_t moment = 0;
-        words >> start.process >> start.argument >> start.startFromMaster >> moment;
-        start.moment = std::chrono::microseconds(moment);
+        words >> start.process >> start.argument >> start.startFromMaster;
         list.push_back(start);
     }
     return list;

@@ -23,7 +23,6 @@ struct AgentStart
     pid_t process = 0;
     std::string argument;
     std::string startFromMaster;
-    std::chrono::microseconds moment{}; // of the steady clock, in its main()
 };
 
 class HelperFixture : public testing::Test

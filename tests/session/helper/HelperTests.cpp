@@ -2,29 +2,19 @@
 #include "desktop/PrivateXServer.h"
 #include "desktop/Wait.h"
 
-#include <algorithm>
 #include <csignal>
-#include <iostream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
 
-using std::chrono::microseconds;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 class Helper : public HelperFixture
 {
 };
-
-microseconds now()
-{
-    return std::chrono::duration_cast<microseconds>(
-        std::chrono::steady_clock::now().time_since_epoch()
-    );
-}
 
 // Time that a process has used of a processor, in clock ticks.
 long ticksOf(pid_t process)
@@ -72,22 +62,14 @@ TEST_F(Helper, AtLoginLeavesAnAgentAloneThatRunsAlready)
     EXPECT_THAT(waitForStarts(2)[1].argument, StartsWith("-psn_"));
 }
 
-TEST_F(Helper, KilledAgentIsBackWithinMoments)
+TEST_F(Helper, AnAgentThatIsKilledAgainAndAgainIsBackFiveTimes)
 {
     startBus();
     helper = startHelperAtLogin();
-    std::vector<microseconds> times;
     for (std::size_t round = 1; round <= 5; ++round) {
-        const pid_t current = waitForStarts(round).back().process;
-        const microseconds killed = now();
-        ASSERT_EQ(::kill(current, SIGKILL), 0);
-        times.push_back(waitForStarts(round + 1).back().moment - killed);
+        ASSERT_EQ(::kill(waitForStarts(round).back().process, SIGKILL), 0);
+        EXPECT_THAT(waitForStarts(round + 1).back().argument, StartsWith("-psn_"));
     }
-
-    std::sort(times.begin(), times.end());
-    std::cout << "killed agent back in its main(): median " << times[2].count() << " us, longest "
-              << times.back().count() << " us\n";
-    EXPECT_LT(times.back(), std::chrono::seconds(1));
 }
 
 TEST_F(Helper, AnExitWithAStatusOtherThanZeroIsUndone)
