@@ -35,16 +35,25 @@ DBusDistributedNotifications::DBusDistributedNotifications(
       bus(busAddress)
 {
     bus.onConnected = [this](QDBusConnection& connection) {
-        connection.connect(
-            QString(),
-            QString(),
-            session::NOTICE_INTERFACE,
-            session::NOTICE_MEMBER,
-            this,
-            SLOT(posted(QString, QString))
-        );
+        listening = false;
+        listen(connection);
     };
     bus.connectLater();
+}
+
+void DBusDistributedNotifications::listen(QDBusConnection& connection)
+{
+    if (listening || handlers.empty()) {
+        return;
+    }
+    listening = connection.connect(
+        QString(),
+        QString(),
+        session::NOTICE_INTERFACE,
+        session::NOTICE_MEMBER,
+        this,
+        SLOT(posted(QString, QString))
+    );
 }
 
 void DBusDistributedNotifications::post(const std::string& name, const std::string& object)
@@ -64,7 +73,10 @@ void DBusDistributedNotifications::post(const std::string& name, const std::stri
 void DBusDistributedNotifications::observe(const std::string& name, Handler handler)
 {
     handlers[name] = std::move(handler);
-    if (!bus.connection().isConnected() && !bus.isConnecting()) {
+    QDBusConnection connection = bus.connection();
+    if (connection.isConnected()) {
+        listen(connection);
+    } else if (!bus.isConnecting()) {
         log.diagnostic("There is no session bus; the notice " + name + " will not be heard");
     }
 }

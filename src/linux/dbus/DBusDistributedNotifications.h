@@ -1,6 +1,6 @@
 // Notices as signals on the session bus: interface "com.quorvent.DistributedNotification", member
-// "Posted", arguments name and object. Main thread. Without a bus a notice is lost and one line
-// says so.
+// "Posted", arguments name and object. Whoever only posts hears nothing of the others'. Main
+// thread. Without a bus a notice is lost and one line says so.
 #pragma once
 
 #include "linux/dbus/SessionBus.h"
@@ -25,11 +25,13 @@ public:
     void observe(const std::string& name, Handler handler) override;
 
 private:
+    void listen(QDBusConnection& connection);
     Q_SLOT void posted(const QString& name, const QString& object);
 
     platform::Log& log;
     SessionBus bus;
     std::map<std::string, Handler> handlers;
+    bool listening = false; // on the latest connection
 };
 
 } // namespace dbus
