@@ -1,16 +1,17 @@
 #include "linux/qt/JsonObjectFile.h"
 
+#include "linux/files/AtomicFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
+#include <span>
+#include <string>
 #include <utility>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace qt {
 
@@ -18,19 +19,8 @@ namespace {
 
 constexpr qint64 LARGEST_FILE = 16LL * 1024 * 1024;
 constexpr int MOST_DAMAGED_FILES = 1000;
-constexpr mode_t ONLY_FOR_THE_USER = 0700;
-
-/// A rename lasts only once the folder has reached the disk. Some file systems refuse this; the
-/// file itself is safe either way.
-void flushFolder(const QString& folder)
-{
-    const int descriptor =
-        open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor != -1) {
-        fsync(descriptor);
-        close(descriptor);
-    }
-}
+constexpr mode_t FOLDER_FOR_THE_USER = 0700;
+constexpr mode_t FILE_FOR_THE_USER = 0600;
 
 /// The whole file, or why it cannot be had.
 QByteArray readBytes(const QString& path, QString& reason)
@@ -55,7 +45,7 @@ bool makePrivateFolders(const QString& folder)
     }
     const QString parent = QFileInfo(folder).path();
     return parent != folder && makePrivateFolders(parent) &&
-           mkdir(QFile::encodeName(folder).constData(), ONLY_FOR_THE_USER) == 0;
+           mkdir(QFile::encodeName(folder).constData(), FOLDER_FOR_THE_USER) == 0;
 }
 
 } // namespace
@@ -101,13 +91,9 @@ bool JsonObjectFile::moveAside(const QString& reason)
 
 bool JsonObjectFile::write(const QJsonObject& object)
 {
-    if (!makeFolder()) {
+    if (!makeFolder() || !replaceFile(QJsonDocument(object).toJson())) {
         return false;
     }
-    if (!replaceFile(QJsonDocument(object).toJson())) {
-        return false;
-    }
-    flushFolder(QFileInfo(path).path());
     lastReport.clear();
     return true;
 }
@@ -118,20 +104,15 @@ bool JsonObjectFile::makeFolder()
     if (!makePrivateFolders(folder)) {
         return fail("the folder cannot be made");
     }
-    chmod(QFile::encodeName(folder).constData(), ONLY_FOR_THE_USER);
+    chmod(QFile::encodeName(folder).constData(), FOLDER_FOR_THE_USER);
     return true;
 }
 
 bool JsonObjectFile::replaceFile(const QByteArray& bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return fail(file.errorString());
-    }
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    // a write that is left to `commit` is not checked by it
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    return (written && file.commit()) || fail(file.errorString());
+    const std::string name = QFile::encodeName(path).toStdString();
+    return files::replaceFile(name, std::as_bytes(std::span(bytes)), FILE_FOR_THE_USER) ||
+           fail(qt_error_string());
 }
 
 bool JsonObjectFile::fail(const QString& what)

@@ -1,7 +1,6 @@
 // A file that holds one JSON object, for this user alone: 0600 in a folder of 0700. Every write
 // replaces it as a whole or leaves it as it was. What cannot be read is moved aside and never
-// written over. Each new trouble is one diagnostic line. One thread at a
-// time.
+// written over. Each new trouble is one diagnostic line. One thread at a time.
 #pragma once
 
 #include "platform/Log.h"
