@@ -6,6 +6,7 @@
 #pragma once
 
 #include "helper/RestartLimit.h"
+#include "platform/Port.h"
 
 #include <functional>
 #include <optional>
@@ -17,16 +18,9 @@ namespace helper {
 class AgentKeeper
 {
 public:
-    class Hands
+    class Hands : public platform::Port
     {
     public:
-        Hands() = default;
-        Hands(const Hands&) = delete;
-        Hands& operator=(const Hands&) = delete;
-        Hands(Hands&&) = delete;
-        Hands& operator=(Hands&&) = delete;
-        virtual ~Hands() = default;
-
         virtual RestartLimit::TimePoint now() = 0;
 
         /// Watches the agent that runs in this session; false when there is none.

@@ -1,6 +1,8 @@
 // Something that the event loop waits for: a descriptor, a moment, or both. One thread.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <chrono>
 #include <optional>
 
@@ -10,16 +12,9 @@ namespace helper {
 
 using Clock = std::chrono::steady_clock;
 
-class EventSource
+class EventSource : public platform::Port
 {
 public:
-    EventSource() = default;
-    EventSource(const EventSource&) = delete;
-    EventSource& operator=(const EventSource&) = delete;
-    EventSource(EventSource&&) = delete;
-    EventSource& operator=(EventSource&&) = delete;
-    virtual ~EventSource() = default;
-
     /// What to wait for now; descriptor -1 for nothing. Asked before every wait.
     virtual pollfd awaited() const = 0;
 

@@ -62,7 +62,7 @@ void Helper::begin()
 
 void Helper::complain(const std::string& text)
 {
-    const std::string line = "OlvoHelper: " + text + "\n";
+    const std::string line = session::HELPER + (": " + text) + "\n";
     // Nobody is left to be told when this fails.
     [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
 }

@@ -32,7 +32,7 @@ session::Acquired acquire(session::SessionInstance& instance, process::UnixProce
 
 void prepare(QApplication& application)
 {
-    QApplication::setApplicationName(QStringLiteral("Tarvel"));
+    QApplication::setApplicationName(QString::fromLatin1(session::AGENT));
     QApplication::setDesktopFileName(QString::fromLatin1(session::IDENTIFIER));
     ui::Theme::install(application);
     QApplication::setWindowIcon(ui::requiredImage(QStringLiteral("ApplicationIcon")));

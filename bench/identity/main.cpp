@@ -2,10 +2,12 @@
 // to read and to reread the catalogue. Real processes, and a catalogue of 1,000 entries.
 #include "desktop/ChildProcess.h"
 #include "desktop/TemporaryFolder.h"
+#include "desktop/Wait.h"
 #include "linux/proc/ProcFilesystem.h"
 #include "linux/xdg/ApplicationCatalogue.h"
 #include "linux/xdg/XdgApplicationIndex.h"
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -66,8 +68,9 @@ void identify(benchmark::State& state, const std::vector<std::string>& command, 
     const xdg::XdgApplicationIndex index(catalogue);
     const proc::ProcFilesystem processes;
     desktop::ChildProcess child({.arguments = command, .environment = {{"PATH", "/usr/bin:/bin"}}});
-    while (processes.arguments(child.id()).empty()) {
-    }
+    desktop::waitUntil(
+        [&] { return !processes.arguments(child.id()).empty(); }, std::chrono::seconds(5)
+    );
     bool found = false;
     for (auto ignored : state) {
         const auto facts = processes.facts(child.id(), [&](pid_t, const std::string& executable) {

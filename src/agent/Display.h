@@ -9,10 +9,9 @@
 #include "linux/x11/X11Screens.h"
 #include "linux/x11/X11WindowSystem.h"
 #include "linux/x11/X11Windows.h"
+#include "platform/Report.h"
 
-#include <functional>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 namespace agent {
@@ -30,7 +29,7 @@ struct Display
         DisplayConnections connections,
         platform::DispatchQueues& queues,
         platform::Timers& timers,
-        const std::function<void(std::string_view line)>& report
+        const platform::Report& report
     )
         : guard(std::move(connections.forGuard), queues, report),
           desktop(std::move(connections.forQuestions), queues, report),

@@ -33,7 +33,11 @@ using EventMonitorHandle = std::uint64_t;
 class EventMonitors : public Port
 {
 public:
+    /// Hears of modifier keys while this program has the keyboard.
     virtual EventMonitorHandle addLocalMonitor(std::uint64_t mask, EventHandler handler) = 0;
+
+    /// Hears of modifier keys while another program has the keyboard, and of presses in the windows
+    /// of other programs.
     virtual EventMonitorHandle addGlobalMonitor(std::uint64_t mask, EventHandler handler) = 0;
 
     /// From here on the monitor is not called any more. An unknown handle is ignored.

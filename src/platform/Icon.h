@@ -1,19 +1,14 @@
 // An image that the core hands around and never looks into.
 #pragma once
 
+#include "platform/Port.h"
+
 #include <memory>
 
 namespace platform {
 
-class Icon
+class Icon : public Port
 {
-public:
-    Icon() = default;
-    Icon(const Icon&) = delete;
-    Icon& operator=(const Icon&) = delete;
-    Icon(Icon&&) = delete;
-    Icon& operator=(Icon&&) = delete;
-    virtual ~Icon() = default;
 };
 
 /// Empty where there is no icon.

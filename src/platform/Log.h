@@ -1,4 +1,5 @@
-// The two streams that the agent writes. Any thread may call; a line is never torn.
+// The two streams that the agent writes. Any thread may call; a line that fits a pipe
+// is never torn.
 #pragma once
 
 #include "platform/Port.h"

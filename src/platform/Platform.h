@@ -1,5 +1,6 @@
-// Everything that the logic needs from an operating system, in one place. The composition installs it
-// as soon as the keychain is open, before any of the logic runs; tests install a fake. Main thread.
+// Everything that the logic needs from an operating system, in one place. The composition installs
+// it as soon as the keychain is open, before any of the logic runs; tests install a fake. Main
+// thread.
 #pragma once
 
 namespace platform {

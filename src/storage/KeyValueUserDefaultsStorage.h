@@ -1,4 +1,5 @@
-// Keeps values in the user's defaults database, made durable at each write. Main thread only.
+// Keeps values in the user's defaults database, handed to the disk at each write. A disk
+// that takes its time is not waited for. Main thread only.
 #pragma once
 
 #include "platform/UserDefaults.h"

@@ -20,7 +20,7 @@ constexpr std::array LOOKS_AFTER_EXECUTION{
 
 } // namespace
 
-ProcessEvents::ProcessEvents(Report report, ProcessEventsOptions options)
+ProcessEvents::ProcessEvents(platform::Report report, ProcessEventsOptions options)
     : report(std::move(report)),
       options(std::move(options)),
       connector(thread, this->options.connector),

@@ -10,7 +10,7 @@
 #include "linux/proc/ProcessConnector.h"
 #include "linux/proc/ProcessExits.h"
 #include "linux/proc/ProcessScan.h"
-#include "linux/proc/Report.h"
+#include "platform/Report.h"
 
 #include <atomic>
 #include <chrono>
@@ -42,7 +42,7 @@ public:
         Scan,
     };
 
-    explicit ProcessEvents(Report report, ProcessEventsOptions options = {});
+    explicit ProcessEvents(platform::Report report, ProcessEventsOptions options = {});
     ProcessEvents(const ProcessEvents&) = delete;
     ProcessEvents& operator=(const ProcessEvents&) = delete;
     ProcessEvents(ProcessEvents&&) = delete;
@@ -80,7 +80,7 @@ private:
     void lookSoon();
     void lookAgain();
 
-    Report report;
+    platform::Report report;
     ProcessEventsOptions options;
     ProcFilesystem processes;
     PollThread thread;

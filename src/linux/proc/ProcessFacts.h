@@ -1,4 +1,4 @@
-// What the kernel says about one process at one moment.
+// What the kernel says about one process at one moment. A value: whoever has a copy may change it.
 #pragma once
 
 #include <cstdint>

@@ -3,6 +3,7 @@
 
 #include "linux/secretservice/EmbeddedStore.h"
 #include "linux/secretservice/WriteThroughKeychain.h"
+#include "platform/Report.h"
 
 #include <filesystem>
 #include <memory>
@@ -14,7 +15,9 @@ class EmbeddedKeychain final : public WriteThroughKeychain
 {
 public:
     /// `known` is what the folder holds.
-    EmbeddedKeychain(const std::filesystem::path& folder, Items known, const Report& report)
+    EmbeddedKeychain(
+        const std::filesystem::path& folder, Items known, const platform::Report& report
+    )
         : WriteThroughKeychain(
               std::make_unique<EmbeddedStore>(folder, report), std::move(known), report
           )

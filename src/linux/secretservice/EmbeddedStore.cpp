@@ -26,7 +26,7 @@ std::string damaged(const std::string& name)
 
 } // namespace
 
-EmbeddedStore::EmbeddedStore(const std::filesystem::path& path, Report report)
+EmbeddedStore::EmbeddedStore(const std::filesystem::path& path, platform::Report report)
     : folder(path),
       report(std::move(report))
 {

@@ -7,6 +7,7 @@
 #include "linux/secretservice/ItemSealer.h"
 #include "linux/secretservice/ItemStore.h"
 #include "linux/secretservice/PrivateFolder.h"
+#include "platform/Report.h"
 
 #include <atomic>
 #include <filesystem>
@@ -18,7 +19,7 @@ namespace secretservice {
 class EmbeddedStore final : public ItemStore
 {
 public:
-    EmbeddedStore(const std::filesystem::path& path, Report report);
+    EmbeddedStore(const std::filesystem::path& path, platform::Report report);
 
     /// Whether the folder holds items, or cannot be looked into.
     static bool holdsItems(const std::filesystem::path& path);
@@ -38,7 +39,7 @@ private:
     Failure keepIfDamaged(const std::string& account, const std::string& name);
 
     PrivateFolder folder;
-    Report report;
+    platform::Report report;
     std::optional<ItemSealer> sealer; // absent while there is no key and nothing was ever kept
     std::atomic<bool> cancelled = false;
 };

@@ -19,7 +19,6 @@ using Items = std::map<std::string, SecretBytes>;
 using Failure = std::optional<std::string>;
 
 /// Takes one line for standard error. Called on any thread.
-using Report = std::function<void(const std::string& line)>;
 
 /// Whether the keeper may ask the user for a password on the way.
 enum class Prompting

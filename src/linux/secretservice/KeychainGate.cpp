@@ -9,7 +9,7 @@ namespace secretservice {
 KeychainGate::KeychainGate(
     platform::DispatchQueues& queues,
     KeychainPlaces places,
-    Report report,
+    platform::Report report,
     std::chrono::milliseconds patience
 )
     : queues(queues),

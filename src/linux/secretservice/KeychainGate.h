@@ -6,6 +6,7 @@
 #include "linux/secretservice/KeychainOpening.h"
 #include "platform/DispatchQueues.h"
 #include "platform/KeychainItems.h"
+#include "platform/Report.h"
 
 #include <chrono>
 #include <functional>
@@ -25,7 +26,7 @@ public:
     KeychainGate(
         platform::DispatchQueues& queues,
         KeychainPlaces places,
-        Report report,
+        platform::Report report,
         std::chrono::milliseconds patience = std::chrono::seconds(30)
     );
     ~KeychainGate();

@@ -4,6 +4,7 @@
 #include "linux/secretservice/KeyringUnlock.h"
 #include "linux/secretservice/SecretServiceKeychain.h"
 
+#include <string_view>
 #include <utility>
 
 namespace secretservice {
@@ -17,7 +18,7 @@ constexpr auto INTERVAL = std::chrono::milliseconds(100);
 } // namespace
 
 KeychainOpening::KeychainOpening(
-    KeychainPlaces places, Report report, std::chrono::milliseconds patience
+    KeychainPlaces places, platform::Report report, std::chrono::milliseconds patience
 )
     : places(std::move(places)),
       report(std::move(report)),
@@ -92,7 +93,7 @@ KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std
         reason = "cannot be asked for: the session bus does not answer";
         return Attempt::NoAnswer;
     }
-    const Report noticing = [this](const std::string& line) {
+    const platform::Report noticing = [this](std::string_view line) {
         delayed = true;
         report(line);
     };

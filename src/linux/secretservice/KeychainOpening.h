@@ -8,6 +8,7 @@
 #include "linux/secretservice/KeptMarker.h"
 #include "linux/secretservice/SecretServiceSession.h"
 #include "platform/KeychainItems.h"
+#include "platform/Report.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -40,7 +41,9 @@ public:
     };
 
     /// `patience`: how long a service that must be there may take to come.
-    KeychainOpening(KeychainPlaces places, Report report, std::chrono::milliseconds patience);
+    KeychainOpening(
+        KeychainPlaces places, platform::Report report, std::chrono::milliseconds patience
+    );
 
     Result open();
 
@@ -63,7 +66,7 @@ private:
     void noteSilence();
 
     KeychainPlaces places;
-    Report report;
+    platform::Report report;
     std::chrono::milliseconds patience;
     KeptMarker marker;
     SecretServiceSession session;

@@ -67,7 +67,10 @@ collectLocked(SecretServiceSession& session, bool itemsExpected, std::string& re
 } // namespace
 
 Unlocking unlockKeyring(
-    SecretServiceSession& session, bool itemsExpected, const Report& report, std::string& reason
+    SecretServiceSession& session,
+    bool itemsExpected,
+    const platform::Report& report,
+    std::string& reason
 )
 {
     const auto locked = collectLocked(session, itemsExpected, reason);

@@ -4,6 +4,7 @@
 
 #include "linux/secretservice/ItemStore.h"
 #include "linux/secretservice/SecretServiceSession.h"
+#include "platform/Report.h"
 
 #include <string>
 
@@ -19,7 +20,10 @@ enum class Unlocking
 /// `itemsExpected`: when none is found, every collection that is locked is opened to look there
 /// too. `reason` says why it failed.
 Unlocking unlockKeyring(
-    SecretServiceSession& session, bool itemsExpected, const Report& report, std::string& reason
+    SecretServiceSession& session,
+    bool itemsExpected,
+    const platform::Report& report,
+    std::string& reason
 );
 
 } // namespace secretservice

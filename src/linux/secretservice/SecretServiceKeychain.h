@@ -4,6 +4,7 @@
 #include "linux/secretservice/KeptMarker.h"
 #include "linux/secretservice/SecretServiceStore.h"
 #include "linux/secretservice/WriteThroughKeychain.h"
+#include "platform/Report.h"
 
 #include <memory>
 #include <utility>
@@ -14,7 +15,7 @@ class SecretServiceKeychain final : public WriteThroughKeychain
 {
 public:
     /// `known` is what the service holds; the service must be open to this user.
-    SecretServiceKeychain(KeptMarker marker, Items known, const Report& report)
+    SecretServiceKeychain(KeptMarker marker, Items known, const platform::Report& report)
         : WriteThroughKeychain(
               std::make_unique<SecretServiceStore>(std::move(marker)), std::move(known), report
           )

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <span>
+#include <string_view>
 #include <utility>
 
 namespace secretservice {
@@ -134,7 +135,7 @@ Failure SecretServiceStore::prepareWrite(Prompting prompting)
     if (prompting == Prompting::Forbidden) {
         return session.open(reason) == nullptr ? Failure(reason) : Failure();
     }
-    const Report nobody = [](const std::string& /*line*/) {};
+    const platform::Report nobody = [](std::string_view /*line*/) {};
     switch (unlockKeyring(session, false, nobody, reason)) {
     case Unlocking::Open:
         return std::nullopt;

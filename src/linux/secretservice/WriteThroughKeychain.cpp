@@ -20,7 +20,10 @@ constexpr auto LONGEST_BACKOFF = 8s;
 } // namespace
 
 WriteThroughKeychain::WriteThroughKeychain(
-    std::unique_ptr<ItemStore> store, Items known, Report report, std::chrono::milliseconds budget
+    std::unique_ptr<ItemStore> store,
+    Items known,
+    platform::Report report,
+    std::chrono::milliseconds budget
 )
     : store(std::move(store)),
       report(std::move(report)),

@@ -7,6 +7,7 @@
 #include "linux/secretservice/ItemStore.h"
 #include "linux/secretservice/KnownItems.h"
 #include "platform/KeychainItems.h"
+#include "platform/Report.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -32,7 +33,7 @@ public:
     WriteThroughKeychain(
         std::unique_ptr<ItemStore> store,
         Items known,
-        Report report,
+        platform::Report report,
         std::chrono::milliseconds budget = BUDGET
     );
     ~WriteThroughKeychain() override;
@@ -73,7 +74,7 @@ private:
     void noteSuccess(Lock& lock);
 
     std::unique_ptr<ItemStore> store;
-    Report report;
+    platform::Report report;
     std::chrono::milliseconds budget;
     std::mutex mutex;
     std::condition_variable wake;     // for the worker

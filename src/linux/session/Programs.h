@@ -9,5 +9,6 @@ inline constexpr auto HELPER = "OlvoHelper";
 
 /// Of the desktop entry, of folders and of notices.
 inline constexpr auto IDENTIFIER = "com.quorvent.Tarvel";
+inline constexpr auto HELPER_IDENTIFIER = "com.quorvent.OlvoHelper";
 
 } // namespace session

@@ -7,7 +7,7 @@
 
 namespace statusnotifier {
 
-StatusNotifierArea::StatusNotifierArea(std::string busAddress, Report report)
+StatusNotifierArea::StatusNotifierArea(std::string busAddress, platform::Report report)
     : busAddress(std::move(busAddress)),
       report(std::move(report)),
       watch(this->busAddress)

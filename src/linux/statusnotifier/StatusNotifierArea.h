@@ -3,10 +3,10 @@
 
 #include "linux/statusbar/StatusArea.h"
 #include "linux/statusnotifier/StatusNotifierWatch.h"
+#include "platform/Report.h"
 
 #include <QTimer>
 
-#include <functional>
 #include <string>
 
 namespace statusnotifier {
@@ -14,11 +14,9 @@ namespace statusnotifier {
 class StatusNotifierArea final : public statusbar::StatusArea
 {
 public:
-    using Report = std::function<void(const std::string& line)>;
-
     /// `report` is told when a watcher does not take the item in; the area then counts as absent
     /// until a watcher or a host comes.
-    explicit StatusNotifierArea(std::string busAddress, Report report = nullptr);
+    explicit StatusNotifierArea(std::string busAddress, platform::Report report = nullptr);
 
     bool isPresent() override { return watch.hasHost() && !refused; }
 
@@ -29,7 +27,7 @@ private:
     void refuse();
 
     std::string busAddress;
-    Report report;
+    platform::Report report;
     StatusNotifierWatch watch;
     QTimer refusal; // one turn later: it ends the item that was refused
     std::string reason;

@@ -72,7 +72,7 @@ public:
 
 } // namespace
 
-BundleLauncher::BundleLauncher(proc::Report report, std::function<Clock::time_point()> now)
+BundleLauncher::BundleLauncher(platform::Report report, std::function<Clock::time_point()> now)
     : report(std::move(report)),
       now(std::move(now))
 {

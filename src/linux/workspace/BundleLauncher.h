@@ -2,7 +2,7 @@
 #pragma once
 
 #include "linux/proc/ProcessFacts.h"
-#include "linux/proc/Report.h"
+#include "platform/Report.h"
 #include "platform/Workspace.h"
 
 #include <chrono>
@@ -29,7 +29,7 @@ public:
     static constexpr std::size_t STARTS_A_MINUTE = 10;
 
     explicit BundleLauncher(
-        proc::Report report, std::function<Clock::time_point()> now = Clock::now
+        platform::Report report, std::function<Clock::time_point()> now = Clock::now
     );
 
     /// The started program, before anybody waits for it: one that ends at once may be gone by the
@@ -47,7 +47,7 @@ private:
     void tellStarted(pid_t child, const std::string& executable) const;
     bool mayStart(const std::string& bundlePath);
 
-    proc::Report report;
+    platform::Report report;
     std::function<Clock::time_point()> now;
     std::map<std::string, std::vector<Clock::time_point>> starts;
 };

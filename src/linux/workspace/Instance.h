@@ -1,4 +1,5 @@
-// One start of an application, from the exec of its leading process to the end of its last.
+// One start of an application, from the exec of its leading process to the end of its last. Main
+// thread only.
 #pragma once
 
 #include "linux/workspace/ApplicationIndex.h"

@@ -7,7 +7,7 @@
 
 namespace workspace {
 
-KernelProcessSource::KernelProcessSource(proc::Report report) : events(std::move(report)) {}
+KernelProcessSource::KernelProcessSource(platform::Report report) : events(std::move(report)) {}
 
 void KernelProcessSource::start()
 {

@@ -4,13 +4,14 @@
 #include "linux/proc/ProcFilesystem.h"
 #include "linux/proc/ProcessEvents.h"
 #include "linux/workspace/ProcessSource.h"
+#include "platform/Report.h"
 
 namespace workspace {
 
 class KernelProcessSource final : public ProcessSource
 {
 public:
-    explicit KernelProcessSource(proc::Report report);
+    explicit KernelProcessSource(platform::Report report);
 
     void start() override;
     void watchExit(pid_t pid, std::uint64_t startTime) override;

@@ -14,6 +14,7 @@
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/workspace/ProcessSource.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Report.h"
 #include "platform/Timers.h"
 #include "platform/Workspace.h"
 
@@ -37,7 +38,7 @@ public:
         platform::Timers& timers;
         LoadIcon loadIcon;
         std::function<bool(const std::string& url)> openUrl;
-        proc::Report report;
+        platform::Report report;
         GraphicalSession session{}; // only processes that may belong to it count
     };
 

@@ -1,13 +1,13 @@
 #include "linux/workspace/OwnPrograms.h"
 
+#include "linux/session/Programs.h"
 #include "linux/workspace/BundleLauncher.h"
 
 namespace workspace {
 
 namespace {
 
-constexpr auto HELPER_IDENTIFIER = "com.quorvent.OlvoHelper";
-constexpr auto HELPER_PLACE = "/Contents/Library/LoginItems/OlvoHelper.app";
+constexpr auto LOGIN_ITEMS = "/Contents/Library/LoginItems/";
 
 KnownApplicationPtr agentOf(const platform::Bundle& bundle)
 {
@@ -23,10 +23,10 @@ KnownApplicationPtr agentOf(const platform::Bundle& bundle)
 
 KnownApplicationPtr helperOf(const platform::Bundle& bundle)
 {
-    const std::string path = bundle.path + HELPER_PLACE;
+    const std::string path = bundle.path + LOGIN_ITEMS + session::HELPER + ".app";
     return std::make_shared<KnownApplication>(KnownApplication{
-        .identifier = HELPER_IDENTIFIER,
-        .name = "OlvoHelper",
+        .identifier = session::HELPER_IDENTIFIER,
+        .name = session::HELPER,
         .iconName = bundle.identifier.value_or(""),
         .bundlePath = path,
         .executable = BundleLauncher::executableOf(path),

@@ -1,4 +1,5 @@
-// A process that was seen to execute an application, and how it came to that.
+// A process that was seen to execute an application, and how it came to that. A value: whoever
+// has a copy may change it.
 #pragma once
 
 #include "linux/workspace/ApplicationIndex.h"

@@ -29,7 +29,7 @@ bool isDue(Due due, GuardLoop::Clock::time_point now)
 
 } // namespace
 
-GuardLoop::GuardLoop(const Connection& connection, InputCapture::Report report)
+GuardLoop::GuardLoop(const Connection& connection, platform::Report report)
     : connection(connection),
       backdrop(connection),
       stack(connection),

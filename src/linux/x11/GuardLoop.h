@@ -9,9 +9,9 @@
 #include "linux/x11/KeyWindows.h"
 #include "linux/x11/RaiseLimiter.h"
 #include "linux/x11/WindowStack.h"
+#include "platform/Report.h"
 
 #include <chrono>
-#include <functional>
 #include <optional>
 
 namespace x11 {
@@ -21,7 +21,7 @@ class GuardLoop
 public:
     using Clock = std::chrono::steady_clock;
 
-    GuardLoop(const Connection& connection, InputCapture::Report report);
+    GuardLoop(const Connection& connection, platform::Report report);
 
     void cover();
     void uncover();

@@ -9,7 +9,7 @@
 
 namespace x11 {
 
-InputCapture::InputCapture(const Connection& connection, Report report)
+InputCapture::InputCapture(const Connection& connection, platform::Report report)
     : connection(connection),
       report(std::move(report))
 {

@@ -1,17 +1,15 @@
 // Holds every keyboard and every pointer of the session for this connection, from `begin` to `end`.
-// A grab counts only when the server said so; what another program holds is tried again every
-// 100 ms, and after the first of these a synthetic Escape closes the menu that may hold the
-// keyboard, a few more the menus around it. Who still holds it after these is no menu, and presses
-// in it would only harm: it is left to its user, until the keyboard has been held here and was lost
-// again. Held grabs are asked for again twice a second, since they can be lost. One line is
-// reported when the capture has been incomplete for a second, and one when it then came. Used by
-// one thread.
+// A grab counts only when the server said so; what another program holds is tried again and again,
+// and a few synthetic Escapes close the menus that may hold it. Who still holds it after these is
+// no menu and is left alone, until the keyboard was held here and lost again. Held grabs are asked
+// for again, since they can be lost. One line is reported when the capture has been incomplete for
+// a second, and one when it then came. Used by one thread.
 #pragma once
 
 #include "linux/x11/Connection.h"
+#include "platform/Report.h"
 
 #include <chrono>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,7 +22,6 @@ class InputCapture
 {
 public:
     using Clock = std::chrono::steady_clock;
-    using Report = std::function<void(const std::string& line)>;
 
     static constexpr std::chrono::milliseconds RETRY{100};
     static constexpr std::chrono::milliseconds CONFIRMATION{500};
@@ -40,7 +37,7 @@ public:
     /// After each Escape, and at first: one's own menus close at the sight of the lock.
     static constexpr std::chrono::milliseconds HASTE{100};
 
-    InputCapture(const Connection& connection, Report report);
+    InputCapture(const Connection& connection, platform::Report report);
 
     void begin(Clock::time_point now = Clock::now());
     void end();
@@ -72,7 +69,7 @@ private:
     void pressEscape() const;
 
     const Connection& connection;
-    Report report;
+    platform::Report report;
     std::vector<Device> devices;
     bool active = false;
     bool keyboardsHeld = false;

@@ -1,5 +1,6 @@
 #include "linux/x11/PlainWindowRequest.h"
 
+#include "linux/session/Programs.h"
 #include "linux/x11/Pixel.h"
 
 #include <algorithm>
@@ -33,7 +34,7 @@ void requestPlainWindow(
         MASK,
         values.data()
     );
-    constexpr std::string_view NAME = "Tarvel";
+    constexpr std::string_view NAME = session::AGENT;
     xcb_change_property(
         connection.get(),
         XCB_PROP_MODE_REPLACE,

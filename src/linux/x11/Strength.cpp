@@ -11,9 +11,9 @@ namespace {
 std::string promise(const Extensions& extensions, Session session)
 {
     if (session == Session::Wayland) {
-        return "protection in a Wayland session: only programs that use X11 are covered and their "
-               "input"
-               " captured; choose an X11 session where you log in to have all of them protected";
+        return "protection in a Wayland session: only programs that use X11 are covered"
+               " and their input captured;"
+               " choose an X11 session where you log in to have all of them protected";
     }
     return extensions.xinput
                ? "protection on X11: screens are covered, keyboard and pointer captured;"

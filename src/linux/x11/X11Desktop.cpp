@@ -30,7 +30,9 @@ void selectKeyboardEvents(const Connection& connection)
 } // namespace
 
 X11Desktop::X11Desktop(
-    std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
+    std::unique_ptr<Connection> connection,
+    platform::DispatchQueues& queues,
+    platform::Report report
 )
     : display(std::move(connection)),
       queues(queues),

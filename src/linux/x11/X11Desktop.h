@@ -7,6 +7,7 @@
 #include "linux/x11/Atoms.h"
 #include "linux/x11/Connection.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Report.h"
 
 #include <atomic>
 #include <functional>
@@ -23,13 +24,14 @@ class X11Desktop
 public:
     using Listener = std::function<void(const xcb_generic_event_t& event)>;
     /// Called on the reading thread.
-    using Report = std::function<void(const std::string& line)>;
 
     /// Once, when no answer will come any more. Main thread.
     std::function<void()> onLost;
 
     X11Desktop(
-        std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
+        std::unique_ptr<Connection> connection,
+        platform::DispatchQueues& queues,
+        platform::Report report
     );
     ~X11Desktop();
     X11Desktop(const X11Desktop&) = delete;
@@ -58,7 +60,7 @@ private:
 
     std::unique_ptr<Connection> display;
     platform::DispatchQueues& queues;
-    Report report;
+    platform::Report report;
     Atoms names;
     std::atomic<bool> stopping = false;
     std::list<std::weak_ptr<const Listener>> listeners; // main thread

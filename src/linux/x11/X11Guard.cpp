@@ -7,7 +7,9 @@
 namespace x11 {
 
 X11Guard::X11Guard(
-    std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
+    std::unique_ptr<Connection> connection,
+    platform::DispatchQueues& queues,
+    platform::Report report
 )
     : display(std::move(connection)),
       queues(queues),

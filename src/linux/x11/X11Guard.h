@@ -10,6 +10,7 @@
 #include "linux/x11/GuardLoop.h"
 #include "linux/x11/WakeUp.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Report.h"
 
 #include <atomic>
 #include <functional>
@@ -26,7 +27,6 @@ class X11Guard
 {
 public:
     /// Called on the guard's thread.
-    using Report = std::function<void(const std::string& line)>;
 
     /// A lock window got or lost the input focus. Main thread.
     std::function<void(bool focused)> onFocusChanged;
@@ -35,7 +35,9 @@ public:
     std::function<void()> onLost;
 
     X11Guard(
-        std::unique_ptr<Connection> connection, platform::DispatchQueues& queues, Report report
+        std::unique_ptr<Connection> connection,
+        platform::DispatchQueues& queues,
+        platform::Report report
     );
     ~X11Guard();
     X11Guard(const X11Guard&) = delete;
@@ -77,7 +79,7 @@ private:
 
     std::unique_ptr<Connection> display;
     platform::DispatchQueues& queues;
-    Report report;
+    platform::Report report;
     GuardLoop loop;
     WakeUp wakeUp;
     std::atomic<bool> isCaptured = false;

@@ -19,7 +19,7 @@ constexpr int PAUSES_TO_WORK = 4;
 ApplicationCatalogue::ApplicationCatalogue(
     XdgEnvironment environment,
     const Roles& roles,
-    proc::Report report,
+    platform::Report report,
     const std::string& chosenFile
 )
     : environment(std::move(environment)),

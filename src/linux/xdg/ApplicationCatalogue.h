@@ -4,10 +4,10 @@
 #pragma once
 
 #include "linux/proc/PollThread.h"
-#include "linux/proc/Report.h"
 #include "linux/xdg/CatalogueBuilder.h"
 #include "linux/xdg/ChosenFile.h"
 #include "linux/xdg/FolderWatch.h"
+#include "platform/Report.h"
 
 #include <chrono>
 #include <functional>
@@ -26,7 +26,7 @@ public:
     ApplicationCatalogue(
         XdgEnvironment environment,
         const Roles& roles,
-        proc::Report report,
+        platform::Report report,
         const std::string& chosenFile = {}
     );
     ApplicationCatalogue(const ApplicationCatalogue&) = delete;
@@ -59,7 +59,7 @@ private:
     void watch(const std::string& folder);
 
     XdgEnvironment environment;
-    proc::Report report;
+    platform::Report report;
     mutable std::mutex mutex;
     std::shared_ptr<const Catalogue> catalogue; // guarded by the mutex
     proc::PollThread thread;

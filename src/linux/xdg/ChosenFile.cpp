@@ -11,7 +11,7 @@
 
 namespace xdg {
 
-ChosenFile::ChosenFile(std::string path, proc::Report report)
+ChosenFile::ChosenFile(std::string path, platform::Report report)
     : path(std::move(path)),
       report(std::move(report))
 {

@@ -2,8 +2,8 @@
 // thread may call, one at a time. What fails is reported, and changes nothing.
 #pragma once
 
-#include "linux/proc/Report.h"
 #include "linux/xdg/ChosenApplication.h"
+#include "platform/Report.h"
 
 #include <string>
 
@@ -12,7 +12,7 @@ namespace xdg {
 class ChosenFile
 {
 public:
-    ChosenFile(std::string path, proc::Report report);
+    ChosenFile(std::string path, platform::Report report);
 
     /// Empty where there is no file yet.
     [[nodiscard]] ChosenApplications read();
@@ -22,7 +22,7 @@ public:
 
 private:
     std::string path;
-    proc::Report report;
+    platform::Report report;
     std::string written;
 };
 

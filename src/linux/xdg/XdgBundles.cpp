@@ -1,11 +1,13 @@
 #include "linux/xdg/XdgBundles.h"
 
+#include "linux/session/Programs.h"
 #include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/XdgFileManager.h"
 
 #include <array>
 #include <filesystem>
 #include <string_view>
+#include <utility>
 
 #include <unistd.h>
 
@@ -15,19 +17,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view IDENTIFIER_PREFIX = "com.quorvent.";
 constexpr std::string_view SUFFIX = ".app";
 
-/// "Tarvel.app" with the program "Tarvel" in it, and the same for the helper.
+/// The folder named after one of the product's programs, with the program in it.
 std::optional<platform::Bundle> ownLayout(const fs::path& folder)
 {
-    constexpr std::array<std::string_view, 2> PROGRAMS{"Tarvel", "OlvoHelper"};
-    for (const std::string_view program : PROGRAMS) {
-        const std::string name(program);
+    constexpr std::array PROGRAMS{
+        std::pair{session::AGENT, session::IDENTIFIER},
+        std::pair{session::HELPER, session::HELPER_IDENTIFIER}};
+    for (const auto& [name, identifier] : PROGRAMS) {
         if (folder.filename() == name + std::string(SUFFIX) &&
             ::access((folder / name).c_str(), X_OK) == 0) {
-            return platform::Bundle{
-                folder.string(), name, name, std::string(IDENTIFIER_PREFIX) + name};
+            return platform::Bundle{folder.string(), name, name, identifier};
         }
     }
     return std::nullopt;
@@ -44,9 +45,9 @@ XdgBundles::XdgBundles(const ApplicationCatalogue& catalogue, const std::string&
     : catalogue(catalogue),
       main{
           fs::path(executable).parent_path().string(),
-          "Tarvel",
+          session::AGENT,
           fs::path(executable).filename().string(),
-          std::string(IDENTIFIER_PREFIX) + "Tarvel"}
+          session::IDENTIFIER}
 {
 }
 

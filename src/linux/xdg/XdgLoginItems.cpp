@@ -31,7 +31,9 @@ std::string reasonOf(int error)
 } // namespace
 
 XdgLoginItems::XdgLoginItems(
-    const std::string& configHome, std::map<std::string, std::string> programs, proc::Report report
+    const std::string& configHome,
+    std::map<std::string, std::string> programs,
+    platform::Report report
 )
     : folder(configHome + "/autostart"),
       programs(std::move(programs)),

@@ -1,8 +1,8 @@
 // Login items as autostart entries of the desktop. Main thread only.
 #pragma once
 
-#include "linux/proc/Report.h"
 #include "platform/LoginItems.h"
+#include "platform/Report.h"
 
 #include <map>
 #include <string>
@@ -17,7 +17,7 @@ public:
     XdgLoginItems(
         const std::string& configHome,
         std::map<std::string, std::string> programs,
-        proc::Report report
+        platform::Report report
     );
 
     bool setEnabled(const std::string& bundleIdentifier, bool enabled) override;
@@ -28,7 +28,7 @@ private:
 
     std::string folder;
     std::map<std::string, std::string> programs;
-    proc::Report report;
+    platform::Report report;
 };
 
 } // namespace xdg

@@ -3,6 +3,7 @@
 #include "desktop/Failure.h"
 #include "desktop/Wait.h"
 
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -95,11 +96,11 @@ std::optional<int> KeyringSession::run(const std::vector<std::string>& arguments
     return program.waitForExitStatus(std::chrono::seconds(60));
 }
 
-secretservice::Report KeyringSession::report()
+platform::Report KeyringSession::report()
 {
-    return [this](const std::string& line) {
+    return [this](std::string_view line) {
         const std::lock_guard lock(mutex);
-        reported.push_back(line);
+        reported.emplace_back(line);
     };
 }
 

@@ -55,7 +55,7 @@ public:
     /// Exit status of another program of the session.
     std::optional<int> run(const std::vector<std::string>& arguments);
 
-    secretservice::Report report();
+    platform::Report report();
     std::vector<std::string> lines();
 
     /// As another program sees and writes them.

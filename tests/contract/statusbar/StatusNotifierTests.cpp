@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -249,7 +250,7 @@ TEST_F(StatusNotifierItemOnTheBus, IsNotShownByAWatcherThatRefusesItAndSaysSoOnc
     std::vector<std::string> reports;
     statusbar::DesktopStatusBar bar(
         only<statusnotifier::StatusNotifierArea>(
-            world.bus.address(), [&reports](const std::string& line) { reports.push_back(line); }
+            world.bus.address(), [&reports](std::string_view line) { reports.emplace_back(line); }
         ),
         world.queues
     );

@@ -17,6 +17,7 @@
 
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 /// In memory.
@@ -183,6 +184,6 @@ public:
     std::optional<desktop::FakeTray> tray;
     qt::QtDispatchQueues queues;
     x11::X11Desktop display{
-        x11::Connection::open(desk.server().displayName()), queues, [](const std::string&) {}};
+        x11::Connection::open(desk.server().displayName()), queues, [](std::string_view) {}};
     statusbar::DesktopStatusBar statusBar{only<::tray::TrayArea>(display), queues};
 };

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <iostream>
+#include <string_view>
 
 #include <gmock/gmock.h>
 
@@ -60,7 +61,7 @@ TEST_F(HeldInput, WhoIsNoMenuIsLeftAloneAfterSomeEscapesAndTheGrabsAreTriedOn)
 {
     HoldingClient locker(display, 1000);
     const auto connection = x11::Connection::open(display);
-    x11::InputCapture capture(*connection, [](const std::string& /*line*/) {});
+    x11::InputCapture capture(*connection, [](std::string_view /*line*/) {});
     const auto attemptFor = [&](std::chrono::seconds duration) {
         const auto end = *capture.due() + duration;
         while (*capture.due() < end) {

@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <memory>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -74,7 +75,7 @@ private:
     desktop::PrivateXServer server;
     desktop::MainLoop mainLoop;
     x11::X11Desktop display{
-        x11::Connection::open(server.displayName()), mainLoop, [](const std::string& /*line*/) {}};
+        x11::Connection::open(server.displayName()), mainLoop, [](std::string_view /*line*/) {}};
     x11::X11Screens real{display};
 };
 

@@ -16,16 +16,17 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// What adapters report, from whichever thread.
 class Reports
 {
 public:
-    void add(const std::string& line)
+    void add(std::string_view line)
     {
         const std::lock_guard lock(mutex);
-        lines.push_back(line);
+        lines.emplace_back(line);
     }
 
     std::vector<std::string> all() const

@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <string>
+#include <string_view>
 
 namespace agent {
 
@@ -23,7 +24,7 @@ protected:
     {
         secretservice::EmbeddedStore store(
             session->desk.home() / ".local/share/com.quorvent.Tarvel/keychain",
-            [](const std::string& /*line*/) {}
+            [](std::string_view /*line*/) {}
         );
         put(store, "Password", PASSWORD);
         put(store, "Applications", std::string(TERMINAL) + ";");

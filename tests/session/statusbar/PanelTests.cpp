@@ -18,6 +18,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -110,9 +111,9 @@ protected:
     qt::QtDispatchQueues queues;
     qt::QtTimers timers;
     x11::X11Desktop display{
-        x11::Connection::open(desk.server().displayName()), queues, [](const std::string&) {}};
+        x11::Connection::open(desk.server().displayName()), queues, [](std::string_view) {}};
     x11::X11Guard guard{
-        x11::Connection::open(desk.server().displayName()), queues, [](const std::string&) {}};
+        x11::Connection::open(desk.server().displayName()), queues, [](std::string_view) {}};
     x11::X11EventMonitors monitors{display, guard, timers};
     statusbar::DesktopStatusBar bar{areasOf(desk.bus().address(), display), queues};
     std::unique_ptr<platform::StatusItem> item =

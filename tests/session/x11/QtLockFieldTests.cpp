@@ -18,6 +18,7 @@
 #include <chrono>
 #include <iostream>
 #include <memory>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -122,7 +123,7 @@ protected:
     qt::QtDispatchQueues queues;
     qt::QtTimers timers;
 
-    static void report(const std::string& line) { std::cerr << line << '\n'; }
+    static void report(std::string_view line) { std::cerr << line << '\n'; }
 
     x11::X11Desktop display{
         x11::Connection::open(session.server().displayName()), queues, &QtLockField::report};

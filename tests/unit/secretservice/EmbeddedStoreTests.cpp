@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -28,7 +29,7 @@ class EmbeddedStoreTest : public testing::Test
 protected:
     EmbeddedStore store()
     {
-        return {path, [this](const std::string& line) { lines.push_back(line); }};
+        return {path, [this](std::string_view line) { lines.emplace_back(line); }};
     }
 
     void put(const std::string& account, const std::string& value)

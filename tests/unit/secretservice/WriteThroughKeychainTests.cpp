@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -35,9 +36,9 @@ protected:
         keychain = std::make_unique<WriteThroughKeychain>(
             std::make_unique<ControlledStore>(control),
             known,
-            [this](const std::string& line) {
+            [this](std::string_view line) {
                 const std::lock_guard lock(mutex);
-                lines.push_back(line);
+                lines.emplace_back(line);
             },
             budget
         );

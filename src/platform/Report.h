@@ -5,8 +5,8 @@
 #include <functional>
 #include <string_view>
 
-namespace proc {
+namespace platform {
 
 using Report = std::function<void(std::string_view line)>;
 
-} // namespace proc
+} // namespace platform
