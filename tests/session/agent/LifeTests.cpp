@@ -96,7 +96,8 @@ TEST_F(Life, EachStartIsLockedThoughTheLastOneHasJustEnded)
         Recorder xterm(session->desk); // ended, and started anew, at once
         ASSERT_TRUE(session->waitForLine("Will start: XTerm", start));
     }
-    EXPECT_TRUE(session->waitForLine("Terminated: XTerm", STARTS));
+    // What the last one left behind may outlive the next one: then both end as one.
+    EXPECT_TRUE(session->waitForLine("Terminated: XTerm"));
     EXPECT_TRUE(desktop::waitUntil([&] { return !isCovered(session->desk); }, PATIENCE));
 }
 
