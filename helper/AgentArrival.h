@@ -1,4 +1,4 @@
-// Notices that an agent has taken its name in this session, whoever started it.
+// Notices that an agent has taken its name in this session, whoever started it. One thread.
 #pragma once
 
 #include "helper/EventSource.h"

@@ -1,4 +1,4 @@
-// How the helper starts the agent.
+// How the helper starts the agent. One thread.
 #pragma once
 
 #include <optional>

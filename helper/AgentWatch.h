@@ -1,6 +1,6 @@
 // Watches one agent until it ends: one that this process started, or whichever holds the agent's
 // name in the session. Where the system gives no descriptor for a child, `childMayHaveEnded` has to
-// be called at each SIGCHLD.
+// be called at each SIGCHLD. One thread.
 #pragma once
 
 #include "helper/EventSource.h"

@@ -1,5 +1,5 @@
 // Holds a connection to the display of the session, for one purpose: it breaks when the session
-// goes away, so that nothing is started in a session that is ending.
+// goes away, so that nothing is started in a session that is ending. One thread.
 #pragma once
 
 #include "helper/EventSource.h"

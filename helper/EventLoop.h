@@ -1,5 +1,5 @@
 // Waits for all sources at once and wakes those that have something to do, in the order in which
-// they were added. Owns none of them. Sleeps while nothing happens.
+// they were added. Owns none of them. Sleeps while nothing happens. One thread.
 #pragma once
 
 #include "helper/EventSource.h"

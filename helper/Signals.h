@@ -1,4 +1,5 @@
 // The signals by which a session asks its programs to end, and the one that tells of a child's end.
+// One thread.
 #pragma once
 
 #include "helper/EventSource.h"

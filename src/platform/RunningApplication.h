@@ -1,4 +1,4 @@
-// One running application: the leading process of it in this user's session.
+// One running application: the leading process of it in this user's session. A value.
 #pragma once
 
 #include "platform/Icon.h"

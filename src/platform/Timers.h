@@ -1,4 +1,4 @@
-// Timers of the main run loop.
+// Timers of the main run loop. Main thread.
 #pragma once
 
 #include "platform/DispatchQueues.h"

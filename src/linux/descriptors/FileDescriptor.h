@@ -1,4 +1,4 @@
-// Owns one file descriptor and closes it at its end; -1 stands for none.
+// Owns one file descriptor and closes it at its end; -1 stands for none. One thread at a time.
 #pragma once
 
 #include <utility>

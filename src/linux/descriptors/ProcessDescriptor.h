@@ -1,5 +1,5 @@
 // A descriptor that stands for a process and can be read once the process has ended and given up
-// all that it held.
+// all that it held. One thread at a time.
 #pragma once
 
 #include "linux/descriptors/FileDescriptor.h"

@@ -1,4 +1,4 @@
-// This process as the kernel started it.
+// This process as the kernel started it. Main thread.
 #pragma once
 
 #include "platform/ProcessInfo.h"

@@ -1,4 +1,5 @@
 // The keychain of a session without a Secret Service. See `EmbeddedStore` for what it protects.
+// Main thread.
 #pragma once
 
 #include "linux/secretservice/EmbeddedStore.h"

@@ -1,7 +1,8 @@
 // A folder as a store, for a session without a Secret Service: a file an item, sealed with a random
 // key that lies beside. It keeps the items from other users and from backups of single files, not
 // from a program of the same user. A damaged item is a failure, never "nothing found", which would
-// pass for "no password"; it stays until it is written or removed, then beside as "*.damaged".
+// pass for "no password"; it stays until it is written or removed, then beside as "*.damaged". One
+// thread at a time; blocks on the disk.
 #pragma once
 
 #include "linux/secretservice/ItemSealer.h"

@@ -1,4 +1,4 @@
-// Owners for what GLib hands out.
+// Owners for what GLib hands out. One thread at a time.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,5 @@
-// Bytes of a secret: a vector whose memory is overwritten before it is given back.
+// Bytes of a secret: a vector whose memory is overwritten before it is given back. One thread at a
+// time.
 #pragma once
 
 #include <cstddef>

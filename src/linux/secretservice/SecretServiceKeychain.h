@@ -1,4 +1,5 @@
 // The keychain in the user's Secret Service. See `SecretServiceStore` for how items look there.
+// Main thread.
 #pragma once
 
 #include "linux/secretservice/KeptMarker.h"

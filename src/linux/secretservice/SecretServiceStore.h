@@ -2,7 +2,7 @@
 // attribute `account` the account's text, of this program's own schema. A locked collection is a
 // failure, never "nothing found". An item is written only after the marker says that items are kept
 // here, and replaces the one before in one step; what a second collection has of the account goes
-// afterwards.
+// afterwards. One thread; blocks on the bus.
 #pragma once
 
 #include "linux/secretservice/ItemStore.h"

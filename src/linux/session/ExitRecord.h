@@ -1,6 +1,6 @@
 // The status with which a process that held a name in the session has ended, for those that come
 // after its end or could not hear it. A file in the session's folder; what cannot be written or
-// read counts as nothing said. One process writes at a time: who holds the name.
+// read counts as nothing said. One process writes at a time: who holds the name. One thread.
 #pragma once
 
 #include "linux/descriptors/FileDescriptor.h"

@@ -1,5 +1,5 @@
 // Sockets between the programs of one user on one machine; messages keep their borders. No call
-// here waits and none raises SIGPIPE.
+// here waits and none raises SIGPIPE. Any thread, one a socket at a time.
 #pragma once
 
 #include "linux/descriptors/FileDescriptor.h"

@@ -1,5 +1,5 @@
 // The folder in which the programs of this user's sessions find each other. Nobody else can enter
-// it: it is this user's own, mode 0700, and not reached through a link.
+// it: it is this user's own, mode 0700, and not reached through a link. Any thread.
 #pragma once
 
 #include "linux/descriptors/FileDescriptor.h"

@@ -1,5 +1,6 @@
 // How the programs of one graphical session name what they share. A user can have several sessions
 // at a time, one a display; what bears the same name belongs to the same program in the same one.
+// Any thread.
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// The processes of this user, as the kernel tells of them.
+// The processes of this user, as the kernel tells of them. Started and ended by the main thread;
+// tells on one of its own.
 #pragma once
 
 #include "linux/proc/ProcFilesystem.h"

@@ -1,5 +1,5 @@
 // The index of applications with this program and its helper in front of it: they are known by
-// where they stand, whether or not they are installed as applications.
+// where they stand, whether or not they are installed as applications. Any thread.
 #pragma once
 
 #include "linux/workspace/ApplicationIndex.h"

@@ -1,4 +1,5 @@
-// Where the workspace hears of processes: the kernel, or a test.
+// Where the workspace hears of processes: the kernel, or a test. Started and ended by the main
+// thread; tells on one of its own.
 #pragma once
 
 #include "linux/proc/ProcRecords.h"

@@ -1,5 +1,5 @@
 // The names that the adapters share with window managers and other programs, as the display numbers
-// them.
+// them. Read once, then for any thread.
 #pragma once
 
 #include "linux/x11/Connection.h"

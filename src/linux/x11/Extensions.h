@@ -1,4 +1,5 @@
-// Which extensions the display has that the adapters use, and where their events begin.
+// Which extensions the display has that the adapters use, and where their events begin. Read once,
+// then for any thread.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// The core keyboard mapping: which key makes which symbol, and what the modifier bits mean.
+// The core keyboard mapping: which key makes which symbol, and what the modifier bits mean. One
+// thread at a time.
 #pragma once
 
 #include "linux/x11/Connection.h"

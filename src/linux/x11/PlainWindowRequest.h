@@ -1,4 +1,4 @@
-// Asks for a window of one colour that no window manager touches.
+// Asks for a window of one colour that no window manager touches. Any thread; asks without waiting.
 #pragma once
 
 #include "linux/x11/Connection.h"

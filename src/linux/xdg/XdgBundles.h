@@ -1,5 +1,5 @@
 // Bundles: the entries of the catalogue, and the folders in which this program and its helper
-// stand.
+// stand. Any thread.
 #pragma once
 
 #include "linux/xdg/ApplicationCatalogue.h"

@@ -1,4 +1,5 @@
-// The file system as users see it: "/Applications" is the catalogue, the rest is what is there.
+// The file system as users see it: "/Applications" is the catalogue, the rest is what is there. Any
+// thread.
 #pragma once
 
 #include "linux/xdg/ApplicationCatalogue.h"
