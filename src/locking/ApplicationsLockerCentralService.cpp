@@ -54,10 +54,9 @@ ApplicationsLockerCentralService::ApplicationsLockerCentralService(
     : configurationAndPreferencesService(configurationAndPreferencesService),
       lockWindowFactory(std::move(lockWindowFactory))
 {
-    using Service = ApplicationsLockerCentralService;
-    configurationAndPreferencesService.addOnConfigurationChangeEvent(
-        whileAlive(&Service::settingsChanged)
-    );
+    configurationAndPreferencesService.addOnConfigurationChangeEvent(lifetime.guard([this] {
+        settingsChanged();
+    }));
     lastScreensCount = screensCount().value_or(0);
     refreshSettings();
 }
@@ -67,16 +66,6 @@ ApplicationsLockerCentralService::~ApplicationsLockerCentralService()
     if (monitoringServiceStarted) {
         applicationsMonitorService.stopService();
     }
-}
-
-std::function<void()>
-ApplicationsLockerCentralService::whileAlive(void (ApplicationsLockerCentralService::*step)())
-{
-    return [this, step, alive = std::weak_ptr(lifetime)] {
-        if (!alive.expired()) {
-            (this->*step)();
-        }
-    };
 }
 
 void ApplicationsLockerCentralService::start()
@@ -96,11 +85,10 @@ void ApplicationsLockerCentralService::start()
         applicationTerminated(application);
     };
     applicationsMonitorService.onHelperTerminated = [this] { helperTerminated(); };
-    using Service = ApplicationsLockerCentralService;
-    platform::current().timers.scheduleTimer(
-        SCREENS_CHECK_SECONDS, true, whileAlive(&Service::checkScreensChange)
-    );
-    platform::current().screens.observe(whileAlive(&Service::screensMoved));
+    platform::current().timers.scheduleTimer(SCREENS_CHECK_SECONDS, true, lifetime.guard([this] {
+        checkScreensChange();
+    }));
+    platform::current().screens.observe(lifetime.guard([this] { screensMoved(); }));
     restoreBlockedApplication();
     applicationsMonitorService.startService();
     systemApplicationsService.startHelperApplication();

@@ -9,6 +9,7 @@
 #include "applications/SystemApplicationsService.h"
 #include "locking/CurrentMonitoredApplicationService.h"
 #include "locking/LockWindow.h"
+#include "platform/Lifetime.h"
 #include "platform/Windows.h"
 #include "storage/ConfigurationAndPreferencesService.h"
 
@@ -45,9 +46,6 @@ public:
     void checkScreensChange();
 
 private:
-    /// Nothing once this service is gone.
-    std::function<void()> whileAlive(void (ApplicationsLockerCentralService::*step)());
-
     void refreshSettings();
     void settingsChanged();
     void restoreBlockedApplication();
@@ -86,7 +84,7 @@ public:
 private:
     std::optional<bool> ACTIVE;
     LockWindowFactory lockWindowFactory;
-    std::shared_ptr<bool> lifetime = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace locking

@@ -13,14 +13,12 @@ KeychainGate::KeychainGate(
     std::chrono::milliseconds patience
 )
     : queues(queues),
-      opening(std::move(places), std::move(report), patience),
-      alive(std::make_shared<bool>(true))
+      opening(std::move(places), std::move(report), patience)
 {
 }
 
 KeychainGate::~KeychainGate()
 {
-    *alive = false;
     if (worker.joinable()) {
         opening.cancel();
         worker.join();
@@ -37,11 +35,7 @@ void KeychainGate::open(OnReady ready, OnRefused refused)
 void KeychainGate::run()
 {
     result = opening.open();
-    queues.asyncMain([this, alive = alive] {
-        if (*alive) {
-            deliver();
-        }
-    });
+    queues.asyncMain(lifetime.guard([this] { deliver(); }));
 }
 
 void KeychainGate::deliver()

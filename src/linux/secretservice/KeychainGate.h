@@ -6,6 +6,7 @@
 #include "linux/secretservice/KeychainOpening.h"
 #include "platform/DispatchQueues.h"
 #include "platform/KeychainItems.h"
+#include "platform/Lifetime.h"
 #include "platform/Report.h"
 
 #include <chrono>
@@ -47,7 +48,7 @@ private:
     KeychainOpening::Result result; // the worker's until it posts the delivery
     OnReady onReady;
     OnRefused onRefused;
-    std::shared_ptr<bool> alive;
+    platform::Lifetime lifetime;
     std::thread worker;
 };
 

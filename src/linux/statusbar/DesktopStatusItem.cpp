@@ -93,12 +93,7 @@ void DesktopStatusItem::draw()
 
 void DesktopStatusItem::later(std::function<void()> action)
 {
-    const std::weak_ptr<bool> itemIsAlive = alive;
-    bar.queues.asyncMain([itemIsAlive, action = std::move(action)] {
-        if (!itemIsAlive.expired()) {
-            action();
-        }
-    });
+    bar.queues.asyncMain(lifetime.guard(std::move(action)));
 }
 
 } // namespace statusbar

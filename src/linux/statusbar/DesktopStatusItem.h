@@ -4,6 +4,7 @@
 
 #include "linux/statusbar/DesktopStatusBar.h"
 #include "linux/statusbar/StatusArea.h"
+#include "platform/Lifetime.h"
 
 namespace statusbar {
 
@@ -42,7 +43,7 @@ private:
     bool needsDisplay = false;
     StatusArea* area = nullptr; // that shows it
     std::unique_ptr<Showing> showing;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace statusbar

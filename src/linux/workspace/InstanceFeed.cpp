@@ -21,11 +21,6 @@ InstanceFeed::InstanceFeed(Parts given)
     wireWindows();
 }
 
-InstanceFeed::~InstanceFeed()
-{
-    *alive = false;
-}
-
 void InstanceFeed::start(std::function<void()> ready)
 {
     onReady = std::move(ready);
@@ -126,11 +121,7 @@ void InstanceFeed::wireWindows()
 
 void InstanceFeed::post(platform::Block block)
 {
-    parts.queues.asyncMain([guard = alive, block = std::move(block)] {
-        if (*guard) {
-            block();
-        }
-    });
+    parts.queues.asyncMain(lifetime.guard(std::move(block)));
 }
 
 std::vector<Sighting> InstanceFeed::sightingsOf(const std::vector<proc::ProcessFacts>& all) const

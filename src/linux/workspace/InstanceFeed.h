@@ -13,9 +13,9 @@
 #include "linux/workspace/WatchedProcesses.h"
 #include "linux/workspace/WindowAttribution.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Lifetime.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,7 +41,7 @@ public:
     InstanceFeed& operator=(const InstanceFeed&) = delete;
     InstanceFeed(InstanceFeed&&) = delete;
     InstanceFeed& operator=(InstanceFeed&&) = delete;
-    ~InstanceFeed();
+    ~InstanceFeed() = default;
 
     /// The instance in front is another one; empty when there is none.
     std::function<void(const InstancePtr& instance)> onActiveChanged;
@@ -78,7 +78,7 @@ private:
     std::function<void()> onReady;
     bool listening = false; // what ran before is known; what comes now is news
     WatchedProcesses watched;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace workspace

@@ -42,11 +42,6 @@ LinuxWorkspace::LinuxWorkspace(Parts parts)
     launcher.onStarted = [this](const proc::ProcessFacts& facts) { feed.startedByUs(facts); };
 }
 
-LinuxWorkspace::~LinuxWorkspace()
-{
-    *alive = false;
-}
-
 void LinuxWorkspace::start(std::function<void()> ready)
 {
     feed.start(std::move(ready));
@@ -155,18 +150,9 @@ bool LinuxWorkspace::launchApplication(
             retries.erase(path);
             launchApplication(path, options, configuration);
         };
-        parts.timers.scheduleTimer(RETRY_SECONDS, false, unlessGone(again));
+        parts.timers.scheduleTimer(RETRY_SECONDS, false, lifetime.guard(again));
     }
     return outcome == BundleLauncher::Outcome::Started;
-}
-
-platform::Block LinuxWorkspace::unlessGone(platform::Block block) const
-{
-    return [guard = alive, block = std::move(block)] {
-        if (*guard) {
-            block();
-        }
-    };
 }
 
 void LinuxWorkspace::addObserver(

@@ -14,12 +14,12 @@
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/workspace/ProcessSource.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Lifetime.h"
 #include "platform/Report.h"
 #include "platform/Timers.h"
 #include "platform/Workspace.h"
 
 #include <functional>
-#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -48,7 +48,7 @@ public:
     LinuxWorkspace& operator=(const LinuxWorkspace&) = delete;
     LinuxWorkspace(LinuxWorkspace&&) = delete;
     LinuxWorkspace& operator=(LinuxWorkspace&&) = delete;
-    ~LinuxWorkspace() override;
+    ~LinuxWorkspace() override = default;
 
     /// Calls `ready` once the applications that run already are in the list.
     void start(std::function<void()> ready);
@@ -86,8 +86,6 @@ public:
     void removeKeyPathObserver(const void* observer, const std::string& keyPath) override;
 
 private:
-    platform::Block unlessGone(platform::Block block) const;
-
     Parts parts;
     InstanceTracker tracker;
     ApplicationRecords records;
@@ -96,7 +94,7 @@ private:
     InstanceFeed feed;
     BundleLauncher launcher;
     std::set<std::string> retries; // paths of what is to be launched once it may be again
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace workspace

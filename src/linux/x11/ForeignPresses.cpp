@@ -131,15 +131,12 @@ void ForeignPresses::released()
     if (held.empty()) {
         return;
     }
-    const std::weak_ptr<bool> thisIsAlive = alive;
-    timers.scheduleTimer(GRACE.count(), false, [this, thisIsAlive] {
-        if (thisIsAlive.expired()) {
-            return;
-        }
+    const auto tellAll = [this] {
         for (const Press& press : std::exchange(held, {})) {
             tell(press);
         }
-    });
+    };
+    timers.scheduleTimer(GRACE.count(), false, lifetime.guard(tellAll));
 }
 
 /// A left-handed person's left button is the right one.

@@ -7,11 +7,11 @@
 #include "linux/x11/WindowInspector.h"
 #include "linux/x11/X11Desktop.h"
 #include "linux/x11/X11Guard.h"
+#include "platform/Lifetime.h"
 #include "platform/Timers.h"
 
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace x11 {
@@ -62,7 +62,7 @@ private:
     bool watching = false;
     std::chrono::steady_clock::time_point lastActivation;
     std::vector<Press> held; // in panels, oldest first
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
     X11Desktop::Subscription subscription;
 };
 

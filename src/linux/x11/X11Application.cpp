@@ -20,12 +20,7 @@ void X11Application::setPresentationOptions(unsigned options)
         guard.cover();
         return;
     }
-    const std::weak_ptr<bool> isAlive = alive;
-    queues.asyncMain([this, isAlive] {
-        if (!isAlive.expired()) {
-            uncoverUnlessDisabledAgain();
-        }
-    });
+    queues.asyncMain(lifetime.guard([this] { uncoverUnlessDisabledAgain(); }));
 }
 
 void X11Application::activate(bool ignoringOtherApps)

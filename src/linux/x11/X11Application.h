@@ -5,8 +5,7 @@
 #include "linux/x11/X11Guard.h"
 #include "platform/Application.h"
 #include "platform/DispatchQueues.h"
-
-#include <memory>
+#include "platform/Lifetime.h"
 
 namespace x11 {
 
@@ -30,7 +29,7 @@ private:
     platform::DispatchQueues& queues;
     workspace::WindowSystem& windowSystem;
     bool switchingDisabled = false;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace x11

@@ -66,38 +66,26 @@ X11Desktop::Subscription X11Desktop::subscribe(Listener listener)
 
 void X11Desktop::run()
 {
-    const std::weak_ptr<bool> desktopIsAlive = alive;
     while (!display->broken()) {
         auto batch = std::make_shared<Batch>(waitForEvents());
         if (!batch->empty()) {
-            deliverLater(std::move(batch), desktopIsAlive);
+            deliverLater(std::move(batch));
         }
     }
     if (!stopping) {
         report("the connection to the X display is lost");
-        announceLoss(desktopIsAlive);
+        announceLoss();
     }
 }
 
-void X11Desktop::announceLoss(const std::weak_ptr<bool>& desktopIsAlive)
+void X11Desktop::announceLoss()
 {
-    queues.asyncMain([this, desktopIsAlive] {
-        if (desktopIsAlive.expired()) {
-            return;
-        }
-        platform::call(onLost);
-    });
+    queues.asyncMain(lifetime.guard([this] { platform::call(onLost); }));
 }
 
-void X11Desktop::deliverLater(
-    std::shared_ptr<Batch> batch, const std::weak_ptr<bool>& desktopIsAlive
-)
+void X11Desktop::deliverLater(std::shared_ptr<Batch> batch)
 {
-    queues.asyncMain([this, desktopIsAlive, batch = std::move(batch)] {
-        if (!desktopIsAlive.expired()) {
-            deliver(*batch);
-        }
-    });
+    queues.asyncMain(lifetime.guard([this, batch = std::move(batch)] { deliver(*batch); }));
 }
 
 X11Desktop::Batch X11Desktop::waitForEvents() const

@@ -7,6 +7,7 @@
 #include "linux/x11/Atoms.h"
 #include "linux/x11/Connection.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Lifetime.h"
 #include "platform/Report.h"
 
 #include <atomic>
@@ -54,9 +55,9 @@ private:
     Batch waitForEvents() const;
     void takeIfOfInterest(Event event, Batch& batch) const;
     bool isOfInterest(const xcb_generic_event_t& event) const;
-    void deliverLater(std::shared_ptr<Batch> batch, const std::weak_ptr<bool>& desktopIsAlive);
+    void deliverLater(std::shared_ptr<Batch> batch);
     void deliver(const Batch& batch);
-    void announceLoss(const std::weak_ptr<bool>& desktopIsAlive);
+    void announceLoss();
 
     std::unique_ptr<Connection> display;
     platform::DispatchQueues& queues;
@@ -64,7 +65,7 @@ private:
     Atoms names;
     std::atomic<bool> stopping = false;
     std::list<std::weak_ptr<const Listener>> listeners; // main thread
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
     std::thread thread;
 };
 

@@ -151,23 +151,14 @@ void X11Guard::publish()
     if (loop.focused() == std::exchange(wasFocused, loop.focused())) {
         return;
     }
-    const std::weak_ptr<bool> guardIsAlive = alive;
-    queues.asyncMain([this, guardIsAlive, focused = wasFocused] {
-        if (guardIsAlive.expired()) {
-            return;
-        }
+    queues.asyncMain(lifetime.guard([this, focused = wasFocused] {
         platform::call(onFocusChanged, focused);
-    });
+    }));
 }
 
 void X11Guard::announceLoss()
 {
-    queues.asyncMain([this, guardIsAlive = std::weak_ptr<bool>(alive)] {
-        if (guardIsAlive.expired()) {
-            return;
-        }
-        platform::call(onLost);
-    });
+    queues.asyncMain(lifetime.guard([this] { platform::call(onLost); }));
 }
 
 } // namespace x11

@@ -10,6 +10,7 @@
 #include "linux/x11/GuardLoop.h"
 #include "linux/x11/WakeUp.h"
 #include "platform/DispatchQueues.h"
+#include "platform/Lifetime.h"
 #include "platform/Report.h"
 
 #include <atomic>
@@ -85,7 +86,7 @@ private:
     std::atomic<bool> isCaptured = false;
     std::atomic<unsigned long> raiseCount = 0;
     bool wasFocused = false; // the guard's thread only
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 
     mutable std::mutex mutex; // guards what follows
     std::vector<Command> commands;

@@ -180,12 +180,8 @@ void X11WindowSystem::readActiveWindow()
         windowBecameActive(active);
         return;
     }
-    const std::weak_ptr<bool> isAlive = alive;
-    timers.scheduleTimer(SECONDS_BETWEEN_WINDOWS, false, [this, isAlive] {
-        if (!isAlive.expired()) {
-            confirmThatNoneIsActive();
-        }
-    });
+    const auto confirm = [this] { confirmThatNoneIsActive(); };
+    timers.scheduleTimer(SECONDS_BETWEEN_WINDOWS, false, lifetime.guard(confirm));
 }
 
 xcb_window_t X11WindowSystem::activeWindow() const

@@ -8,9 +8,9 @@
 #include "linux/x11/StartupMessages.h"
 #include "linux/x11/X11Desktop.h"
 #include "linux/x11/X11Guard.h"
+#include "platform/Lifetime.h"
 #include "platform/Timers.h"
 
-#include <memory>
 #include <set>
 #include <utility>
 
@@ -56,7 +56,7 @@ private:
     xcb_window_t wantedInFront = XCB_NONE; // until the server's time is known
     bool lockFocused = false;
     std::pair<pid_t, xcb_window_t> active; // what was told last
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
     X11Desktop::Subscription subscription;
 };
 

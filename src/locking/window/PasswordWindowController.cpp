@@ -98,11 +98,7 @@ void PasswordWindowController::observeAndMonitor()
     observing = true;
 
     // Left in place at the end: by then it may be that of the lock that replaced this one.
-    platform.keyboardStatus.observe([this, alive = std::weak_ptr(lifetime)] {
-        if (!alive.expired()) {
-            view.showKeyboardStatus();
-        }
-    });
+    platform.keyboardStatus.observe(lifetime.guard([this] { view.showKeyboardStatus(); }));
 }
 
 void PasswordWindowController::styleWindow()
@@ -240,10 +236,10 @@ void PasswordWindowController::controlTextDidEndEditing(TextMovement movement)
         return;
     }
     view.outlets->errorMessageLabelOutlet->clear();
-    const std::weak_ptr alive(lifetime);
+    const platform::Lifetime::Watch watch = lifetime.watch();
     const platform::Secret typed = toolkit::typedSecret(*view.outlets->passwordFieldOutlet);
     platform::call(passwordEntered, typed.text());
-    if (alive.expired()) {
+    if (watch.hasEnded()) {
         return; // the listener has put another lock in place of this one
     }
     makePasswordFieldFirstResponder();
@@ -252,24 +248,19 @@ void PasswordWindowController::controlTextDidEndEditing(TextMovement movement)
 
 void PasswordWindowController::runOnMainQueue(std::function<void()> step)
 {
-    app::BackgroundRunner::runOnMainThread(
-        [this, alive = std::weak_ptr(lifetime), step = std::move(step)] {
-            if (!alive.expired() && !closed) {
-                step();
-            }
+    app::BackgroundRunner::runOnMainThread(lifetime.guard([this, step = std::move(step)] {
+        if (!closed) {
+            step();
         }
-    );
+    }));
 }
 
 template <typename Argument>
 std::function<void(const Argument&)>
 PasswordWindowController::whileAlive(void (PasswordWindowController::*handler)(const Argument&))
 {
-    return [this, alive = std::weak_ptr(lifetime), handler](const Argument& argument) {
-        if (!alive.expired()) {
-            (this->*handler)(argument);
-        }
-    };
+    return lifetime.guard([this, handler](const Argument& argument) { (this->*handler)(argument); }
+    );
 }
 
 } // namespace locking

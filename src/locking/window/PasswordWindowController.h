@@ -8,6 +8,7 @@
 #include "locking/window/PasswordWindowView.h"
 #include "locking/window/ScreenFollower.h"
 #include "platform/EventMonitors.h"
+#include "platform/Lifetime.h"
 #include "platform/Windows.h"
 #include "platform/Workspace.h"
 #include "toolkit/TextMovement.h"
@@ -82,7 +83,7 @@ private:
     bool closed = false;
 
     /// What was posted or registered looks at it before it touches this controller.
-    std::shared_ptr<const bool> lifetime = std::make_shared<const bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace locking

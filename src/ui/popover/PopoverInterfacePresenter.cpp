@@ -47,15 +47,11 @@ void PopoverInterfacePresenter::startService()
 
 void PopoverInterfacePresenter::wire()
 {
-    configurationAndPreferencesService.addOnConfigurationChangeEvent(
-        [this, living = std::weak_ptr<bool>(alive)] {
-            if (!living.expired()) {
-                popoverViewController->refreshLockedApplicationsAndInterface(
-                    configurationAndPreferencesService.getLockedApplications()
-                );
-            }
-        }
-    );
+    configurationAndPreferencesService.addOnConfigurationChangeEvent(lifetime.guard([this] {
+        popoverViewController->refreshLockedApplicationsAndInterface(
+            configurationAndPreferencesService.getLockedApplications()
+        );
+    }));
     popupSystem->onWillShowPopover = [this] {
         popoverViewController->state = configurationAndPreferencesService.hasPassword()
                                            ? State::PasswordRequired

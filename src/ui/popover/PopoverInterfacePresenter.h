@@ -2,6 +2,7 @@
 // requests out; those that need another window go to the owner. Main thread only.
 #pragma once
 
+#include "platform/Lifetime.h"
 #include "storage/ConfigurationAndPreferencesService.h"
 #include "ui/popover/PopoverViewController.h"
 #include "ui/popover/PopupSystem.h"
@@ -38,7 +39,7 @@ private:
     void switchActive(bool active);
     void switchLoginItem(bool enabled);
 
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace ui

@@ -34,11 +34,7 @@ PopupSystem::PopupSystem(ViewController& viewController, std::string image, std:
     popover.onCloseRequest = [this] { hidePopover(); };
     platform::current().eventMonitors.addGlobalMonitor(
         platform::EVENT_MASK_LEFT_MOUSE_DOWN | platform::EVENT_MASK_RIGHT_MOUSE_DOWN,
-        [this, living = std::weak_ptr<bool>(alive)](const platform::Event& /*event*/) {
-            if (!living.expired()) {
-                hidePopover();
-            }
-        }
+        lifetime.guard([this](const platform::Event& /*event*/) { hidePopover(); })
     );
 }
 
@@ -57,11 +53,7 @@ void PopupSystem::showPopover()
 
 void PopupSystem::later(void (PopupSystem::*step)())
 {
-    app::BackgroundRunner::runOnMainThread([this, step, living = std::weak_ptr<bool>(alive)] {
-        if (!living.expired()) {
-            (this->*step)();
-        }
-    });
+    app::BackgroundRunner::runOnMainThread(lifetime.guard([this, step] { (this->*step)(); }));
 }
 
 void PopupSystem::follow()

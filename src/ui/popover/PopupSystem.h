@@ -4,6 +4,7 @@
 
 #include "applications/SystemApplicationsService.h"
 #include "applications/SystemConfigurationService.h"
+#include "platform/Lifetime.h"
 #include "platform/StatusBar.h"
 #include "ui/popover/Popover.h"
 #include "ui/views/ViewController.h"
@@ -53,7 +54,7 @@ private:
 
     applications::SystemApplicationsService systemApplicationsService;
     applications::SystemConfigurationService systemConfigurationService;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
     bool absenceSaid = false;
 };
 

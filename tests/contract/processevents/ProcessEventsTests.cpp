@@ -284,12 +284,12 @@ TEST(ProcessEvents, SourceThatNeverAnswersIsGivenUp)
 TEST(ProcessEvents, WantOfDescriptorsIsSaidOnce)
 {
     processes::Recorder<std::string> lines;
+    processes::Recorder<pid_t> execs;
+    processes::Recorder<bool> ready;
     proc::ProcessEvents events(
         [&](std::string_view line) { lines.add(std::string(line)); }, optionsFor(Source::Scan)
     );
-    processes::Recorder<pid_t> execs;
     events.onExec = [&](const proc::ProcessFacts& facts) { execs.add(facts.pid); };
-    processes::Recorder<bool> ready;
     events.onSnapshot = [&](const auto&) { ready.add(true); };
     events.start();
     ASSERT_TRUE(ready.waitForOne([](bool) { return true; }));

@@ -34,12 +34,12 @@ protected:
         hands.release(desktop::KEY_SHIFT);
     }
 
-    /// A point of the small text that names the layout.
+    /// A point of the small text that names the layout, which stands below all other text.
     std::optional<std::pair<int, int>> layoutText() const
     {
         const desktop::Rectangle area = controlsOf(session->desk.server().screens().at(0));
         const desktop::Picture picture = desktop::capture(session->desk.connection(), area);
-        for (int y = area.y; y < area.y + area.height; ++y) {
+        for (int y = area.y + area.height - 1; y >= area.y; --y) {
             for (int x = area.x; x < area.x + area.width; ++x) {
                 if (picture.at(x, y) == LAYOUT_TEXT) {
                     return std::pair(x, y);

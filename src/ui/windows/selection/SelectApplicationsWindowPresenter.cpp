@@ -18,13 +18,9 @@ SelectApplicationsWindowPresenter::SelectApplicationsWindowPresenter()
           storage::ConfigurationAndPreferencesService::sharedInstance()
       )
 {
-    configurationAndPreferencesService.addOnConfigurationChangeEvent(
-        [this, stillThere = std::weak_ptr(alive)] {
-            if (!stillThere.expired()) {
-                settingsChanged();
-            }
-        }
-    );
+    configurationAndPreferencesService.addOnConfigurationChangeEvent(lifetime.guard([this] {
+        settingsChanged();
+    }));
 }
 
 SelectApplicationsWindowPresenter::~SelectApplicationsWindowPresenter()
@@ -91,13 +87,10 @@ void SelectApplicationsWindowPresenter::stopMonitoring()
 
 void SelectApplicationsWindowPresenter::reload()
 {
-    const auto deliverHere = [this,
-                              number = ++lastReload,
-                              stillThere = std::weak_ptr(alive)](const ApplicationsList& list) {
-        if (!stillThere.expired()) {
+    const auto deliverHere =
+        lifetime.guard([this, number = ++lastReload](const ApplicationsList& list) {
             deliver(number, list);
-        }
-    };
+        });
     SelectableApplications selectable(
         systemApplicationsService, configurationAndPreferencesService, showRunningApplications
     );

@@ -6,6 +6,7 @@
 #include "applications/ApplicationEntity.h"
 #include "applications/ApplicationsMonitorService.h"
 #include "applications/SystemApplicationsService.h"
+#include "platform/Lifetime.h"
 #include "ui/windows/selection/ApplicationsSelectWindowController.h"
 
 #include <cstdint>
@@ -60,7 +61,7 @@ private:
     bool changing = false;
     std::uint64_t lastReload = 0;
     std::uint64_t newestDelivered = 0;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);
+    platform::Lifetime lifetime;
 };
 
 } // namespace ui
