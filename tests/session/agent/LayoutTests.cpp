@@ -48,6 +48,28 @@ protected:
         }
         return std::nullopt;
     }
+
+    /// The line that ends with such a point.
+    desktop::Picture lineOfTextAt(int y) const
+    {
+        constexpr int HEIGHT = 15;
+        desktop::Rectangle line = controlsOf(session->desk.server().screens().at(0));
+        line.y = static_cast<std::int16_t>(y - HEIGHT + 1);
+        line.height = HEIGHT;
+        return desktop::capture(session->desk.connection(), line);
+    }
+
+    /// It says something else, and is not pressed any more.
+    bool turnsIntoAnother(const desktop::Picture& before, int y) const
+    {
+        return desktop::waitUntil(
+            [&] {
+                const desktop::Picture now = lineOfTextAt(y);
+                return now.countDifferent(before) > 0 && now.contains(LAYOUT_TEXT);
+            },
+            PATIENCE
+        );
+    }
 };
 
 TEST_F(Layout, IsSwitchedInTheLockByAClickOnItsName)
@@ -63,9 +85,11 @@ TEST_F(Layout, IsSwitchedInTheLockByAClickOnItsName)
 
     const auto place = layoutText();
     ASSERT_TRUE(place.has_value());
+    const desktop::Picture russian = lineOfTextAt(place->second);
     session->desk.input().click(
         static_cast<std::int16_t>(place->first), static_cast<std::int16_t>(place->second)
     );
+    ASSERT_TRUE(turnsIntoAnother(russian, place->second));
     EXPECT_TRUE(opensWithThePassword());
     EXPECT_TRUE(getsFocus(xterm.process()));
 }
