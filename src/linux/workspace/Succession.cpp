@@ -37,9 +37,11 @@ bool Succession::takeOver(Instance& instance, const std::vector<proc::ProcessFac
 bool Succession::isMistaken(const Instance& instance, const proc::ProcessFacts& facts) const
 {
     const proc::ProcessFacts& taken = instance.leader;
+    // In the middle of an exec the arguments are not there yet.
+    const bool same = taken.executable == facts.executable &&
+                      (taken.arguments.empty() || taken.arguments == facts.arguments);
     return instance.takenOver && ask.now() - *instance.takenOver <= LONGEST_DELAY &&
-           taken.pid == facts.pid && taken.executable == facts.executable &&
-           taken.arguments == facts.arguments;
+           taken.pid == facts.pid && same;
 }
 
 } // namespace workspace

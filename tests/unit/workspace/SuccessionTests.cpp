@@ -181,3 +181,15 @@ TEST_F(Succession, IsMistakenWhenTheSameIsExecutedSoonAfterwards)
     time += workspace::Succession::LONGEST_DELAY + std::chrono::milliseconds(1);
     EXPECT_FALSE(succession.isMistaken(*editor, heir));
 }
+
+TEST_F(Succession, IsMistakenWhereTheHeirWasSeenInTheMiddleOfItsExec)
+{
+    const proc::ProcessFacts executed = process(11, "mousepad");
+    ASSERT_FALSE(executed.arguments.empty());
+    proc::ProcessFacts early = executed;
+    early.arguments.clear();
+
+    ASSERT_TRUE(takesOver({early}));
+
+    EXPECT_TRUE(succession.isMistaken(*editor, executed));
+}
