@@ -5,6 +5,8 @@
 #include "desktop/Wait.h"
 
 #include <filesystem>
+#include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -21,8 +23,7 @@ cd "$HOME"
 mkdir work && cd work
 for round in 1 2 3 4 5 6 7 8; do
     for part in a b c; do
-        printf '#include <map>\n#include <set>
-#include <string>\n#include <vector>\n' >$part$round.cpp
+        printf '#include <map>\n#include <string>\n#include <vector>\n' >$part$round.cpp
         printf 'std::map<std::string, std::vector<int>> %s%s;\n' $part $round >>$part$round.cpp
     done
     ls -la / >list; find /etc -maxdepth 2 2>/dev/null | sort | uniq -c | head -50 >>list
