@@ -171,8 +171,8 @@ Problem Stage::startAgain(const Application& application)
 
 Problem Stage::end(const Application& application)
 {
-    if (!endAll()) {
-        return "does not end";
+    if (Problem problem = endAll()) {
+        return problem;
     }
     const std::string ended = "Terminated: " + application.name;
     if (!desktop::waitUntil([&] { return chronicle->countOf(ended) >= ends; }, LONGEST_END)) {
@@ -229,8 +229,8 @@ Problem Stage::startAgainLocked(const Application& application)
 
 Problem Stage::endLocked(const Application& application)
 {
-    if (!endAll()) {
-        return "does not end";
+    if (Problem problem = endAll()) {
+        return problem;
     }
     return desktop::waitUntil(
                [&] { return chronicle->countOf("Terminated: " + application.name) > 0; },
@@ -240,7 +240,7 @@ Problem Stage::endLocked(const Application& application)
                : Problem("end not seen: " + chronicle->text());
 }
 
-bool Stage::endAll()
+Problem Stage::endAll()
 {
     const auto signalAll = [this](int number) {
         const std::set<pid_t> all = strangers();
@@ -254,8 +254,21 @@ bool Stage::endAll()
         desktop::waitUntil([this] { return strangers().empty(); }, ORDERLY_END, 20ms) ||
         desktop::waitUntil([&] { return signalAll(SIGKILL); }, LONGEST_END, 20ms);
     children.clear();
+    if (!ended) {
+        return "does not end";
+    }
     const auto noWindow = [this] { return session.desk.windows().managed().empty(); };
-    return ended && desktop::waitUntil(noWindow, LONGEST_END);
+    return desktop::waitUntil(noWindow, LONGEST_END) ? std::nullopt : Problem(windowsThatStay());
+}
+
+std::string Stage::windowsThatStay()
+{
+    desktop::WindowList& windows = session.desk.windows();
+    std::string text = "window stays:";
+    for (const xcb_window_t window : windows.managed()) {
+        text += " " + windows.classOf(window);
+    }
+    return text;
 }
 
 std::string Stage::report()

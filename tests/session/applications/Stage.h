@@ -55,7 +55,8 @@ private:
     desktop::ChildProcess inShell(const std::string& command);
     bool hears(const std::string& line, std::size_t times = 1);
     Problem unlock();
-    bool endAll();
+    Problem endAll();
+    std::string windowsThatStay();
     std::set<pid_t> strangers();
 
     agent::AgentSession session;
