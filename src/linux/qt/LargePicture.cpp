@@ -73,13 +73,16 @@ void LargePicture::decodeAside()
 {
     platform::DispatchQueues& both = queues;
     both.asyncGlobal([&both, path = content->path, wanted = std::weak_ptr(content)] {
-        both.asyncMain([image = decode(path), wanted] {
-            if (const std::shared_ptr<Content> there = wanted.lock()) {
-                there->take(image);
-                paintWindowsAgain();
-            }
-        });
+        both.asyncMain([image = decode(path), wanted] { deliver(image, wanted); });
     });
+}
+
+void LargePicture::deliver(const QImage& image, const std::weak_ptr<Content>& wanted)
+{
+    if (const std::shared_ptr<Content> there = wanted.lock()) {
+        there->take(image);
+        paintWindowsAgain();
+    }
 }
 
 QPixmap LargePicture::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state)

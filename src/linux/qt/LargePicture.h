@@ -8,6 +8,7 @@
 
 #include <QIcon>
 #include <QIconEngine>
+#include <QImage>
 #include <QString>
 
 #include <memory>
@@ -31,6 +32,7 @@ private:
     struct Content;
 
     void decodeAside();
+    static void deliver(const QImage& image, const std::weak_ptr<Content>& wanted);
 
     std::shared_ptr<Content> content; // shared by the copies
     platform::DispatchQueues& queues;

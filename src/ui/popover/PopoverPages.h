@@ -14,7 +14,7 @@ public:
     explicit PopoverPages(QWidget& view);
 
     void hideAll();
-    void show(ViewController& page);
+    void show(ViewController& wanted);
     void showContent();
 
 private:
