@@ -1,6 +1,7 @@
 #include "linux/workspace/Succession.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace workspace {
 
@@ -28,7 +29,11 @@ bool Succession::takeOver(Instance& instance, const std::vector<proc::ProcessFac
     if (heir == survivors.end()) {
         return false;
     }
+    std::vector<std::string> arguments = std::move(instance.leader.arguments);
     instance.leader = *heir;
+    if (heir->arguments.empty()) { // in the middle of an exec, perhaps of the same once more
+        instance.leader.arguments = std::move(arguments);
+    }
     instance.takenOver = ask.now();
     instance.processes[heir->pid] = heir->startTime;
     return true;
@@ -37,11 +42,9 @@ bool Succession::takeOver(Instance& instance, const std::vector<proc::ProcessFac
 bool Succession::isMistaken(const Instance& instance, const proc::ProcessFacts& facts) const
 {
     const proc::ProcessFacts& taken = instance.leader;
-    // In the middle of an exec the arguments are not there yet.
-    const bool same = taken.executable == facts.executable &&
-                      (taken.arguments.empty() || taken.arguments == facts.arguments);
     return instance.takenOver && ask.now() - *instance.takenOver <= LONGEST_DELAY &&
-           taken.pid == facts.pid && same;
+           taken.pid == facts.pid && taken.executable == facts.executable &&
+           taken.arguments == facts.arguments;
 }
 
 } // namespace workspace
