@@ -122,11 +122,7 @@ TEST_F(Announcements, ActivationIsReportedByApplicationOldOneFirst)
 
 TEST_F(Announcements, ActivationIsOfTheApplicationWhoseWindowIsInFront)
 {
-    index.add(known("calc"));
-    index.add(known("writer"));
-    index.shared = {"calc", "writer"};
-    start();
-    exec(10, "writer");
+    startOffice();
     windows.show({10, "writer", "writer", "", 1});
     windows.show({10, "calc", "calc", "", 2});
     heard.clear();

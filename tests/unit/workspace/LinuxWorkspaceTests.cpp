@@ -67,11 +67,7 @@ TEST_F(LinuxWorkspace, HiddenEntryIsAccessoryUntilItShowsAWindow)
 
 TEST_F(LinuxWorkspace, LaunchIsLookedUpAsTheApplicationItIsAbout)
 {
-    index.add(known("calc"));
-    index.add(known("writer"));
-    index.shared = {"calc", "writer"};
-    start();
-    exec(10, "writer");
+    startOffice();
     windows.show({10, "writer", "soffice", "", 1});
     windows.show({10, "calc", "soffice", "", 2});
     std::string found;
@@ -127,11 +123,7 @@ TEST_F(LinuxWorkspace, BringingForwardTriesEveryProcessOfTheInstance)
 
 TEST_F(LinuxWorkspace, WindowOfTheApplicationComesForwardWhereOneProcessIsSeveral)
 {
-    index.add(known("calc"));
-    index.add(known("writer"));
-    index.shared = {"calc", "writer"};
-    start();
-    exec(10, "writer");
+    startOffice();
     windows.show({10, "writer", "writer", "", 1});
     windows.show({10, "calc", "calc", "", 2});
     ASSERT_EQ(desktop.runningApplications("calc").size(), 1U);

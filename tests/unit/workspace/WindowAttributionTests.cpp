@@ -26,11 +26,7 @@ TEST_F(WindowAttribution, WindowNeverOverridesWhatAProcessExecutes)
 
 TEST_F(WindowAttribution, WindowTellsTheApplicationWhereOneProgramIsSeveral)
 {
-    index.add(known("calc"));
-    index.add(known("writer"));
-    index.shared = {"calc", "writer"};
-    start();
-    exec(10, "writer");
+    startOffice();
     windows.show({10, "writer", "soffice", "", 1});
     heard.clear();
     windows.show({10, "soffice", "soffice", "", 2});

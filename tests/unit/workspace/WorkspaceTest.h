@@ -35,6 +35,16 @@ protected:
         index.roles["xterm"] = "com.apple.Terminal";
     }
 
+    /// One program that is two applications, and runs as process 10 for one of them.
+    void startOffice()
+    {
+        index.add(known("calc"));
+        index.add(known("writer"));
+        index.shared = {"calc", "writer"};
+        start();
+        exec(10, "writer");
+    }
+
     void start()
     {
         desktop.start([this] { ready = true; });
