@@ -96,8 +96,7 @@ TEST_F(Life, EachStartIsLockedThoughTheLastOneHasJustEnded)
         Recorder xterm(session->desk); // ended, and started anew, at once
         ASSERT_TRUE(session->waitForLine("Will start: XTerm", start));
     }
-    // What the last one left behind may outlive the next one: then both end as one.
-    EXPECT_TRUE(session->waitForLine("Terminated: XTerm"));
+    EXPECT_TRUE(session->waitForLine("Terminated: XTerm", STARTS));
     EXPECT_TRUE(desktop::waitUntil([&] { return !isCovered(session->desk); }, PATIENCE));
 }
 
