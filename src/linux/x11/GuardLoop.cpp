@@ -189,6 +189,9 @@ void GuardLoop::handleFocus(const xcb_focus_in_event_t& event)
         capture.hint();
     }
     keyWindows.focusChanged(event);
+    if (capture.missing() && !keyWindows.focused()) {
+        keyWindows.wantFocus(); // who has it is given the next key as soon as the holder lets go
+    }
 }
 
 void GuardLoop::handleInput(const xcb_ge_generic_event_t& event)

@@ -32,7 +32,7 @@ void InputCapture::begin(Clock::time_point now)
         return;
     }
     active = true;
-    missing = false;
+    wasMissing = false;
     reportedMissing = false;
     missingSince = now;
     findDevices();
@@ -140,11 +140,11 @@ void InputCapture::noteResult(Clock::time_point now)
 {
     const bool keyboardLost = std::exchange(keyboardsWereHeld, keyboardsHeld) && !keyboardsHeld;
     if (complete()) {
-        missing = false;
+        wasMissing = false;
         nextAttempt = now + CONFIRMATION;
         return;
     }
-    const bool missedAnew = !std::exchange(missing, true);
+    const bool missedAnew = !std::exchange(wasMissing, true);
     if (missedAnew) {
         missingSince = now;
     }

@@ -45,6 +45,9 @@ public:
     /// Everything is held, as far as the server told.
     bool complete() const { return active && keyboardsHeld && pointersHeld; }
 
+    /// Somebody else holds what is wanted here.
+    bool missing() const { return active && !complete(); }
+
     /// When `attempt` is due; nothing while there is no capture to hold.
     std::optional<Clock::time_point> due() const;
     void attempt(Clock::time_point now = Clock::now());
@@ -74,7 +77,7 @@ private:
     bool active = false;
     bool keyboardsHeld = false;
     bool pointersHeld = false;
-    bool missing = false;
+    bool wasMissing = false;
     bool keyboardsWereHeld = false; // at the last attempt
     int escapes = 0;                // since the keyboard was last lost
     bool reportedMissing = false;

@@ -18,6 +18,9 @@ namespace {
 /// Between two windows a window manager names none for a moment.
 constexpr double SECONDS_BETWEEN_WINDOWS = 0.3;
 
+/// A window manager need not say that it overruled a request: nothing changes then.
+constexpr double SECONDS_UNTIL_FRONT_IS_CHECKED = 0.1;
+
 } // namespace
 
 X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform::Timers& timers)
@@ -54,7 +57,12 @@ void X11WindowSystem::wireClients()
     clients.onShown = [this](const workspace::WindowFacts& facts) {
         platform::call(onWindowShown, facts);
     };
-    clients.onGone = [this](xcb_window_t window) { platform::call(onWindowGone, window); };
+    clients.onGone = [this](xcb_window_t window) {
+        if (window == frontRequest.window()) {
+            frontRequest.withdraw();
+        }
+        platform::call(onWindowGone, window);
+    };
 }
 
 X11WindowSystem::~X11WindowSystem()
@@ -98,7 +106,19 @@ bool X11WindowSystem::bringFoundForward(xcb_window_t window)
 
 void X11WindowSystem::bringWindowForward(std::uint64_t window)
 {
-    wantedInFront = static_cast<xcb_window_t>(window);
+    const auto wanted = static_cast<xcb_window_t>(window);
+    if (lockFocused || guard.hasKeyWindow()) {
+        frontRequest.made(wanted, FrontRequest::Clock::now());
+        checkFrontLater();
+    } else {
+        frontRequest.withdraw();
+    }
+    askForFront(wanted);
+}
+
+void X11WindowSystem::askForFront(xcb_window_t window)
+{
+    wantedInFront = window;
     // A window manager refuses what seems older than the last change of the focus, so the request
     // bears the server's own time: that of the event which this change brings.
     xcb_change_property(
@@ -169,7 +189,28 @@ void X11WindowSystem::lockFocusChanged(bool focused)
     if (focused) {
         setActive(getpid(), XCB_NONE);
     } else {
+        frontRequest.lockLeft(FrontRequest::Clock::now());
         readActiveWindow();
+    }
+}
+
+void X11WindowSystem::checkFrontLater()
+{
+    const auto check = [this] {
+        checkFront();
+        if (frontRequest.pending(FrontRequest::Clock::now())) {
+            checkFrontLater();
+        }
+    };
+    timers.scheduleTimer(SECONDS_UNTIL_FRONT_IS_CHECKED, false, lifetime.guard(check));
+}
+
+void X11WindowSystem::checkFront()
+{
+    const auto now = FrontRequest::Clock::now();
+    if (!lockFocused && frontRequest.pending(now) &&
+        frontRequest.overruledBy(activeWindow(), now)) {
+        askForFront(frontRequest.window());
     }
 }
 
@@ -217,6 +258,7 @@ void X11WindowSystem::windowBecameActive(xcb_window_t window)
     }
     if (!lockFocused) {
         setActive(process, window);
+        checkFront();
     }
 }
 

@@ -1,10 +1,12 @@
 // Applications' windows and which of them is in front, on an X11 desktop with or without a window
 // manager. A window of this program's own that comes to the front of a lock gives the focus back to
-// it. Main thread only.
+// it; a window that is to come to the front when a lock ends does so though the window manager
+// first thinks of another. Main thread only.
 #pragma once
 
 #include "linux/workspace/WindowSystem.h"
 #include "linux/x11/ClientWindows.h"
+#include "linux/x11/FrontRequest.h"
 #include "linux/x11/StartupMessages.h"
 #include "linux/x11/X11Desktop.h"
 #include "linux/x11/X11Guard.h"
@@ -43,6 +45,9 @@ private:
     void confirmThatNoneIsActive();
     void windowBecameActive(xcb_window_t window);
     bool bringFoundForward(xcb_window_t window);
+    void askForFront(xcb_window_t window);
+    void checkFrontLater();
+    void checkFront();
     void setActive(pid_t process, xcb_window_t window);
     void activate(xcb_window_t window, xcb_timestamp_t time) const;
 
@@ -54,6 +59,7 @@ private:
     StartupMessages startupMessages;
     xcb_window_t clock;                    // a window that is never shown
     xcb_window_t wantedInFront = XCB_NONE; // until the server's time is known
+    FrontRequest frontRequest;
     bool lockFocused = false;
     std::pair<pid_t, xcb_window_t> active; // what was told last
     platform::Lifetime lifetime;

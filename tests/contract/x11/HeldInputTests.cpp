@@ -2,6 +2,7 @@
 #include "CaptureFixture.h"
 #include "HoldingClient.h"
 #include "MasterDevices.h"
+#include "Terminal.h"
 #include "linux/x11/InputCapture.h"
 
 #include <chrono>
@@ -40,6 +41,25 @@ TEST_F(HeldInput, AnOpenMenuThatHoldsTheKeyboardIsClosedByEscape)
     EXPECT_FALSE(menu.holds());
     EXPECT_EQ(1, menu.keysSeen());
     EXPECT_LT(taken.count(), 0.8);
+}
+
+TEST_F(HeldInput, WhoTakesTheFocusMeanwhileDoesNotKeepIt)
+{
+    Terminal terminal(world);
+    ASSERT_TRUE(terminal.hasFocusSoon());
+    HoldingClient holder(display, 1000);
+    lock();
+    ToolkitWindow window(display, FRAME);
+    const auto adopted = adopt(window);
+    ASSERT_TRUE(takesKeysSoon(window));
+
+    desktop::XConnection other(display);
+    xcb_set_input_focus(
+        other.get(), XCB_INPUT_FOCUS_PARENT, terminal.windowSoon(), XCB_CURRENT_TIME
+    );
+    other.sync();
+    EXPECT_TRUE(takesKeysSoon(window));
+    EXPECT_FALSE(world.guard.captured());
 }
 
 TEST_F(HeldInput, MenusWithinMenusAreClosedOneByOne)

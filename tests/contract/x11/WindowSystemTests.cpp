@@ -252,6 +252,67 @@ TEST_F(Managed, ThisProcessIsActiveWhileItsLockWindowHasTheFocus)
     EXPECT_EQ(window.id(), world.session.windows().focused());
 }
 
+/// Asks the window manager as a panel does, in the name of the user.
+void askForFront(desktop::XConnection& connection, xcb_window_t window)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = connection.atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = 2;
+    xcb_send_event(
+        connection.get(),
+        0,
+        connection.root(),
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        static_cast<const char*>(static_cast<const void*>(&message))
+    );
+    connection.sync();
+}
+
+TEST_F(Managed, WhatIsBroughtForwardAtTheEndOfALockStaysThereThoughAnotherIsPutInFront)
+{
+    world.windowSystem.start();
+    const auto first = world.session.start({"xterm"});
+    ASSERT_TRUE(isActiveSoon(first.id()));
+    ForeignWindows foreign(world.session.server().displayName());
+    const xcb_window_t other = showTyped(foreign, "_NET_WM_WINDOW_TYPE_NORMAL");
+    ASSERT_TRUE(isActiveSoon(getpid()));
+    ToolkitWindow window(world.session.server().displayName(), {0, 0, 1280, 720});
+    const auto adopted =
+        world.windows.adoptWindow(window.id(), world.lockAttributes({0, 0, 1280, 720}));
+    window.show();
+    adopted->makeKeyAndOrderFront();
+    ASSERT_TRUE(soon([&] { return world.session.windows().focused() == window.id(); }));
+
+    EXPECT_TRUE(world.windowSystem.bringForward(first.id()));
+    adopted->close();
+    window.hide();
+    ASSERT_TRUE(isActiveSoon(first.id()));
+    active.clear();
+    askForFront(foreign.display(), other);
+    ASSERT_TRUE(soon([&] { return std::count(active.begin(), active.end(), getpid()) == 1; }));
+    EXPECT_TRUE(isActiveSoon(first.id()));
+}
+
+TEST_F(Managed, WithoutALockWhatIsPutInFrontLaterStaysThere)
+{
+    world.windowSystem.start();
+    const auto first = world.session.start({"xterm"});
+    ASSERT_TRUE(isActiveSoon(first.id()));
+    const auto second = world.session.start({"xterm"});
+    ASSERT_TRUE(isActiveSoon(second.id()));
+    EXPECT_TRUE(world.windowSystem.bringForward(first.id()));
+    ASSERT_TRUE(isActiveSoon(first.id()));
+    ForeignWindows foreign(world.session.server().displayName());
+    const xcb_window_t other = showTyped(foreign, "_NET_WM_WINDOW_TYPE_NORMAL");
+    ASSERT_TRUE(isActiveSoon(getpid()));
+    EXPECT_FALSE(world.mainLoop.runUntil(
+        [&] { return world.session.windows().active() != other; }, x11::FrontRequest::SETTLING
+    ));
+}
+
 TEST_F(Managed, WithoutALockActivatingBringsThisProgramsOwnWindowForward)
 {
     world.windowSystem.start();
