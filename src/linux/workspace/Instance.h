@@ -40,4 +40,10 @@ struct Instance
 
 using InstancePtr = std::shared_ptr<Instance>;
 
+/// True of what runs in a terminal that the instance shows, whatever it executes.
+inline bool hasOwnTerminal(const proc::ProcessFacts& facts, const Instance& instance)
+{
+    return facts.terminal != 0 && facts.terminal != instance.leader.terminal;
+}
+
 } // namespace workspace

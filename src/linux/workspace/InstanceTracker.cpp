@@ -54,7 +54,12 @@ void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
 {
     ends.forgetEarlierOwner(facts);
     const InstancePtr instance = list.ofProcess(facts.pid);
-    if (instance != nullptr && instance->leader.pid == facts.pid) {
+    if (instance == nullptr || instance->leader.pid != facts.pid) {
+        return;
+    }
+    if (instance->takenOver && hasOwnTerminal(facts, *instance)) {
+        ends.giveBack(instance, facts.pid); // the terminal went before it had executed anything
+    } else {
         instance->leader = facts;
     }
 }
@@ -110,8 +115,7 @@ bool InstanceTracker::joinsTree(const Sighting& sighting)
         return false;
     }
     // Typed by the user in a terminal that the instance itself shows, or chosen in its menu.
-    const bool ownTerminal = facts.terminal != 0 && facts.terminal != parent->leader.terminal;
-    if (ownTerminal || sighting.launched) {
+    if (hasOwnTerminal(facts, *parent) || sighting.launched) {
         return false;
     }
     addProcess(*parent, facts.pid, facts.startTime);

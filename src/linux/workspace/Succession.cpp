@@ -24,7 +24,8 @@ bool Succession::takeOver(Instance& instance, const std::vector<proc::ProcessFac
 {
     const auto heir = std::find_if(survivors.begin(), survivors.end(), [&](const auto& facts) {
         const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
-        return couldBeAChild && list.ofProcess(facts.pid) == nullptr;
+        return couldBeAChild && !hasOwnTerminal(facts, instance) &&
+               list.ofProcess(facts.pid) == nullptr;
     });
     if (heir == survivors.end()) {
         return false;

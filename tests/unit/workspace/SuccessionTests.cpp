@@ -104,6 +104,56 @@ TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingElseStaysWhatItIs)
     EXPECT_THAT(said, ElementsAre("started thunar"));
 }
 
+TEST_F(TrackerSuccession, WhatRanInATerminalThatWentDoesNotTakeItOver)
+{
+    start(10, "xterm");
+    survivors = {process(11, "xterm", 5)};
+    end(10);
+
+    EXPECT_THAT(said, ElementsAre("started xterm", "ended xterm"));
+}
+
+TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingInATerminalOfItsOwnEndsWhatItTookOver)
+{
+    start(10, "xterm");
+    survivors = {process(11, "xterm")};
+    end(10);
+    survivors.clear();
+    EXPECT_THAT(said, ElementsAre("started xterm"));
+    tracker.processBecame(process(11, "bash", 5));
+
+    EXPECT_EQ(said.back(), "ended xterm");
+    EXPECT_TRUE(tracker.instances().all().empty());
+}
+
+TEST_F(TrackerSuccession, EndOfWhatWasTakenOverByMistakeIsNotSaidAfterTheNextStart)
+{
+    start(10, "xterm");
+    survivors = {process(11, "xterm")};
+    end(10);
+    survivors.clear();
+    start(20, "xterm");
+    said.clear();
+    tracker.processBecame(process(11, "bash", 5));
+
+    EXPECT_THAT(said, ElementsAre("handed over xterm"));
+    EXPECT_EQ(tracker.instances().ofProcess(20)->leader.pid, 20);
+    end(20);
+    EXPECT_EQ(said.back(), "ended xterm");
+}
+
+TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingWithoutATerminalCarriesOn)
+{
+    start(10, "thunar");
+    survivors = {process(11, "thunar")};
+    end(10);
+    survivors.clear();
+    tracker.processBecame(process(11, "real"));
+
+    EXPECT_THAT(said, ElementsAre("started thunar"));
+    EXPECT_EQ(tracker.instances().ofProcess(11)->leader.executable, "/usr/bin/real");
+}
+
 TEST_F(TrackerSuccession, SurvivorThatIsSeenAgainLongAfterwardsIsNoStart)
 {
     start(10, "thunar");
