@@ -40,6 +40,7 @@ void KeychainGate::run()
 
 void KeychainGate::deliver()
 {
+    worker.join(); // this was the last it had to do
     // Nothing is touched after the call: it may end the gate.
     if (result.items) {
         platform::call(onReady, std::move(result.items));
