@@ -157,6 +157,7 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
         .parent = status->parent,
         .user = user,
         .terminal = status->terminal,
+        .isFork = status->isFork, // of what is read before it
         .startTime = status->startTime,
         .executable = std::move(*executable),
         .arguments = std::move(arguments),

@@ -14,7 +14,8 @@ struct ProcessFacts
     pid_t pid = 0;
     pid_t parent = 0;
     uid_t user = 0;
-    int terminal = 0; // device number of the controlling terminal, 0 for none
+    int terminal = 0;    // device number of the controlling terminal, 0 for none
+    bool isFork = false; // has executed nothing since it was forked off
     std::uint64_t startTime =
         0;                  // clock ticks since boot; with the pid it names the process for good
     std::string executable; // absolute path, also of a file that was replaced meanwhile

@@ -30,12 +30,13 @@ struct Instance
     bool guest = false;
     /// No process announced it.
     bool byWindow = false;
+    /// Its leader was found when the last one ended.
+    bool takenOver = false;
     /// It runs because of a start that was announced before its process was.
     bool expected = false;
     /// Its start was announced then, and no window has come of it yet.
     std::optional<Clock::time_point> awaited;
     std::optional<Clock::time_point> windowlessSince; // its last window went
-    std::optional<Clock::time_point> takenOver; // the leader was found when the last one ended
 };
 
 using InstancePtr = std::shared_ptr<Instance>;

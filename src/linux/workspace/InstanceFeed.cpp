@@ -168,6 +168,9 @@ void InstanceFeed::windowShown(const WindowFacts& window)
     if (pid == getpid()) {
         return;
     }
+    if (listening) {
+        startUnheardOf(pid);
+    }
     const InstancePtr instance = attribution.instanceOf(window, listening);
     if (instance == nullptr) {
         return;
@@ -176,6 +179,18 @@ void InstanceFeed::windowShown(const WindowFacts& window)
         parts.tracker.windowShown(instance, window.window);
     } else {
         InstanceTracker::windowThere(instance, window.window);
+    }
+}
+
+/// A window may be heard of before the exec of its process is.
+void InstanceFeed::startUnheardOf(pid_t pid)
+{
+    const bool isKnown = pid <= 0 || parts.tracker.instances().ofProcess(pid) != nullptr;
+    const auto facts = isKnown ? std::nullopt : parts.processes.factsOf(pid);
+    if (facts && !facts->isFork) {
+        for (const Sighting& sighting : sightingsOf({*facts})) {
+            take(sighting);
+        }
     }
 }
 

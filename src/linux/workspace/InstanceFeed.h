@@ -66,6 +66,7 @@ private:
     void takeSnapshot(const std::vector<Sighting>& sightings);
     void take(const Sighting& sighting);
     void windowShown(const WindowFacts& window);
+    void startUnheardOf(pid_t pid);
     void hinted(const std::string& entry) const;
     void activeChanged(pid_t process, std::uint64_t window) const;
     void watch(pid_t pid, std::uint64_t startTime);

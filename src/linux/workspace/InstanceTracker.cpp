@@ -89,9 +89,7 @@ bool InstanceTracker::joins(const Sighting& sighting)
     const std::string& identifier = sighting.application->identifier;
     ends.forgetEarlierOwner(facts);
     const InstancePtr own = list.ofProcess(facts.pid);
-    if (own != nullptr && succession.isMistaken(*own, facts)) {
-        ends.giveBack(own, facts.pid);
-    } else if (own != nullptr && own->application->identifier == identifier) {
+    if (own != nullptr && own->application->identifier == identifier) {
         processBecame(facts); // a wrapper that became what it wraps
         return true;
     }

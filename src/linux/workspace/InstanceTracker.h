@@ -103,7 +103,7 @@ private:
     LaunchHints hints;
     std::uint64_t latest = 0;
     AwaitedStarts awaited{list, ask};
-    Succession succession{list, ask};
+    Succession succession{list};
     HandOver handOver{list, ask};
     ProcessEnds ends{list, ask, succession, handOver};
     WindowEvidence windows{list, ask, awaited};

@@ -53,7 +53,7 @@ void ProcessEnds::forgetEarlierOwner(const proc::ProcessFacts& facts)
 
 void ProcessEnds::giveBack(const InstancePtr& instance, pid_t pid)
 {
-    instance->takenOver.reset();
+    instance->takenOver = false;
     instance->processes.erase(pid);
     if (!instance->processes.empty()) {
         Succession::leadByOldest(*instance);

@@ -1,7 +1,6 @@
 #include "linux/workspace/Succession.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace workspace {
 
@@ -23,29 +22,26 @@ bool Succession::takeOver(Instance& instance, const std::vector<proc::ProcessFac
     const
 {
     const auto heir = std::find_if(survivors.begin(), survivors.end(), [&](const auto& facts) {
-        const bool couldBeAChild = facts.startTime >= instance.leader.startTime;
-        return couldBeAChild && !hasOwnTerminal(facts, instance) &&
-               list.ofProcess(facts.pid) == nullptr;
+        return mayBeLeftBehind(facts, instance) && list.ofProcess(facts.pid) == nullptr;
     });
     if (heir == survivors.end()) {
         return false;
     }
-    std::vector<std::string> arguments = std::move(instance.leader.arguments);
     instance.leader = *heir;
-    if (heir->arguments.empty()) { // in the middle of an exec, perhaps of the same once more
-        instance.leader.arguments = std::move(arguments);
-    }
-    instance.takenOver = ask.now();
+    instance.takenOver = true;
     instance.processes[heir->pid] = heir->startTime;
     return true;
 }
 
-bool Succession::isMistaken(const Instance& instance, const proc::ProcessFacts& facts) const
+/// A child, that is, and none that runs in the instance's terminal. What has executed the very same
+/// once more is a start of its own, and so may be what is in the middle of an exec: either is heard
+/// of soon.
+bool Succession::mayBeLeftBehind(const proc::ProcessFacts& facts, const Instance& instance)
 {
-    const proc::ProcessFacts& taken = instance.leader;
-    return instance.takenOver && ask.now() - *instance.takenOver <= LONGEST_DELAY &&
-           taken.pid == facts.pid && taken.executable == facts.executable &&
-           taken.arguments == facts.arguments;
+    const proc::ProcessFacts& leader = instance.leader;
+    const bool isStart =
+        facts.arguments.empty() || (!facts.isFork && facts.arguments == leader.arguments);
+    return facts.startTime >= leader.startTime && !isStart && !hasOwnTerminal(facts, instance);
 }
 
 } // namespace workspace

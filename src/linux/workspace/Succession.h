@@ -4,7 +4,6 @@
 #pragma once
 
 #include "linux/workspace/InstanceList.h"
-#include "linux/workspace/Questions.h"
 
 #include <vector>
 
@@ -13,11 +12,8 @@ namespace workspace {
 class Succession
 {
 public:
-    /// Between an exec and the time when it is heard of.
-    static constexpr std::chrono::seconds LONGEST_DELAY{5};
-
-    /// Both must outlive this.
-    Succession(const InstanceList& list, const Questions& ask) : list(list), ask(ask) {}
+    /// The list must outlive this.
+    explicit Succession(const InstanceList& list) : list(list) {}
 
     /// Changes nothing while the leader is one of the processes.
     static void leadByOldest(Instance& instance);
@@ -26,13 +22,10 @@ public:
     /// process. False, and nothing changed, when none is.
     bool takeOver(Instance& instance, const std::vector<proc::ProcessFacts>& survivors) const;
 
-    /// True for an exec that is heard of only after its process was taken for what the instance
-    /// left behind: what is left behind was forked off and executes nothing anew.
-    bool isMistaken(const Instance& instance, const proc::ProcessFacts& facts) const;
-
 private:
+    static bool mayBeLeftBehind(const proc::ProcessFacts& facts, const Instance& instance);
+
     const InstanceList& list;
-    const Questions& ask;
 };
 
 } // namespace workspace

@@ -11,13 +11,19 @@ namespace {
 class ProcFilesystemTest : public testing::Test
 {
 protected:
-    void addProcess(pid_t pid, pid_t parent, const std::string& executable, const std::string& line)
+    void addProcess(
+        pid_t pid,
+        pid_t parent,
+        const std::string& executable,
+        const std::string& line,
+        const std::string& flags = "9"
+    )
     {
         const std::string name = std::to_string(pid);
         folder.write(
             name + "/stat",
-            name + " (odd ) name) S " + std::to_string(parent) +
-                " 5 6 34816 8 9 10 11 12 13 14 15 16 17 18 19 20 0 4711 22 23\n"
+            name + " (odd ) name) S " + std::to_string(parent) + " 5 6 34816 8 " + flags +
+                " 10 11 12 13 14 15 16 17 18 19 20 0 4711 22 23\n"
         );
         folder.write(name + "/cmdline", line);
         folder.write(name + "/environ", "");
@@ -44,10 +50,19 @@ TEST_F(ProcFilesystemTest, FactsAreReadFromTheFiles)
     EXPECT_EQ(facts->parent, 7);
     EXPECT_EQ(facts->user, ::getuid());
     EXPECT_EQ(facts->terminal, 34816);
+    EXPECT_FALSE(facts->isFork);
     EXPECT_EQ(facts->startTime, 4711U);
     EXPECT_EQ(facts->executable, "/usr/bin/foo");
     EXPECT_EQ(facts->arguments, (std::vector<std::string>{"foo", "--bar", "", "last"}));
     EXPECT_EQ(facts->workingDirectory, "/home/user");
+}
+
+TEST_F(ProcFilesystemTest, ForkThatHasExecutedNothingIsToldApart)
+{
+    constexpr auto* FORKED = "64";
+    addProcess(42, 7, "/usr/bin/foo", "foo\0"s, FORKED);
+
+    EXPECT_TRUE(filesystem.facts(42)->isFork);
 }
 
 TEST_F(ProcFilesystemTest, ExecutableThatWasReplacedKeepsItsPath)

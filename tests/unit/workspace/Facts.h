@@ -34,6 +34,14 @@ inline proc::ProcessFacts process(pid_t pid, const std::string& executable, int 
     };
 }
 
+/// What such a process has forked off.
+inline proc::ProcessFacts forkOf(pid_t pid, const std::string& executable, int terminal = 0)
+{
+    proc::ProcessFacts result = process(pid, executable, terminal);
+    result.isFork = true;
+    return result;
+}
+
 /// The application's so-manyth instance, with this one process.
 inline InstancePtr instance(std::uint64_t number, const std::string& identifier, pid_t pid)
 {

@@ -10,6 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using workspace::forkOf;
 using workspace::known;
 using workspace::process;
 using InstanceFeed = workspace::WorkspaceTest;
@@ -62,6 +63,35 @@ TEST_F(InstanceFeed, WindowCountsWhateverSessionItsProcessNamed)
     );
 }
 
+TEST_F(InstanceFeed, WindowThatComesBeforeTheExecOfItsProcessIsTheStartOfThat)
+{
+    start();
+    exec(10, "xterm");
+    heard.clear();
+    processes.all.push_back(process(20, "xterm"));
+    windows.show({20, "xterm", "XTerm"});
+    EXPECT_THAT(heard, ElementsAre("inserted xterm", "will launch xterm", "did launch xterm"));
+
+    heard.clear();
+    processes.onExec(process(20, "xterm"));
+    queues.runAll();
+    EXPECT_THAT(heard, IsEmpty());
+    windows.show({10, "xterm", "XTerm"});
+    EXPECT_THAT(heard, ElementsAre("did launch xterm"));
+    EXPECT_EQ(desktop.runningApplications("xterm").size(), 2U);
+}
+
+TEST_F(InstanceFeed, WindowOfAForkIsOfTheStartThatIsAwaited)
+{
+    start();
+    exec(10, "mousepad");
+    heard.clear();
+    processes.all.push_back(forkOf(20, "mousepad"));
+    windows.show({20, "mousepad", "mousepad"});
+
+    EXPECT_THAT(heard, ElementsAre("did launch mousepad"));
+}
+
 TEST_F(InstanceFeed, ProcessOfNobodyIsNeverHeardOf)
 {
     start();
@@ -92,7 +122,7 @@ TEST_F(InstanceFeed, ForkedProcessKeepsTheInstance)
     start();
     exec(10, "mousepad");
     heard.clear();
-    processes.all.push_back(process(11, "mousepad"));
+    processes.all.push_back(forkOf(11, "mousepad"));
     exit(10);
 
     EXPECT_THAT(heard, IsEmpty());
@@ -105,7 +135,7 @@ TEST_F(InstanceFeed, ForkOfTheLivingInstanceIsNoSurvivorOfASecondStart)
     exec(10, "xterm");
     exec(20, "xterm");
     heard.clear();
-    processes.all.push_back(process(21, "xterm")); // about to execute a shell
+    processes.all.push_back(forkOf(21, "xterm")); // about to execute a shell
     processes.ancestors[21] = {10, 1};
     exit(20);
     exit(21);
@@ -120,7 +150,7 @@ TEST_F(InstanceFeed, ProcessOfAnotherSessionIsNoSurvivor)
     exec(10, "mousepad");
     exec(20, "mousepad"); // hands over
     processes.environments[21].display = ":2";
-    processes.all.push_back(process(21, "mousepad"));
+    processes.all.push_back(forkOf(21, "mousepad"));
     exit(20);
     heard.clear();
     exit(10);
@@ -136,7 +166,7 @@ TEST_F(InstanceFeed, WhatItsWindowsAnnouncedKeepsWhatItLeavesBehindWhateverSessi
     start();
     exec(10, "mousepad");
     windows.show({10, "mousepad", "mousepad"});
-    processes.all.push_back(process(11, "mousepad"));
+    processes.all.push_back(forkOf(11, "mousepad"));
     exit(10);
 
     EXPECT_EQ(heard.back(), "did launch mousepad");

@@ -10,6 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using workspace::forkOf;
 using workspace::known;
 using workspace::process;
 using InstanceTracker = workspace::TrackerTest;
@@ -151,7 +152,7 @@ TEST_F(InstanceTracker, EveryProcessOfAnInstanceIsWatched)
     start(10, "thunar");
     start(11, "thunar", {10});
     end(10);
-    survivors = {process(12, "thunar")};
+    survivors = {forkOf(12, "thunar")};
     end(11);
 
     EXPECT_THAT(watched, ElementsAre(10, 11, 12));

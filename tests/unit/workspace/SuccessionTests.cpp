@@ -9,6 +9,7 @@
 namespace {
 
 using testing::ElementsAre;
+using workspace::forkOf;
 using workspace::instance;
 using workspace::InstancePtr;
 using workspace::known;
@@ -18,11 +19,7 @@ using TrackerSuccession = workspace::TrackerTest;
 class Succession : public testing::Test
 {
 protected:
-    Succession()
-    {
-        list.add(editor);
-        ask.now = [this] { return time; };
-    }
+    Succession() { list.add(editor); }
 
     /// The end of the editor's only process, with these left.
     bool takesOver(const std::vector<proc::ProcessFacts>& survivors) const
@@ -33,9 +30,7 @@ protected:
 
     InstancePtr editor = instance(1, "mousepad", 10);
     workspace::InstanceList list;
-    workspace::Questions ask;
-    workspace::Succession succession{list, ask};
-    workspace::Clock::time_point time{std::chrono::hours(1)};
+    workspace::Succession succession{list};
 };
 
 } // namespace
@@ -46,7 +41,7 @@ TEST_F(TrackerSuccession, SurvivorOfTheFirstDoesNotTakeTheSecondOver)
     show(10);
     start(20, "mousepad");
     dead = {10, 20};
-    survivors = {process(30, "mousepad")}; // forked off by the first, which was ended then
+    survivors = {forkOf(30, "mousepad")}; // forked off by the first, which was ended then
     end(20);
     survivors.clear();
     end(30);
@@ -66,7 +61,7 @@ TEST_F(TrackerSuccession, SurvivorOfTheFirstDoesNotTakeTheSecondOver)
 TEST_F(TrackerSuccession, SurvivorOfTheSameExecutableTakesOver)
 {
     start(10, "thunar");
-    survivors = {process(11, "thunar")};
+    survivors = {forkOf(11, "thunar")};
     end(10);
 
     EXPECT_THAT(said, ElementsAre("started thunar"));
@@ -95,7 +90,7 @@ TEST_F(TrackerSuccession, StartRightAfterAnEndIsNoSurvivorThoughItsExecIsHeardOf
 TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingElseStaysWhatItIs)
 {
     start(10, "thunar");
-    survivors = {process(11, "thunar")};
+    survivors = {forkOf(11, "thunar")};
     end(10);
     proc::ProcessFacts real = process(11, "thunar");
     real.executable = "/usr/lib/thunar/real";
@@ -107,7 +102,7 @@ TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingElseStaysWhatItIs)
 TEST_F(TrackerSuccession, WhatRanInATerminalThatWentDoesNotTakeItOver)
 {
     start(10, "xterm");
-    survivors = {process(11, "xterm", 5)};
+    survivors = {forkOf(11, "xterm", 5)};
     end(10);
 
     EXPECT_THAT(said, ElementsAre("started xterm", "ended xterm"));
@@ -116,7 +111,7 @@ TEST_F(TrackerSuccession, WhatRanInATerminalThatWentDoesNotTakeItOver)
 TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingInATerminalOfItsOwnEndsWhatItTookOver)
 {
     start(10, "xterm");
-    survivors = {process(11, "xterm")};
+    survivors = {forkOf(11, "xterm")};
     end(10);
     survivors.clear();
     EXPECT_THAT(said, ElementsAre("started xterm"));
@@ -129,7 +124,7 @@ TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingInATerminalOfItsOwnEndsWh
 TEST_F(TrackerSuccession, EndOfWhatWasTakenOverByMistakeIsNotSaidAfterTheNextStart)
 {
     start(10, "xterm");
-    survivors = {process(11, "xterm")};
+    survivors = {forkOf(11, "xterm")};
     end(10);
     survivors.clear();
     start(20, "xterm");
@@ -145,7 +140,7 @@ TEST_F(TrackerSuccession, EndOfWhatWasTakenOverByMistakeIsNotSaidAfterTheNextSta
 TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingWithoutATerminalCarriesOn)
 {
     start(10, "thunar");
-    survivors = {process(11, "thunar")};
+    survivors = {forkOf(11, "thunar")};
     end(10);
     survivors.clear();
     tracker.processBecame(process(11, "real"));
@@ -154,12 +149,11 @@ TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingWithoutATerminalCarriesOn
     EXPECT_EQ(tracker.instances().ofProcess(11)->leader.executable, "/usr/bin/real");
 }
 
-TEST_F(TrackerSuccession, SurvivorThatIsSeenAgainLongAfterwardsIsNoStart)
+TEST_F(TrackerSuccession, SurvivorThatIsSeenAgainIsNoStart)
 {
     start(10, "thunar");
-    survivors = {process(11, "thunar")};
+    survivors = {forkOf(11, "thunar")};
     end(10);
-    time += workspace::Succession::LONGEST_DELAY + std::chrono::seconds(1);
     start(11, "thunar"); // among all that runs, after events were lost
 
     EXPECT_THAT(said, ElementsAre("started thunar"));
@@ -168,7 +162,7 @@ TEST_F(TrackerSuccession, SurvivorThatIsSeenAgainLongAfterwardsIsNoStart)
 TEST_F(TrackerSuccession, OlderProcessOfTheSameExecutableIsNoSurvivor)
 {
     start(10, "thunar");
-    survivors = {process(9, "thunar")};
+    survivors = {forkOf(9, "thunar")};
     end(10);
 
     EXPECT_EQ(said.back(), "ended thunar");
@@ -202,8 +196,7 @@ TEST_F(Succession, OldestProcessLeadsOnceTheLeaderIsGone)
 
 TEST_F(Succession, FirstProcessThatMayBeAChildTakesOver)
 {
-    EXPECT_TRUE(takesOver({process(9, "mousepad"), process(12, "mousepad"), process(11, "mousepad")}
-    ));
+    EXPECT_TRUE(takesOver({forkOf(9, "mousepad"), forkOf(12, "mousepad"), forkOf(11, "mousepad")}));
     EXPECT_EQ(editor->leader.pid, 12);
     EXPECT_EQ(editor->processes.size(), 1U);
     EXPECT_TRUE(editor->processes.contains(12));
@@ -213,33 +206,28 @@ TEST_F(Succession, ProcessOfAnotherInstanceTakesNothingOver)
 {
     list.add(instance(2, "mousepad", 11));
 
-    EXPECT_FALSE(takesOver({process(11, "mousepad")}));
+    EXPECT_FALSE(takesOver({forkOf(11, "mousepad")}));
     EXPECT_EQ(editor->leader.pid, 10);
-    EXPECT_FALSE(editor->takenOver.has_value());
+    EXPECT_FALSE(editor->takenOver);
 }
 
-TEST_F(Succession, IsMistakenWhenTheSameIsExecutedSoonAfterwards)
+TEST_F(Succession, WhatExecutedTheSameOnceMoreTakesNothingOver)
 {
-    const proc::ProcessFacts heir = process(11, "mousepad");
-    EXPECT_FALSE(succession.isMistaken(*editor, heir)) << "it has taken nothing over";
-    ASSERT_TRUE(takesOver({heir}));
-    EXPECT_TRUE(succession.isMistaken(*editor, heir));
-
-    proc::ProcessFacts other = heir;
-    other.arguments.emplace_back("document.txt");
-    EXPECT_FALSE(succession.isMistaken(*editor, other));
-    time += workspace::Succession::LONGEST_DELAY + std::chrono::milliseconds(1);
-    EXPECT_FALSE(succession.isMistaken(*editor, heir));
+    EXPECT_FALSE(takesOver({process(11, "mousepad")}));
 }
 
-TEST_F(Succession, IsMistakenWhereTheHeirWasSeenInTheMiddleOfItsExec)
+TEST_F(Succession, WhatExecutedItWithOtherArgumentsTakesOver)
 {
-    const proc::ProcessFacts executed = process(11, "mousepad");
-    ASSERT_FALSE(executed.arguments.empty());
-    proc::ProcessFacts early = executed;
+    proc::ProcessFacts real = process(11, "mousepad");
+    real.arguments.emplace_back("--real");
+
+    EXPECT_TRUE(takesOver({real}));
+}
+
+TEST_F(Succession, WhatIsInTheMiddleOfAnExecTakesNothingOver)
+{
+    proc::ProcessFacts early = forkOf(11, "mousepad");
     early.arguments.clear();
 
-    ASSERT_TRUE(takesOver({early}));
-
-    EXPECT_TRUE(succession.isMistaken(*editor, executed));
+    EXPECT_FALSE(takesOver({early}));
 }
