@@ -1,4 +1,10 @@
-# What every target is compiled with: warnings, sanitizers, hardening.
+# What every target is compiled with: a compiler cache, warnings, sanitizers, hardening.
+
+# Another launcher, or none, is chosen by the variable of that name, CMake's or the environment's.
+find_program(CCACHE ccache)
+if(CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
 
 add_library(tarvel_options INTERFACE)
 target_compile_options(tarvel_options INTERFACE
