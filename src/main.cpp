@@ -6,6 +6,7 @@
 #include "linux/qt/QuitRequests.h"
 #include "linux/session/Programs.h"
 #include "linux/session/SessionInstance.h"
+#include "toolkit/MaskedTextEvents.h"
 #include "ui/views/Images.h"
 #include "ui/views/Theme.h"
 
@@ -67,6 +68,7 @@ int main(int argc, char** argv)
     int argumentCount = 3;
     QApplication application(argumentCount, arguments.data());
     prepare(application);
+    const toolkit::MaskedTextEvents maskedTextEvents;
     // Far more than a bus takes that is busy at login: what is left out stays so.
     constexpr std::chrono::milliseconds BUS_PATIENCE(500);
     if (dbus::busIsSilent(dbus::sessionBusAddress(), BUS_PATIENCE)) {

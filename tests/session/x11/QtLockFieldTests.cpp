@@ -8,6 +8,7 @@
 #include "linux/x11/X11Guard.h"
 #include "linux/x11/X11WindowSystem.h"
 #include "linux/x11/X11Windows.h"
+#include "qt/QtOnPrivateDesktop.h"
 #include "qt/WaitFor.h"
 #include "toolkit/EditingField.h"
 
@@ -24,37 +25,7 @@
 
 namespace {
 
-/// A display and the toolkit's application on it, for the whole program.
-class QtOnPrivateDisplay : public testing::Environment
-{
-public:
-    void SetUp() override
-    {
-        session = std::make_unique<desktop::Desktop>(desktop::Desktop::Parts{
-            .bus = false, .keyring = false});
-        qputenv("DISPLAY", session->server().displayName().c_str());
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        qputenv("LC_ALL", "C.UTF-8");
-        application = std::make_unique<QApplication>(argumentCount, arguments.data());
-    }
-
-    void TearDown() override
-    {
-        application.reset();
-        session.reset();
-    }
-
-    desktop::Desktop& desktop() { return *session; }
-
-private:
-    std::unique_ptr<desktop::Desktop> session;
-    std::string name = "tests";
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    int argumentCount = 1;
-    std::unique_ptr<QApplication> application;
-};
-
-auto* const ENVIRONMENT = new QtOnPrivateDisplay;
+auto* const ENVIRONMENT = new support::QtOnPrivateDesktop({.bus = false, .keyring = false});
 [[maybe_unused]] const auto* const REGISTERED = testing::AddGlobalTestEnvironment(ENVIRONMENT);
 
 void syncToolkit()

@@ -6,6 +6,7 @@
 #include "accessibility/AccessibilityBus.h"
 #include "accessibility/FocusWatch.h"
 #include "accessibility/Node.h"
+#include "accessibility/TextWatch.h"
 #include "desktop/Desktop.h"
 #include "person/Control.h"
 
@@ -81,6 +82,12 @@ public:
 
     /// Waits until nothing on the screen has changed for a moment, a blinking caret aside.
     void waitUntilScreenRests() const;
+
+    /// What fields tell assistive tools of their texts, of programs that start from here on.
+    [[nodiscard]] accessibility::TextWatch listenToTexts() const
+    {
+        return accessibility::TextWatch(tools.address());
+    }
 
     /// For a person who looks for the cause of a failure: all that shows.
     std::string report() const;
