@@ -94,8 +94,9 @@ void Catalogue::fillWindowNames(std::size_t index, WindowName part)
 {
     const InstalledApplication& application = applications[index];
     const DesktopEntry& entry = application.entry;
-    // What runs inside a terminal shows the terminal's windows.
-    if (entry.terminal) {
+    // What runs inside a terminal shows the terminal's windows. One that was chosen had windows of
+    // its own, whatever its entry says now.
+    if (entry.terminal && !application.chosen) {
         return;
     }
     std::vector<std::string> names{entry.id};

@@ -144,15 +144,15 @@ void CatalogueBuilder::add(Draft& draft, DesktopEntry entry) const
 
 ExecutionKeys CatalogueBuilder::keysOf(const DesktopEntry& entry) const
 {
+    // The file of a program for terminals is often one that everything else runs on, too.
+    if (entry.terminal) {
+        return {};
+    }
     return executionKeys(entry.exec, programs, entry.workingFolder);
 }
 
 void CatalogueBuilder::addKeys(InstalledApplication& application, ExecutionKeys found, Draft& draft)
 {
-    // The file of a program for terminals is often one that everything else runs on, too.
-    if (application.entry.terminal) {
-        return;
-    }
     if (application.executable.empty() && !found.keys.empty()) {
         application.executable = found.keys.front().path;
     }
@@ -172,7 +172,7 @@ void CatalogueBuilder::addServices(Draft& draft)
 {
     for (const BusService& service : reader.services()) {
         InstalledApplication* application = find(draft.applications, service.name);
-        if (application != nullptr) {
+        if (application != nullptr && !application->entry.terminal) {
             addKeys(*application, executionKeys(service.exec, programs), draft);
         }
     }

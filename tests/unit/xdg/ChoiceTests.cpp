@@ -88,9 +88,30 @@ TEST_F(ChoiceTest, EntryThatIsOverriddenInTheHomeFolderIsKnownByBoth)
     EXPECT_EQ(catalogue->ofWindow({"Other"})->entry.id, "foo");
 }
 
+TEST_F(ChoiceTest, EntryThatIsSaidToRunInATerminalKeepsItsProgramAndItsWindows)
+{
+    addToHome("foo", "Name=Other\nExec=true\nTerminal=true\n");
+
+    EXPECT_EQ(of("foo"), "foo");
+    for (const std::string name : {"FooWindow", "foo"}) {
+        const auto* found = catalogue->ofWindow({name});
+        ASSERT_NE(found, nullptr) << name;
+        EXPECT_EQ(found->entry.id, "foo");
+    }
+}
+
 TEST_F(ChoiceTest, EntryThatWasOverriddenBeforeTheChoiceIsKnownByBoth)
 {
     addToHome("foo", "Name=Other\nExec=bar\n");
+    choice = {};
+    choice.identifiers = {"foo"};
+
+    EXPECT_EQ(of("foo"), "foo");
+}
+
+TEST_F(ChoiceTest, EntryThatWasSaidToRunInATerminalBeforeTheChoiceIsKnownByItsProgram)
+{
+    addToHome("foo", "Name=Other\nExec=true\nTerminal=true\n");
     choice = {};
     choice.identifiers = {"foo"};
 
