@@ -1,12 +1,18 @@
 // The picture of an item, pixel by pixel.
 #include "desktop/TemporaryFolder.h"
 #include "linux/statusbar/ItemPicture.h"
+#include "qt/QtEnvironment.h"
+
+#include <QGuiApplication>
 
 #include <map>
 
 #include <gtest/gtest.h>
 
 namespace {
+
+const testing::Environment* const ENVIRONMENT =
+    testing::AddGlobalTestEnvironment(new support::QtEnvironment<QGuiApplication>);
 
 /// How many pixels of the middle row belong to the image, and whether each does wholly.
 struct Image
