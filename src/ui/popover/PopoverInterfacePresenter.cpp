@@ -51,6 +51,7 @@ void PopoverInterfacePresenter::wire()
         popoverViewController->refreshLockedApplicationsAndInterface(
             configurationAndPreferencesService.getLockedApplications()
         );
+        askForNewPassword();
     }));
     popupSystem->onWillShowPopover = [this] {
         popoverViewController->state = configurationAndPreferencesService.hasPassword()
@@ -82,6 +83,17 @@ void PopoverInterfacePresenter::hideService()
 }
 
 void PopoverInterfacePresenter::stopService() {}
+
+/// Who has just set the first password is asked for it as at any other opening: the page would
+/// offer everybody to set another one.
+void PopoverInterfacePresenter::askForNewPassword()
+{
+    if (popoverViewController->showsNoPasswordPage() &&
+        configurationAndPreferencesService.hasPassword()) {
+        popoverViewController->state = State::PasswordRequired;
+        popoverViewController->viewWillAppear();
+    }
+}
 
 void PopoverInterfacePresenter::checkPassword(const std::string& typed)
 {

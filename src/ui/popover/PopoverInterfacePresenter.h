@@ -34,6 +34,7 @@ public:
 
 private:
     void wire();
+    void askForNewPassword();
     void checkPassword(const std::string& typed);
     void removeApplication(const applications::ApplicationEntity& application);
     void switchActive(bool active);

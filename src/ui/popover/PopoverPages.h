@@ -17,6 +17,11 @@ public:
     void show(ViewController& wanted);
     void showContent();
 
+    [[nodiscard]] bool shows(const ViewController* wanted) const
+    {
+        return wanted != nullptr && page == wanted;
+    }
+
 private:
     void removePage();
 

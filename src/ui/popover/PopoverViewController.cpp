@@ -65,6 +65,11 @@ void PopoverViewController::wrongPassword()
     }
 }
 
+bool PopoverViewController::showsNoPasswordPage() const
+{
+    return loadedPages && loadedPages->shows(noPasswordViewController.get());
+}
+
 void PopoverViewController::viewDidLoad()
 {
     loadedPages.emplace(view());

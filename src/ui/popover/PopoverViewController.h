@@ -49,6 +49,9 @@ public:
 
     void wrongPassword();
 
+    /// The page that says that there is no password is on the screen.
+    bool showsNoPasswordPage() const;
+
     void viewDidLoad() override;
     void viewWillAppear() override;
     void viewDidDisappear() override;

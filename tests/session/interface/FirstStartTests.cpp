@@ -147,6 +147,21 @@ TEST_F(FirstStart, APasswordTypedTwiceIsKeptAndAskedForAtOnce)
     EXPECT_TRUE(session->waitForLine("Monitoring services started"));
 }
 
+TEST_F(FirstStart, ThePopoverThatWasOpenedMeanwhileAsksForThePasswordToo)
+{
+    openPasswordWindow();
+    openPopover();
+    user->waitFor(screens::NO_PASSWORD);
+    turnTo(screens::PASSWORD_WINDOW);
+
+    enterNewPassword("abc", "abc");
+
+    user->waitForFocusOn(screens::GATE);
+    EXPECT_FALSE(user->sees(screens::NO_PASSWORD));
+    enterAtGate("abc");
+    user->waitFor(screens::CONTENT);
+}
+
 TEST_F(FirstStart, ReturnConfirmsInTheSecondFieldOnly)
 {
     openPasswordWindow();

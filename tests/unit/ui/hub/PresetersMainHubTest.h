@@ -86,6 +86,15 @@ protected:
         found->click();
     }
 
+    /// In the preferences, which are open.
+    void confirmNewPassword() const
+    {
+        auto& controller = *hub->preferencesWindowPresenter->preferencesWindowController;
+        controller.passwordTextFieldOutlet->setStringValue("secret");
+        controller.confirmPasswordTextFieldOutlet->setStringValue("secret");
+        click(preferences(), "confirmButton");
+    }
+
     fakes::FakePlatform fake;
     std::unique_ptr<ui::PresetersMainHub> hub;
 };

@@ -206,16 +206,28 @@ TEST_F(PresetersMainHub, ANewPasswordOpensThePopoverWhichAsksForIt)
 {
     present();
     click(greeting(), "setupPasswordButton");
-    auto& controller = *hub->preferencesWindowPresenter->preferencesWindowController;
-    controller.passwordTextFieldOutlet->setStringValue("secret");
-    controller.confirmPasswordTextFieldOutlet->setStringValue("secret");
-    click(preferences(), "confirmButton");
+    confirmNewPassword();
     EXPECT_FALSE(preferences().isVisible());
     fake.dispatchQueues.runAll();
 
     EXPECT_TRUE(popoverIsShown());
     EXPECT_EQ(popover().state, ui::PopoverViewController::State::PasswordRequired);
     EXPECT_EQ(fakes::secret(fake, "Password"), "secret");
+}
+
+TEST_F(PresetersMainHub, ANewPasswordIsAskedForInAPopoverThatWasOpenedMeanwhile)
+{
+    present();
+    click(greeting(), "setupPasswordButton");
+    showPopover();
+    ASSERT_TRUE(popover().noPasswordViewController->view().isVisible());
+    confirmNewPassword();
+    fake.dispatchQueues.runAll();
+
+    EXPECT_TRUE(popoverIsShown());
+    EXPECT_EQ(popover().state, ui::PopoverViewController::State::PasswordRequired);
+    EXPECT_FALSE(popover().noPasswordViewController->view().isVisible());
+    EXPECT_TRUE(popover().requestPasswordViewController->view().isVisible());
 }
 
 TEST_F(PresetersMainHub, CancellingThePreferencesOpensNothing)

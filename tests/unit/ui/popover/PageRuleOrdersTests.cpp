@@ -111,6 +111,9 @@ protected:
         password = password.empty() ? PASSWORD : password == PASSWORD ? "other" : "";
         presenter->configurationAndPreferencesService.setApplicationPassword(password);
         settle();
+        if (expected == Page::NoPassword && !password.empty()) {
+            expected = Page::Password;
+        }
     }
 
     /// Nothing but the page is within reach, and nothing that was typed is kept.

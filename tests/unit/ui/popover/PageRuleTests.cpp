@@ -177,19 +177,63 @@ TEST_F(PageRule, ClosingWhileItIsStillToAppearShowsTheGate)
     EXPECT_EQ(page(), Page::Password);
 }
 
-TEST_F(PageRule, APasswordThatIsSetMeanwhileIsAskedForAtTheNextOpening)
+TEST_F(PageRule, APasswordThatIsSetMeanwhileIsAskedForAtOnce)
 {
     start();
     open();
     EXPECT_EQ(page(), Page::NoPassword);
     presenter->configurationAndPreferencesService.setApplicationPassword(PASSWORD);
     settle();
-    EXPECT_EQ(page(), Page::NoPassword);
-    popup().hidePopover();
-    open();
     EXPECT_EQ(page(), Page::Password);
+    EXPECT_EQ(controller().state, ui::PopoverViewController::State::PasswordRequired);
+    EXPECT_EQ(window().focusWidget(), &field());
     unlock();
     EXPECT_EQ(page(), Page::Content);
+}
+
+TEST_F(PageRule, APasswordThatIsSetMeanwhileIsAskedForAtOnceAfterAFurtherStartToo)
+{
+    start();
+    open();
+    open();
+    presenter->configurationAndPreferencesService.setApplicationPassword(PASSWORD);
+    open(); // as the confirmation does
+    EXPECT_EQ(page(), Page::Password);
+    EXPECT_EQ(controller().state, ui::PopoverViewController::State::PasswordRequired);
+}
+
+TEST_F(PageRule, APasswordThatIsSetWhileItIsClosedOpensNothing)
+{
+    start();
+    open();
+    popup().hidePopover();
+    presenter->configurationAndPreferencesService.setApplicationPassword(PASSWORD);
+    settle();
+    EXPECT_EQ(page(), Page::None);
+    open();
+    EXPECT_EQ(page(), Page::Password);
+}
+
+TEST_F(PageRule, AnotherPasswordAndNoneLeaveTheContentThatIsShown)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    unlock();
+    for (const char* password : {"other", EMPTY, PASSWORD}) {
+        presenter->configurationAndPreferencesService.setApplicationPassword(password);
+        settle();
+        EXPECT_EQ(page(), Page::Content) << password;
+        EXPECT_EQ(controller().state, ui::PopoverViewController::State::Unlocked);
+    }
+}
+
+TEST_F(PageRule, APasswordThatIsTakenAwayLeavesTheGate)
+{
+    startWith(PASSWORD, BOTH);
+    open();
+    presenter->configurationAndPreferencesService.setApplicationPassword(EMPTY);
+    settle();
+    EXPECT_EQ(page(), Page::Password);
 }
 
 TEST_F(PageRule, ThePasswordOfTheMomentCounts)
