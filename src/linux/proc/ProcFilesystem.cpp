@@ -143,12 +143,13 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
     if (!executable || (interest && !interest(pid, *executable))) {
         return std::nullopt;
     }
+    std::vector<std::string> arguments = splitAtNul(readAt(folder.get(), "cmdline").value_or(""));
+    // Last: an exec gives a process its file first and its arguments when it is a fork no longer.
     const std::optional<std::string> stat = readAt(folder.get(), "stat");
     if (!stat) {
         noteExhaustion();
     }
     const auto status = parseStatus(stat.value_or(std::string()));
-    std::vector<std::string> arguments = splitAtNul(readAt(folder.get(), "cmdline").value_or(""));
     if (!status || (arguments.empty() && !settled && linkAt(folder.get(), "exe"))) {
         return std::nullopt;
     }
@@ -157,7 +158,7 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
         .parent = status->parent,
         .user = user,
         .terminal = status->terminal,
-        .isFork = status->isFork, // of what is read before it
+        .isFork = status->isFork,
         .startTime = status->startTime,
         .executable = std::move(*executable),
         .arguments = std::move(arguments),

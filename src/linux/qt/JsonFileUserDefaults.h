@@ -1,6 +1,6 @@
 // The user's defaults in one JSON file. Values of types that are not read, and keys of other
 // processes of this user, survive every rewrite. A value counts at once; the file is written by a
-// thread of its own, for which `synchronize` waits 50 ms at most. Main thread only.
+// thread of its own, for which `synchronize` waits as long as it is given. Main thread only.
 #pragma once
 
 #include "linux/qt/ObjectKeeper.h"
@@ -17,8 +17,8 @@ public:
     /// The appearance that the desktop asks for, such as "Dark"; nothing for the plain one.
     using InterfaceStyle = std::function<std::optional<std::string>()>;
 
-    /// What `synchronize` may take, less what waking up takes.
-    static constexpr std::chrono::milliseconds PATIENCE{45};
+    /// The file is not waited for: what is kept when a lock begins must not hold the lock up.
+    static constexpr std::chrono::milliseconds AT_ONCE{0};
 
     /// Reads the file at once. `path` is absolute; file and folder need not be there. The log is
     /// used on either thread.
@@ -26,7 +26,7 @@ public:
         const std::string& path,
         InterfaceStyle interfaceStyle,
         platform::Log& log,
-        std::chrono::milliseconds patience = PATIENCE
+        std::chrono::milliseconds patience = AT_ONCE
     );
 
     std::optional<platform::DefaultsValue> value(const std::string& key) override;

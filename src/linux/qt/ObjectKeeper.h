@@ -1,5 +1,5 @@
 // A JSON object in memory and, by a thread of its own, in its file. A change counts at once; the
-// caller waits for the file a short while at most, since a disk may take any time. What the file
+// caller waits for the file no longer than it wants, since a disk may take any time. What the file
 // did not take is tried again with the next change that is saved, and every few seconds until then.
 // The end waits for what is under way. Main thread only.
 #pragma once

@@ -10,14 +10,6 @@ InstancePtr HandOver::receiverOf(const Instance& instance) const
     });
 }
 
-InstancePtr HandOver::followerOf(const Instance& instance) const
-{
-    return list.latestThat([&](const Instance& other) {
-        return other.number > instance.number &&
-               other.application->identifier == instance.application->identifier;
-    });
-}
-
 InstancePtr HandOver::hostOf(const Instance& instance) const
 {
     return list.latestThat([&](const Instance& other) {

@@ -17,9 +17,6 @@ public:
     /// it. Empty when there is none.
     InstancePtr receiverOf(const Instance& instance) const;
 
-    /// The latest start of the application after this one. Empty when there is none.
-    InstancePtr followerOf(const Instance& instance) const;
-
     /// The start may have handed over to a process that runs as another application of the same
     /// program: it is that one's guest from now on. False, and nothing changed, when it cannot.
     bool becomesGuest(Instance& instance) const;

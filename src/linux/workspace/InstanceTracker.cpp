@@ -6,7 +6,7 @@ namespace workspace {
 
 InstanceTracker::InstanceTracker()
 {
-    ends.onEnded = [this](const Instance& instance) { platform::call(onEnded, instance); };
+    ends.onEnded = [this](const Instance& instance) { sayEnd(instance); };
     ends.onHandedOver = [this](const Instance& instance) {
         platform::call(onHandedOver, instance);
     };
@@ -19,7 +19,7 @@ InstanceTracker::InstanceTracker()
     windows.onWindowShown = [this](const Instance& instance) {
         platform::call(onWindowShown, instance);
     };
-    windows.onEnded = [this](const Instance& instance) { platform::call(onEnded, instance); };
+    windows.onEnded = [this](const Instance& instance) { sayEnd(instance); };
 }
 
 void InstanceTracker::alreadyRunning(const Sighting& sighting)
@@ -48,6 +48,20 @@ void InstanceTracker::announce(const InstancePtr& instance)
     instance->expected = hints.announces(identifier, ask.now());
     hints.remove(identifier);
     platform::call(onStarted, *instance);
+}
+
+/// An end may lift the lock of any start that was announced. One that a launcher hinted at is
+/// announced again by its exec; the next one of the same application, whose window is still to
+/// come, at once.
+void InstanceTracker::sayEnd(const Instance& instance)
+{
+    const std::string& identifier = instance.application->identifier;
+    hints.clear();
+    platform::call(onEnded, instance);
+    const InstancePtr next = awaited.latestOf(identifier);
+    if (next != nullptr && next->number > instance.number) {
+        platform::call(onStartedAgain, *next);
+    }
 }
 
 void InstanceTracker::processBecame(const proc::ProcessFacts& facts)
@@ -89,7 +103,9 @@ bool InstanceTracker::joins(const Sighting& sighting)
     const std::string& identifier = sighting.application->identifier;
     ends.forgetEarlierOwner(facts);
     const InstancePtr own = list.ofProcess(facts.pid);
-    if (own != nullptr && own->application->identifier == identifier) {
+    if (own != nullptr && Succession::isStart(facts, *own)) {
+        ends.giveBack(own, facts.pid);
+    } else if (own != nullptr && own->application->identifier == identifier) {
         processBecame(facts); // a wrapper that became what it wraps
         return true;
     }
@@ -185,8 +201,13 @@ void InstanceTracker::windowGone(std::uint64_t window)
 /// One that does not run yet is announced by its exec, a few milliseconds later.
 void InstanceTracker::hinted(const std::string& identifier)
 {
+    settle();
     const InstancePtr instance = list.latestOf(identifier);
     if (instance == nullptr || awaited.contain(*instance)) {
+        return;
+    }
+    // Of what shows nothing to the user nothing is announced but its window.
+    if (!instance->application->shown && !instance->windowShown) {
         return;
     }
     hints.add(identifier, ask.now());

@@ -98,6 +98,7 @@ private:
     InstancePtr addByWindow(const Sighting& sighting, bool guest);
     void addProcess(Instance& instance, pid_t pid, std::uint64_t startTime) const;
     void announce(const InstancePtr& instance);
+    void sayEnd(const Instance& instance);
 
     InstanceList list;
     LaunchHints hints;

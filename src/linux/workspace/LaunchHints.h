@@ -19,6 +19,9 @@ public:
     /// The announced start is here: the next one of the application is another.
     void remove(const std::string& identifier) { hints.erase(identifier); }
 
+    /// What was announced is no longer: the next start of each is one of its own.
+    void clear() { hints.clear(); }
+
     /// Whether a start of the application was announced and is still to be expected.
     [[nodiscard]] bool announces(const std::string& identifier, Clock::time_point now) const
     {

@@ -55,12 +55,10 @@ void ProcessEnds::giveBack(const InstancePtr& instance, pid_t pid)
 {
     instance->takenOver = false;
     instance->processes.erase(pid);
-    if (!instance->processes.empty()) {
-        Succession::leadByOldest(*instance);
-    } else if (handOver.followerOf(*instance) != nullptr) {
-        drop(instance);
-    } else {
+    if (instance->processes.empty()) {
         finish(instance);
+    } else {
+        Succession::leadByOldest(*instance);
     }
 }
 
@@ -147,21 +145,15 @@ void ProcessEnds::finish(const InstancePtr& instance)
     if (!instance->windowShown && handOver.becomesGuest(*instance)) {
         return;
     }
+    list.remove(instance);
     const InstancePtr receiver = instance->windowShown ? nullptr : handOver.receiverOf(*instance);
     if (receiver == nullptr) {
-        list.remove(instance);
         platform::call(onEnded, *instance);
         return;
     }
     if (receiver->windows.empty() && instance->awaited) {
         receiver->awaited = instance->awaited; // the window is to come from there
     }
-    drop(instance);
-}
-
-void ProcessEnds::drop(const InstancePtr& instance)
-{
-    list.remove(instance);
     platform::call(onHandedOver, *instance);
 }
 

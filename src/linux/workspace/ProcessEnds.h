@@ -42,8 +42,7 @@ public:
     /// The process has the identifier that another one had before, which is gone therefore.
     void forgetEarlierOwner(const proc::ProcessFacts& facts);
 
-    /// The process is no part of the instance, and never was. An instance without any other ended
-    /// before; where the next one has been announced since, that end is no longer said.
+    /// The process is no part of the instance, and never was.
     void giveBack(const InstancePtr& instance, pid_t pid);
 
     /// Says what ended without being heard of.
@@ -61,7 +60,6 @@ private:
     void leave(const InstancePtr& instance, pid_t pid);
     bool isTakenOver(Instance& instance);
     void finish(const InstancePtr& instance);
-    void drop(const InstancePtr& instance);
 
     InstanceList& list;
     const Questions& ask;

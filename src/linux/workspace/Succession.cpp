@@ -33,15 +33,20 @@ bool Succession::takeOver(Instance& instance, const std::vector<proc::ProcessFac
     return true;
 }
 
-/// A child, that is, and none that runs in the instance's terminal. What has executed the very same
-/// once more is a start of its own, and so may be what is in the middle of an exec: either is heard
-/// of soon.
+bool Succession::isStart(const proc::ProcessFacts& facts, const Instance& instance)
+{
+    const proc::ProcessFacts& heir = instance.leader;
+    return instance.takenOver && heir.pid == facts.pid && heir.isFork && !facts.isFork &&
+           heir.executable == facts.executable && heir.arguments == facts.arguments;
+}
+
+/// A child that was forked off, that is, and does not run in the instance's terminal. What has
+/// executed anything, or is about to have done so, is heard of by that.
 bool Succession::mayBeLeftBehind(const proc::ProcessFacts& facts, const Instance& instance)
 {
-    const proc::ProcessFacts& leader = instance.leader;
-    const bool isStart =
-        facts.arguments.empty() || (!facts.isFork && facts.arguments == leader.arguments);
-    return facts.startTime >= leader.startTime && !isStart && !hasOwnTerminal(facts, instance);
+    const bool isFork = facts.isFork && !facts.arguments.empty();
+    return isFork && facts.startTime >= instance.leader.startTime &&
+           !hasOwnTerminal(facts, instance);
 }
 
 } // namespace workspace

@@ -22,6 +22,10 @@ public:
     /// process. False, and nothing changed, when none is.
     bool takeOver(Instance& instance, const std::vector<proc::ProcessFacts>& survivors) const;
 
+    /// Whether an exec of the fork that carries the instance on is a start of its own: of the very
+    /// same once more. Anything else is what the fork was made for.
+    static bool isStart(const proc::ProcessFacts& facts, const Instance& instance);
+
 private:
     static bool mayBeLeftBehind(const proc::ProcessFacts& facts, const Instance& instance);
 

@@ -61,7 +61,9 @@ TEST_F(Files, DefaultsThatCannotBeWrittenDoNotHinderALock)
 
     EXPECT_TRUE(session->waitForCover());
     EXPECT_TRUE(opensWithThePassword());
-    EXPECT_NE(session->errors().find("cannot be written"), std::string::npos) << session->errors();
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] { return session->errors().find("cannot be written") != std::string::npos; }, PATIENCE
+    )) << session->errors();
 }
 
 TEST_F(Files, DefaultsOnADiskThatDoesNotAnswerHoldNoCoverBack)

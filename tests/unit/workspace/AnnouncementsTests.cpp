@@ -58,6 +58,53 @@ TEST_F(Announcements, HintOfWhatRunsIsALaunch)
     EXPECT_THAT(heard, ElementsAre("will launch mousepad", "inserted mousepad"));
 }
 
+TEST_F(Announcements, HintOfWhatEndsBeforeTheExecLeavesTheExecALaunch)
+{
+    start();
+    exec(10, "mousepad");
+    windows.show({10, "mousepad", "mousepad"});
+    windows.onLaunchHint("mousepad");
+    exit(10);
+    heard.clear();
+    exec(20, "mousepad");
+
+    EXPECT_THAT(heard, ElementsAre("inserted mousepad", "will launch mousepad"));
+}
+
+TEST_F(Announcements, HintOfWhatIsHiddenAndShowsNothingLeavesItsWindowALaunch)
+{
+    processes.all.push_back(process(10, "agentless"));
+    start();
+    windows.onLaunchHint("agentless");
+    windows.show({10, "agentless", "agentless"});
+
+    EXPECT_THAT(heard, ElementsAre("will launch agentless", "did launch agentless"));
+}
+
+TEST_F(Announcements, StartWhoseWindowIsAwaitedIsALaunchAgainAfterAnEarlierOneEnds)
+{
+    start();
+    exec(10, "xterm");
+    windows.show({10, "xterm", "XTerm"});
+    exec(20, "xterm");
+    heard.clear();
+    exit(10);
+
+    EXPECT_THAT(heard, ElementsAre("removed xterm", "did terminate xterm", "will launch xterm"));
+}
+
+TEST_F(Announcements, EndOfALaterStartIsNoLaunchOfTheEarlierOne)
+{
+    start();
+    exec(10, "xterm");
+    exec(20, "xterm");
+    windows.show({20, "xterm", "XTerm"});
+    heard.clear();
+    exit(20);
+
+    EXPECT_THAT(heard, ElementsAre("removed xterm", "did terminate xterm"));
+}
+
 TEST_F(Announcements, RegularStartIsListedThenAnnouncedThenLaunchedThenTerminated)
 {
     start();

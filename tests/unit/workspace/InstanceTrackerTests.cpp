@@ -50,10 +50,24 @@ TEST_F(InstanceTracker, EndOfTheFirstWhileTheSecondLivesIsAnEnd)
 {
     start(10, "xterm");
     start(20, "xterm");
+    show(20);
+    said.clear();
     end(10);
 
-    EXPECT_EQ(said.back(), "ended xterm");
+    EXPECT_THAT(said, ElementsAre("ended xterm"));
     EXPECT_NE(tracker.instances().ofProcess(20), nullptr);
+}
+
+TEST_F(InstanceTracker, EndOfTheFirstWhileTheSecondIsStillToShowItselfStartsThatAgain)
+{
+    start(10, "xterm");
+    start(20, "xterm");
+    said.clear();
+    end(10);
+
+    EXPECT_THAT(said, ElementsAre("ended xterm", "started again xterm"));
+    show(20);
+    EXPECT_EQ(said.back(), "window xterm");
 }
 
 TEST_F(InstanceTracker, SecondInstanceThatShowedAWindowEndsAsOne)

@@ -35,6 +35,51 @@ TEST_F(TrackerHints, HintOfWhatRunsIsAStartAndItsExecIsNoOther)
     EXPECT_THAT(expected, ElementsAre(true, false));
 }
 
+TEST_F(TrackerHints, HintOfWhatEndsBeforeTheExecIsForgotten)
+{
+    start(10, "mousepad");
+    show(10, 1);
+    tracker.hinted("mousepad"); // the lock that this raises is lifted by the end
+    end(10);
+    start(20, "mousepad");
+
+    EXPECT_FALSE(tracker.instances().ofProcess(20)->expected);
+}
+
+TEST_F(TrackerHints, EndOfAnotherApplicationLeavesTheExecAStartOfItsOwn)
+{
+    start(10, "mousepad");
+    show(10, 1);
+    start(11, "xterm");
+    show(11, 2);
+    tracker.hinted("mousepad");
+    end(11);
+    start(20, "mousepad");
+
+    EXPECT_FALSE(tracker.instances().ofProcess(20)->expected);
+}
+
+TEST_F(TrackerHints, HintOfWhatHasEndedUnheardIsLeftToTheExec)
+{
+    start(10, "mousepad");
+    show(10, 1);
+    said.clear();
+    dead = {10};
+    tracker.hinted("mousepad");
+
+    EXPECT_THAT(said, ElementsAre("ended mousepad"));
+}
+
+TEST_F(TrackerHints, HintOfWhatIsHiddenAndShowsNothingIsLeftToItsWindow)
+{
+    tracker.alreadyRunning({process(10, "service"), known("service", false), {}});
+    tracker.hinted("service");
+    EXPECT_THAT(said, testing::IsEmpty());
+    show(10, 1);
+
+    EXPECT_THAT(said, ElementsAre("started again service", "window service"));
+}
+
 TEST_F(TrackerHints, HintOfWhatDoesNotRunWaitsForItsExec)
 {
     tracker.hinted("mousepad");

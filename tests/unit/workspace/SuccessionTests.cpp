@@ -87,6 +87,18 @@ TEST_F(TrackerSuccession, StartRightAfterAnEndIsNoSurvivorThoughItsExecIsHeardOf
     EXPECT_EQ(said.back(), "ended xterm");
 }
 
+TEST_F(TrackerSuccession, SurvivorThatExecutesTheSameOnceMoreIsAStart)
+{
+    start(10, "xterm");
+    survivors = {forkOf(11, "xterm")};
+    end(10);
+    survivors.clear();
+    start(11, "xterm");
+
+    EXPECT_THAT(said, ElementsAre("started xterm", "ended xterm", "started xterm"));
+    EXPECT_EQ(tracker.instances().all().size(), 1U);
+}
+
 TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingElseStaysWhatItIs)
 {
     start(10, "thunar");
@@ -121,7 +133,7 @@ TEST_F(TrackerSuccession, SurvivorThatExecutesSomethingInATerminalOfItsOwnEndsWh
     EXPECT_TRUE(tracker.instances().all().empty());
 }
 
-TEST_F(TrackerSuccession, EndOfWhatWasTakenOverByMistakeIsNotSaidAfterTheNextStart)
+TEST_F(TrackerSuccession, EndOfWhatWasTakenOverByMistakeStartsTheNextOneAgain)
 {
     start(10, "xterm");
     survivors = {forkOf(11, "xterm")};
@@ -131,7 +143,7 @@ TEST_F(TrackerSuccession, EndOfWhatWasTakenOverByMistakeIsNotSaidAfterTheNextSta
     said.clear();
     tracker.processBecame(process(11, "bash", 5));
 
-    EXPECT_THAT(said, ElementsAre("handed over xterm"));
+    EXPECT_THAT(said, ElementsAre("ended xterm", "started again xterm"));
     EXPECT_EQ(tracker.instances().ofProcess(20)->leader.pid, 20);
     end(20);
     EXPECT_EQ(said.back(), "ended xterm");
@@ -154,7 +166,8 @@ TEST_F(TrackerSuccession, SurvivorThatIsSeenAgainIsNoStart)
     start(10, "thunar");
     survivors = {forkOf(11, "thunar")};
     end(10);
-    start(11, "thunar"); // among all that runs, after events were lost
+    // Among all that runs, after events were lost.
+    tracker.processStarted({forkOf(11, "thunar"), known("thunar"), {}});
 
     EXPECT_THAT(said, ElementsAre("started thunar"));
 }
@@ -211,17 +224,12 @@ TEST_F(Succession, ProcessOfAnotherInstanceTakesNothingOver)
     EXPECT_FALSE(editor->takenOver);
 }
 
-TEST_F(Succession, WhatExecutedTheSameOnceMoreTakesNothingOver)
+TEST_F(Succession, WhatExecutedTheApplicationItselfTakesNothingOver)
 {
-    EXPECT_FALSE(takesOver({process(11, "mousepad")}));
-}
+    proc::ProcessFacts withDocument = process(12, "mousepad");
+    withDocument.arguments.emplace_back("document.txt");
 
-TEST_F(Succession, WhatExecutedItWithOtherArgumentsTakesOver)
-{
-    proc::ProcessFacts real = process(11, "mousepad");
-    real.arguments.emplace_back("--real");
-
-    EXPECT_TRUE(takesOver({real}));
+    EXPECT_FALSE(takesOver({process(11, "mousepad"), withDocument}));
 }
 
 TEST_F(Succession, WhatIsInTheMiddleOfAnExecTakesNothingOver)
