@@ -60,6 +60,10 @@ public:
     /// windows of the other.
     virtual bool shareProgram(const std::string& identifier, const std::string& other) const = 0;
 
+    /// True when that one file is a program of theirs, not one that runs whatever it is told to: a
+    /// start of one may find the other running and leave its work to it.
+    virtual bool mayHandOver(const std::string& identifier, const std::string& other) const = 0;
+
     /// Such a process turned out to be the application: it is to be known by what it executes from
     /// now on, where that tells enough.
     virtual void learn(const proc::ProcessFacts& facts, const std::string& identifier) = 0;

@@ -13,8 +13,8 @@ InstancePtr HandOver::receiverOf(const Instance& instance) const
 InstancePtr HandOver::hostOf(const Instance& instance) const
 {
     return list.latestThat([&](const Instance& other) {
-        return other.number < instance.number && ask.shareProgram && !other.guest &&
-               ask.shareProgram(instance.application->identifier, other.application->identifier);
+        return other.number < instance.number && ask.mayHandOver && !other.guest &&
+               ask.mayHandOver(instance.application->identifier, other.application->identifier);
     });
 }
 

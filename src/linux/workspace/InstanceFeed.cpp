@@ -38,6 +38,9 @@ void InstanceFeed::wireTracker()
     tracker.ask.shareProgram = [this](const std::string& identifier, const std::string& other) {
         return parts.applications.shareProgram(identifier, other);
     };
+    tracker.ask.mayHandOver = [this](const std::string& identifier, const std::string& other) {
+        return parts.applications.mayHandOver(identifier, other);
+    };
     tracker.ask.survivorsOf = [this](const Instance& instance) { return survivors.of(instance); };
 }
 

@@ -103,6 +103,11 @@ bool OwnPrograms::shareProgram(const std::string& identifier, const std::string&
     return others.shareProgram(identifier, other);
 }
 
+bool OwnPrograms::mayHandOver(const std::string& identifier, const std::string& other) const
+{
+    return others.mayHandOver(identifier, other);
+}
+
 void OwnPrograms::learn(const proc::ProcessFacts& facts, const std::string& identifier)
 {
     others.learn(facts, identifier);

@@ -22,6 +22,7 @@ public:
     std::set<std::string> executables() const override;
     bool mayBeApplication(const std::string& executable) const override;
     bool shareProgram(const std::string& identifier, const std::string& other) const override;
+    bool mayHandOver(const std::string& identifier, const std::string& other) const override;
     void learn(const proc::ProcessFacts& facts, const std::string& identifier) override;
 
     /// The login-item helper.

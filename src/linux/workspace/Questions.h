@@ -20,6 +20,9 @@ struct Questions
     /// Whether a process of one application may show the windows of the other. Unset: none.
     std::function<bool(const std::string& identifier, const std::string& other)> shareProgram;
 
+    /// Whether a start of one application may leave its work to the other. Unset: none.
+    std::function<bool(const std::string& identifier, const std::string& other)> mayHandOver;
+
     std::function<Clock::time_point()> now = Clock::now;
 };
 

@@ -208,6 +208,20 @@ bool Catalogue::shareProgram(const std::string& id, const std::string& otherId) 
            });
 }
 
+bool Catalogue::mayHandOver(const std::string& id, const std::string& otherId) const
+{
+    const InstalledApplication* one = find(id);
+    const InstalledApplication* other = find(otherId);
+    const auto isAlsoOther = [other](const ExecutionKey& key) {
+        return !key.shared &&
+               std::any_of(other->keys.begin(), other->keys.end(), [&key](const auto& more) {
+                   return !more.shared && more.path == key.path;
+               });
+    };
+    return one != nullptr && other != nullptr &&
+           std::any_of(one->keys.begin(), one->keys.end(), isAlsoOther);
+}
+
 /// An application that shares its program shares what that executes in turn, too.
 bool Catalogue::sharesItsPrograms(const InstalledApplication& application) const
 {

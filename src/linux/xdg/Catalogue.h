@@ -73,6 +73,9 @@ public:
     /// True when the two are executed from the same file.
     [[nodiscard]] bool shareProgram(const std::string& id, const std::string& otherId) const;
 
+    /// True when that file runs nothing else, either.
+    [[nodiscard]] bool mayHandOver(const std::string& id, const std::string& otherId) const;
+
     /// The file by which such a process could be known again as the application, were it not known
     /// by anything yet: its executable or its script. Nothing where that would tell too little.
     [[nodiscard]] std::optional<ExecutionKey>

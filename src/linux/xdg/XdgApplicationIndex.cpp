@@ -82,6 +82,11 @@ bool XdgApplicationIndex::shareProgram(const std::string& identifier, const std:
     return catalogue.current()->shareProgram(identifier, other);
 }
 
+bool XdgApplicationIndex::mayHandOver(const std::string& identifier, const std::string& other) const
+{
+    return catalogue.current()->mayHandOver(identifier, other);
+}
+
 void XdgApplicationIndex::learn(const proc::ProcessFacts& facts, const std::string& identifier)
 {
     constexpr std::size_t MOST_LEARNED = 256;

@@ -167,6 +167,27 @@ TEST_F(Announcements, ActivationIsReportedByApplicationOldOneFirst)
     );
 }
 
+TEST_F(Announcements, EndOfAStartIsNotToldWhereWhatRunsTheSameProgramMayHaveTakenItOver)
+{
+    startOffice();
+    exec(20, "calc");
+    heard.clear();
+    exit(20);
+
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+TEST_F(Announcements, EndOfAStartIsToldThoughTheSameLauncherRunsAnotherApplication)
+{
+    startOffice();
+    index.launched = true;
+    exec(20, "calc");
+    heard.clear();
+    exit(20);
+
+    EXPECT_THAT(heard, ElementsAre("removed calc", "did terminate calc"));
+}
+
 TEST_F(Announcements, ActivationIsOfTheApplicationWhoseWindowIsInFront)
 {
     startOffice();

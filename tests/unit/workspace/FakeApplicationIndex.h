@@ -72,6 +72,11 @@ public:
         return shared.contains(identifier) && shared.contains(other);
     }
 
+    bool mayHandOver(const std::string& identifier, const std::string& other) const override
+    {
+        return !launched && shareProgram(identifier, other);
+    }
+
     void learn(const proc::ProcessFacts& facts, const std::string& identifier) override
     {
         learned.push_back(facts.executable + " is " + identifier);
@@ -79,6 +84,7 @@ public:
 
     std::map<std::string, std::string> roles;
     std::set<std::string> shared;              // all of these execute one file
+    bool launched = false;                     // by that file, which is none of theirs
     std::map<std::string, std::string> copies; // identifiers, by executable
     std::vector<std::string> learned;
 

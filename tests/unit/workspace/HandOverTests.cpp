@@ -27,6 +27,7 @@ protected:
         ask.shareProgram = [](const std::string& one, const std::string& other) {
             return (one == "calc" && other == "writer") || (one == "writer" && other == "calc");
         };
+        ask.mayHandOver = ask.shareProgram;
         calc->awaited = workspace::Clock::time_point();
     }
 
@@ -160,6 +161,14 @@ TEST_F(HandOver, MakesNoGuestOfAStartThatItsOwnApplicationReceives)
 
     EXPECT_FALSE(handOver.becomesGuest(*calc));
     EXPECT_FALSE(calc->guest);
+}
+
+TEST_F(HandOver, MakesNoGuestOfWhatOnlyTheSameLauncherStarts)
+{
+    ask.mayHandOver = [](const std::string&, const std::string&) { return false; };
+
+    EXPECT_FALSE(handOver.becomesGuest(*calc));
+    EXPECT_TRUE(handOver.isGuest({process(10, "soffice"), known("calc"), {}}));
 }
 
 TEST_F(HandOver, MakesNoGuestOfAGuest)

@@ -28,6 +28,7 @@ protected:
         tracker.ask.shareProgram = [this](const std::string& one, const std::string& other) {
             return office.contains(one) && office.contains(other);
         };
+        tracker.ask.mayHandOver = tracker.ask.shareProgram;
         tracker.ask.isAlive = [this](pid_t pid, std::uint64_t) { return !dead.contains(pid); };
     }
 

@@ -87,4 +87,25 @@ TEST(Sharing, ApplicationsOfOneFileShareTheirProgram)
     EXPECT_TRUE(catalogue.shareProgram("writer", "calc"));
     EXPECT_FALSE(catalogue.shareProgram("calc", "foo"));
     EXPECT_FALSE(catalogue.shareProgram("calc", "unknown"));
+    EXPECT_TRUE(catalogue.mayHandOver("calc", "writer"));
+    EXPECT_FALSE(catalogue.mayHandOver("calc", "foo"));
+    EXPECT_FALSE(catalogue.mayHandOver("calc", "unknown"));
+    EXPECT_FALSE(catalogue.mayHandOver("unknown", "calc"));
+}
+
+TEST(Sharing, ApplicationsOfOneLauncherLeaveNothingToEachOther)
+{
+    const auto catalogue = catalogueWith(
+        {applicationOf("firefox_firefox", shared("/usr/bin/snap", {}, "firefox")),
+         applicationOf("org.gnome.Maps", shared("/usr/bin/flatpak", {"run", "org.gnome.Maps"})),
+         applicationOf("org.videolan.VLC", shared("/usr/bin/flatpak", {"run", "org.videolan.VLC"})),
+         applicationOf("snap", executable("/usr/bin/snap")),
+         applicationOf("vlc_vlc", shared("/usr/bin/snap", {}, "vlc"))}
+    );
+
+    EXPECT_TRUE(catalogue.shareProgram("org.gnome.Maps", "org.videolan.VLC"));
+    EXPECT_FALSE(catalogue.mayHandOver("org.gnome.Maps", "org.videolan.VLC"));
+    EXPECT_FALSE(catalogue.mayHandOver("firefox_firefox", "vlc_vlc"));
+    EXPECT_FALSE(catalogue.mayHandOver("firefox_firefox", "snap"));
+    EXPECT_FALSE(catalogue.mayHandOver("snap", "firefox_firefox"));
 }
