@@ -1,103 +1,22 @@
-#include "desktop/TemporaryFolder.h"
-#include "linux/session/LocalSocket.h"
+// Which of several starts runs, and what becomes of the others.
+#include "SessionInstanceTest.h"
 #include "linux/session/SessionDirectory.h"
 #include "linux/session/SessionInstance.h"
 #include "linux/session/SessionMessage.h"
-#include "linux/session/SessionName.h"
-#include "linux/session/SessionWatch.h"
-#include "processes/Dialogue.h"
-#include "processes/Environment.h"
 
 #include <csignal>
-#include <filesystem>
-#include <memory>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
 using processes::Dialogue;
 
-constexpr auto NAME = "Tarvel";
 constexpr uid_t NOBODY = 65534;
-constexpr int PATIENCE_MILLISECONDS = 20000;
-
-class SessionInstance : public testing::Test
-{
-protected:
-    std::unique_ptr<Dialogue> start(const std::string& manner = "activating") const
-    {
-        return startIn({{"DISPLAY", ":77"}}, NAME, manner);
-    }
-
-    std::unique_ptr<Dialogue> startIn(
-        desktop::Environment environment,
-        const std::string& name = NAME,
-        const std::string& manner = "activating"
-    ) const
-    {
-        environment["XDG_RUNTIME_DIR"] = runtime.path();
-        return std::make_unique<Dialogue>(
-            std::vector<std::string>{SESSION_PEER, name, manner}, environment
-        );
-    }
-
-    std::unique_ptr<Dialogue> startFirst() const
-    {
-        auto first = start();
-        EXPECT_EQ(first->hear(), "first");
-        return first;
-    }
-
-    // The status that a watcher learns when the first does as told.
-    std::optional<int> statusAfter(const std::string& command) const
-    {
-        const auto first = startFirst();
-        const auto watch = session::SessionWatch::open(NAME);
-        if (watch == nullptr) {
-            ADD_FAILURE() << "nobody to watch";
-            return std::nullopt;
-        }
-        first->say(command);
-        return statusAtEnd(*watch);
-    }
-
-    static std::optional<int> statusAtEnd(session::SessionWatch& watch)
-    {
-        pollEnd(watch);
-        return watch.exitStatus();
-    }
-
-    static void pollEnd(const session::SessionWatch& watch)
-    {
-        const descriptors::FileDescriptor copy(::dup(watch.fd()));
-        ASSERT_TRUE(session::waitUntilReadable(copy, PATIENCE_MILLISECONDS));
-        EXPECT_TRUE(watch.hasEnded());
-    }
-
-    std::filesystem::path folder() const { return runtime.path() / "com.quorvent.Tarvel"; }
-
-    std::filesystem::path socketPath() const
-    {
-        return folder() / session::socketName(session::sessionName(NAME));
-    }
-
-    // Opens every door to the socket, as if by mistake, or closes them again.
-    void setModes(mode_t mode) const
-    {
-        for (const auto& path : {runtime.path(), folder(), socketPath()}) {
-            EXPECT_EQ(::chmod(path.c_str(), mode), 0);
-        }
-    }
-
-    const desktop::TemporaryFolder runtime;
-    const processes::EnvironmentVariable runtimeVariable{"XDG_RUNTIME_DIR", runtime.path()};
-    const processes::EnvironmentVariable display{"DISPLAY", ":77"};
-    const processes::EnvironmentVariable wayland{"WAYLAND_DISPLAY", std::nullopt};
-};
+constexpr int ANSWER_MILLISECONDS = 20000;
 
 void connectAs(uid_t user, const std::string& path)
 {
@@ -109,7 +28,7 @@ void connectAs(uid_t user, const std::string& path)
         ::_exit(3);
     }
     session::sendMessage(socket, session::ACTIVATE);
-    session::waitUntilReadable(socket, PATIENCE_MILLISECONDS);
+    session::waitUntilReadable(socket, ANSWER_MILLISECONDS);
     ::_exit(session::receiveMessage(socket) == "" ? 0 : 1);
 }
 
@@ -122,6 +41,14 @@ int resultOfConnecting(uid_t user, const std::string& path)
     int status = -1;
     EXPECT_EQ(::waitpid(other, &status, 0), other);
     return WEXITSTATUS(status);
+}
+
+/// Opens every door to the socket, as if by mistake, or closes them again.
+void setModes(const std::vector<std::filesystem::path>& paths, mode_t mode)
+{
+    for (const auto& path : paths) {
+        EXPECT_EQ(::chmod(path.c_str(), mode), 0);
+    }
 }
 
 } // namespace
@@ -207,133 +134,6 @@ TEST_F(SessionInstance, AStoppedFirstKeepsItsName)
     EXPECT_EQ(first->hear(), "activated");
 }
 
-TEST_F(SessionInstance, NobodyIsWatchedWhereNobodyRuns)
-{
-    EXPECT_EQ(session::SessionWatch::open(NAME), nullptr);
-
-    startFirst()->kill();
-    EXPECT_EQ(session::SessionWatch::open(NAME), nullptr);
-}
-
-TEST_F(SessionInstance, WatcherKnowsTheProcess)
-{
-    const auto first = startFirst();
-    const auto watch = session::SessionWatch::open(NAME);
-
-    ASSERT_NE(watch, nullptr);
-    EXPECT_EQ(watch->processIdentifier(), first->process().id());
-    EXPECT_FALSE(watch->hasEnded());
-    EXPECT_EQ(watch->exitStatus(), std::nullopt);
-}
-
-TEST_F(SessionInstance, WatcherLearnsTheStatusOfEveryWayThroughExit)
-{
-    EXPECT_EQ(statusAfter("exit 0"), 0);
-    EXPECT_EQ(statusAfter("exit 3"), 3);
-    EXPECT_EQ(statusAfter("return 4"), 4);
-    EXPECT_EQ(statusAfter("announce 0"), 0);
-}
-
-TEST_F(SessionInstance, WatcherLearnsNoStatusOfAProcessThatDidNotExit)
-{
-    EXPECT_EQ(statusAfter("abort"), std::nullopt);
-    EXPECT_EQ(statusAfter("_exit 0"), std::nullopt);
-
-    const auto first = startFirst();
-    const auto watch = session::SessionWatch::open(NAME);
-    ASSERT_NE(watch, nullptr);
-    first->process().signal(SIGKILL);
-    EXPECT_EQ(statusAtEnd(*watch), std::nullopt);
-}
-
-TEST_F(SessionInstance, NameIsFreeAsSoonAsTheWatcherKnowsOfTheEnd)
-{
-    for (int round = 0; round < 20; ++round) {
-        const auto first = startFirst();
-        const auto watch = session::SessionWatch::open(NAME);
-        ASSERT_NE(watch, nullptr);
-        first->process().signal(SIGKILL);
-        pollEnd(*watch);
-        EXPECT_EQ(start()->hear(), "first");
-    }
-}
-
-TEST_F(SessionInstance, AForkDoesNotSpeakForTheFirst)
-{
-    const auto first = startFirst();
-    const auto watch = session::SessionWatch::open(NAME);
-    ASSERT_NE(watch, nullptr);
-
-    first->say("fork");
-    EXPECT_EQ(first->hear(), "forked");
-    EXPECT_EQ(watch->exitStatus(), std::nullopt);
-    first->say("exit 3");
-    EXPECT_EQ(statusAtEnd(*watch), 3);
-}
-
-TEST_F(SessionInstance, AWatcherThatWasNotLetInYetLearnsTheStatusToo)
-{
-    const auto first = startFirst();
-    first->process().signal(SIGSTOP);
-    const auto watch = session::SessionWatch::open(NAME);
-    ASSERT_NE(watch, nullptr);
-
-    first->say("exit 3");
-    first->process().signal(SIGCONT);
-    EXPECT_EQ(statusAtEnd(*watch), 3);
-}
-
-TEST_F(SessionInstance, AWatcherThatManyOthersPushedOutLearnsTheStatusToo)
-{
-    const auto first = startFirst();
-    const auto watch = session::SessionWatch::open(NAME);
-    ASSERT_NE(watch, nullptr);
-    std::vector<descriptors::FileDescriptor> idle;
-    for (int i = 0; i < 31; ++i) {
-        idle.push_back(session::connectTo(socketPath()));
-    }
-    EXPECT_EQ(start()->hear(), "already running"); // the first has let in all of them by then
-    idle.push_back(session::connectTo(socketPath()));
-    const auto late = session::SessionWatch::open(NAME);
-    ASSERT_NE(late, nullptr);
-
-    first->say("exit 3");
-    EXPECT_EQ(statusAtEnd(*watch), 3);
-    EXPECT_EQ(statusAtEnd(*late), 3);
-}
-
-TEST_F(SessionInstance, TheStatusOfTheLatestIsLeftBehindUntilTheNextTakesTheName)
-{
-    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), std::nullopt);
-    statusAfter("exit 3");
-    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), 3);
-    statusAfter("announce 0");
-    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), 0);
-
-    const auto next = startFirst();
-    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), std::nullopt);
-    next->process().signal(SIGKILL);
-    next->process().waitForEnd(processes::PATIENCE);
-    EXPECT_EQ(session::SessionWatch::latestExitStatus(NAME), std::nullopt);
-}
-
-TEST_F(SessionInstance, WatchersThatNeverReadOrHaveGoneDoNotDisturbTheEnd)
-{
-    const auto first = startFirst();
-    std::vector<std::unique_ptr<session::SessionWatch>> watches;
-    watches.reserve(60);
-    for (int i = 0; i < 60; ++i) {
-        watches.push_back(session::SessionWatch::open(NAME));
-    }
-    watches.resize(20);
-
-    first->say("exit 3");
-    const std::optional<int> status = first->process().waitForEnd(processes::PATIENCE);
-    ASSERT_TRUE(status.has_value());
-    EXPECT_TRUE(WIFEXITED(*status));
-    EXPECT_EQ(WEXITSTATUS(*status), 3);
-}
-
 TEST_F(SessionInstance, UnknownMessagesAreIgnored)
 {
     const auto first = startFirst();
@@ -351,12 +151,13 @@ TEST_F(SessionInstance, OtherUsersAreShownTheDoor)
         GTEST_SKIP() << "only root can become another user";
     }
     const auto first = startFirst();
-    setModes(0777);
+    const std::vector<std::filesystem::path> doors{runtime.path(), folder(), socketPath()};
+    setModes(doors, 0777);
 
     EXPECT_EQ(resultOfConnecting(NOBODY, socketPath()), 0)
         << "2: not another user, 3: not connected, 1: was answered";
 
-    setModes(0700);
+    setModes(doors, 0700);
     first->say("fork");
     EXPECT_EQ(first->hear(), "forked") << "was not activated";
 }
