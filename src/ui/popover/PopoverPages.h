@@ -1,5 +1,6 @@
 // What of the popover is seen: its content, or one page in place of it, or nothing. What is not
-// seen can be reached by nobody, assistive tools included. Main thread only.
+// seen can be used by nobody, assistive tools included; they know of it all the same. Main thread
+// only.
 #pragma once
 
 #include "ui/views/ViewController.h"

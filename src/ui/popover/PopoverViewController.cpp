@@ -90,6 +90,7 @@ void PopoverViewController::viewDidDisappear()
         optionsMenu->close();
     }
     if (isViewLoaded()) {
+        applicationsTableViewOutlet->setConcealed(true);
         pages().hideAll(); // nothing of the content stays behind, and nothing of what was typed
     }
 }
@@ -123,7 +124,7 @@ void PopoverViewController::showNoPasswordPage()
         noPasswordViewController->onHelpRequest = onHelpRequest;
         noPasswordViewController->onPasswordSetupRequest = onChangePreferencesRequest;
     }
-    pages().show(*noPasswordViewController);
+    showInPlaceOfContent(*noPasswordViewController);
 }
 
 void PopoverViewController::showPasswordPage()
@@ -133,12 +134,19 @@ void PopoverViewController::showPasswordPage()
         requestPasswordViewController->onHelpRequest = onHelpRequest;
         requestPasswordViewController->onPasswordEntered = onPasswordEntered;
     }
-    pages().show(*requestPasswordViewController);
+    showInPlaceOfContent(*requestPasswordViewController);
+}
+
+void PopoverViewController::showInPlaceOfContent(ViewController& page)
+{
+    pages().show(page);
+    applicationsTableViewOutlet->setConcealed(true);
 }
 
 void PopoverViewController::showContent()
 {
     pages().showContent();
+    applicationsTableViewOutlet->setConcealed(false);
     showEmptyView();
     if (lockedApplications.empty()) {
         addApplicationButtonOutlet->setFocus();

@@ -104,6 +104,7 @@ private:
     void showPage();
     void showNoPasswordPage();
     void showPasswordPage();
+    void showInPlaceOfContent(ViewController& page);
     void showEmptyView();
 
     /// Of the view, which it loads on first use.

@@ -12,6 +12,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace ui {
 
@@ -71,7 +72,7 @@ void TableView::reloadData(std::optional<int> current)
     const QRect oldPlace = visualRect(rows->index(oldRow));
     const bool inSight = viewport()->rect().intersects(oldPlace);
     int place = verticalScrollBar()->value();
-    const int count = numberOfRows ? numberOfRows() : 0;
+    const int count = numberOfRows && !concealed ? numberOfRows() : 0;
     const int row = std::min(current.value_or(oldRow), count - 1);
     if (inSight && row >= 0 && row < oldRow) {
         place -= (oldRow - row) * oldPlace.height();
@@ -85,6 +86,30 @@ void TableView::reloadData(std::optional<int> current)
     refillCells();
     showCells();
     hoverAgain();
+}
+
+void TableView::setConcealed(bool wanted)
+{
+    if (std::exchange(concealed, wanted) == wanted) {
+        return;
+    }
+    if (concealed) {
+        discardCells();
+    }
+    reloadData();
+}
+
+/// The event that is dealt with may be that of a cell.
+void TableView::discardCells()
+{
+    for (const auto& [row, cell] : cells) {
+        spareCells.push_back(cell);
+    }
+    cells.clear();
+    for (MyCell* const cell : std::exchange(spareCells, {})) {
+        cell->setParent(nullptr);
+        cell->deleteLater();
+    }
 }
 
 int TableView::currentRow() const

@@ -51,6 +51,10 @@ public:
     /// the scroll bar stay as near as they can.
     void reloadData(std::optional<int> current = std::nullopt);
 
+    /// Concealed, it has no rows, for assistive tools and for whoever looks through it. What it
+    /// shows then is asked for when it is revealed.
+    void setConcealed(bool concealed);
+
     /// The row that the keys are on; -1 for none.
     int currentRow() const;
 
@@ -79,6 +83,7 @@ private:
     /// Has Tab go from the table through the buttons of its rows.
     void chainCells();
     void refillCells();
+    void discardCells();
     void layBarOverRows();
     void hoverAgain();
     void select(int row) const;
@@ -89,6 +94,7 @@ private:
     std::unique_ptr<CellDelegate> delegate;
     std::map<int, MyCell*> cells; // by row
     std::vector<MyCell*> spareCells;
+    bool concealed = false;
     bool placing = false;
     bool secondPress = false;
 };

@@ -3,6 +3,7 @@
 #include "desktop/TemporaryFolder.h"
 #include "session/interface/InterfaceTest.h"
 
+#include <algorithm>
 #include <csignal>
 
 namespace agent {
@@ -34,6 +35,15 @@ protected:
         EXPECT_FALSE(user->sees(screens::CONTENT));
     }
 
+    /// Whether anything that assistive tools can find has that in its name.
+    [[nodiscard]] bool isToldOf(const std::string& text) const
+    {
+        const std::vector<std::string> names = user->everyName();
+        return std::any_of(names.begin(), names.end(), [&text](const std::string& name) {
+            return name.find(text) != std::string::npos;
+        });
+    }
+
     [[nodiscard]] bool isOn(const person::Control& checkBox) const
     {
         return user->find(checkBox).is(accessibility::State::Checked);
@@ -52,6 +62,25 @@ TEST_F(PopoverUse, NothingIsShownWithoutThePassword)
 
     unlock();
     EXPECT_FALSE(user->sees(screens::GATE));
+}
+
+TEST_F(PopoverUse, WhatIsProtectedIsReadByNobodyBehindTheGate)
+{
+    addApplication("garden", "Garden");
+    startWithPassword({"garden"});
+    for (int opening = 0; opening < 3; ++opening) {
+        user->waitForFocusOn(screens::GATE);
+        EXPECT_FALSE(isToldOf("Garden"));
+
+        unlock();
+        user->waitFor(person::row("Garden", screens::POPOVER));
+        EXPECT_TRUE(isToldOf("Garden"));
+
+        user->press(desktop::KEY_ESCAPE);
+        user->waitForEndOf(person::window(screens::POPOVER));
+        EXPECT_FALSE(isToldOf("Garden"));
+        openPopover();
+    }
 }
 
 TEST_F(PopoverUse, EveryOpeningAsksForThePassword)

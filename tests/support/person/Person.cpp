@@ -310,6 +310,20 @@ std::vector<std::string> Person::rows() const
     return names;
 }
 
+std::vector<std::string> Person::everyName() const
+{
+    std::vector<std::string> names;
+    std::vector<Node> open = windows();
+    while (!open.empty()) {
+        const Node node = open.back();
+        open.pop_back();
+        names.push_back(node.name());
+        const std::vector<Node> children = node.children();
+        open.insert(open.end(), children.begin(), children.end());
+    }
+    return names;
+}
+
 std::string Person::report() const
 {
     std::string text;

@@ -77,6 +77,9 @@ public:
     /// Names of all rows of lists that show, in order.
     std::vector<std::string> rows() const;
 
+    /// Names of all that assistive tools can find in the agent, things that do not show included.
+    [[nodiscard]] std::vector<std::string> everyName() const;
+
     /// The menu that is open.
     [[nodiscard]] std::optional<desktop::Rectangle> placeOfMenu() const;
 

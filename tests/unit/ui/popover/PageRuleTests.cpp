@@ -1,6 +1,8 @@
 // The popover never shows its content before the right password was typed in it, at every opening.
 #include "PopoverTest.h"
 
+#include <QAccessible>
+
 namespace {
 
 class PageRule : public PopoverTest
@@ -14,6 +16,20 @@ protected:
         settle();
     }
 };
+
+/// All that assistive tools can read from there on, seen or not.
+QString spoken(QAccessibleInterface* from)
+{
+    QString text;
+    for (const auto kind :
+         {QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help}) {
+        text += from->text(kind) + "\n";
+    }
+    for (int index = 0; index < from->childCount(); ++index) {
+        text += spoken(from->child(index));
+    }
+    return text;
+}
 
 } // namespace
 
@@ -102,6 +118,34 @@ TEST_F(PageRule, NothingOfTheContentIsLeftWithinReachOfAClosedPopover)
     unlock();
     EXPECT_TRUE(controller().activateApplicationCheckboxOutlet->isEnabled());
     EXPECT_TRUE(controller().menuButtonOutlet->isEnabled());
+}
+
+TEST_F(PageRule, NothingIsToldToAssistiveToolsOfWhatIsProtectedBehindTheGate)
+{
+    const auto tells = [this](const char* name) {
+        return spoken(QAccessible::queryAccessibleInterface(&controller().view())).contains(name);
+    };
+    startWith(PASSWORD, CALCULATOR);
+    for (int opening = 0; opening < 2; ++opening) {
+        open();
+        EXPECT_FALSE(tells("Calculator"));
+        presenter->configurationAndPreferencesService.addLockedApplicationBundleId(MAHJONGG);
+        settle();
+        EXPECT_FALSE(tells("Calculator"));
+        EXPECT_FALSE(tells("Mahjongg"));
+        EXPECT_EQ(table().model()->rowCount(), 0);
+        unlock();
+        EXPECT_EQ(rows(), (std::vector<std::string>{"Calculator", "Mahjongg"}));
+        presenter->configurationAndPreferencesService.removeLockedApplicationBundleId(MAHJONGG);
+        settle();
+        EXPECT_EQ(rows(), (std::vector<std::string>{"Calculator"}));
+        popup().hidePopover();
+        EXPECT_FALSE(tells("Calculator"));
+        EXPECT_FALSE(tells("Mahjongg"));
+        EXPECT_TRUE(table().findChildren<ui::MyCell*>().isEmpty()); // with its buttons' names
+        changeSettings();
+        EXPECT_FALSE(tells("Calculator"));
+    }
 }
 
 TEST_F(PageRule, ASettingsChangeShowsNothingOfTheContent)

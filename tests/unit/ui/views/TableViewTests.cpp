@@ -127,6 +127,37 @@ TEST_F(TableViewTest, AssistiveToolsChooseARowBySelectingIt)
     EXPECT_TRUE(table->selectionModel()->selection().isEmpty());
 }
 
+TEST_F(TableViewTest, ConcealedItHasNoRowsAndNoCells)
+{
+    show(3);
+    table->setConcealed(true);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(table)->childCount(), 0);
+    EXPECT_TRUE(table->findChildren<ui::MyCell*>().isEmpty());
+    EXPECT_EQ(table->cellAt(0), nullptr);
+
+    setRows(4);
+    table->reloadData();
+    window.resize(400, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(table)->childCount(), 0);
+    EXPECT_TRUE(table->findChildren<ui::MyCell*>().isEmpty());
+
+    table->setConcealed(false);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(table)->childCount(), 4);
+    ASSERT_NE(table->cellAt(3), nullptr);
+    EXPECT_TRUE(table->cellAt(3)->isVisible());
+}
+
+TEST_F(TableViewTest, IsConcealedByTheButtonOfARowToo)
+{
+    show(3);
+    auto& button = table->cellAt(1)->control<ui::ImageButtonView>(ui::MyCell::BUTTON_TAG);
+    button.onClick = [this](int /*id*/) { table->setConcealed(true); };
+    support::click(button);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(table->findChildren<ui::MyCell*>().isEmpty());
+}
+
 TEST_F(TableViewTest, RowsAreMirroredWithTheirWindow)
 {
     window.setLayoutDirection(Qt::RightToLeft);
