@@ -1,5 +1,6 @@
 // The rows of a table: their cells, reloads, and what assistive tools know of them.
 #include "TableViewTest.h"
+#include "qt/Input.h"
 #include "qt/ThemedApplication.h"
 
 #include <QAccessible>
