@@ -37,6 +37,21 @@ protected:
         return menu;
     }
 
+    /// Somebody types on while a terminal starts: it gets what is typed after the lock alone.
+    void typeWhileATerminalStarts() const
+    {
+        desktop::Typist typist(session->desk.server().displayName(), 'x');
+        ASSERT_TRUE(typist.waitForMore(1));
+
+        Recorder xterm(session->desk);
+        ASSERT_TRUE(locks() && xterm.waitUntilItListens() && typist.waitForMore(50));
+        typist.stop();
+
+        ASSERT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
+        session->desk.input().type("after");
+        EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
+    }
+
     /// Whether nobody else can have keyboard and pointer, within reasonable time.
     bool inputIsCaptured() const
     {
@@ -77,16 +92,7 @@ TEST_F(Lock, LeavesOtherApplicationsAlone)
 TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStart)
 {
     watch({TERMINAL});
-    desktop::Typist typist(session->desk.server().displayName(), 'x');
-    ASSERT_TRUE(typist.waitForMore(1));
-
-    Recorder xterm(session->desk);
-    ASSERT_TRUE(locks() && xterm.waitUntilItListens() && typist.waitForMore(50));
-    typist.stop();
-
-    ASSERT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
-    session->desk.input().type("after");
-    EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
+    typeWhileATerminalStarts();
 }
 
 TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStartOverAnOpenMenu)
@@ -99,16 +105,7 @@ TEST_F(Lock, GivesATerminalNoneOfTheKeysTypedFromItsStartOverAnOpenMenu)
     ASSERT_TRUE(desktop::waitUntil(
         [&] { return session->desk.windows().viewableTopLevels().size() > before; }, PATIENCE
     ));
-    desktop::Typist typist(session->desk.server().displayName(), 'x');
-    ASSERT_TRUE(typist.waitForMore(1));
-
-    Recorder xterm(session->desk);
-    ASSERT_TRUE(locks() && xterm.waitUntilItListens() && typist.waitForMore(50));
-    typist.stop();
-
-    ASSERT_TRUE(opensWithThePassword() && getsFocus(xterm.process()));
-    session->desk.input().type("after");
-    EXPECT_TRUE(xterm.waitFor("after")) << xterm.received();
+    typeWhileATerminalStarts();
 }
 
 TEST_F(Lock, TakesTheKeyboardFromAMenuThatAClickOpened)
