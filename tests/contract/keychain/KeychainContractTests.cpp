@@ -26,7 +26,8 @@ private:
     fakes::FakeKeychainItems fake{calls};
 };
 
-class InTheFolder
+/// Items that the gate hands out in a session of its own.
+class BehindTheGate
 {
 public:
     platform::KeychainItems& items() { return *opened; }
@@ -37,35 +38,29 @@ public:
         opened = session.open();
     }
 
-private:
-    KeyringSession session; // without a keyring
-    std::unique_ptr<platform::KeychainItems> opened = session.open();
+protected:
+    KeyringSession session;
+    std::unique_ptr<platform::KeychainItems> opened;
 };
 
-class InTheKeyring
+/// Without a keyring.
+class InTheFolder : public BehindTheGate
 {
 public:
-    platform::KeychainItems& items() { return *opened; }
+    InTheFolder() { opened = session.open(); }
+};
 
-    void reopen()
-    {
-        opened.reset();
-        opened = session.open();
-    }
-
-private:
-    static std::unique_ptr<platform::KeychainItems> openWithKeyring(KeyringSession& session)
+class InTheKeyring : public BehindTheGate
+{
+public:
+    InTheKeyring()
     {
         session.startKeyring();
-        auto items = session.open();
-        if (dynamic_cast<secretservice::SecretServiceKeychain*>(items.get()) == nullptr) {
+        opened = session.open();
+        if (dynamic_cast<secretservice::SecretServiceKeychain*>(opened.get()) == nullptr) {
             throw desktop::Failure("not in the keyring: " + session.refusal());
         }
-        return items;
     }
-
-    KeyringSession session;
-    std::unique_ptr<platform::KeychainItems> opened = openWithKeyring(session);
 };
 
 template <class Implementation> class KeychainContract : public testing::Test
