@@ -1,7 +1,7 @@
 // What the password field must not give away, and which keys do nothing.
 #include "LockWindowTest.h"
+#include "qt/HeardPassword.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QInputMethod>
@@ -88,14 +88,7 @@ TEST_F(SecureTextField, NeitherGivesNorTakesADrag)
 
 TEST_F(SecureTextField, AssistiveToolsHearThatItIsAPasswordAndNotWhichOne)
 {
-    QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&field());
-    ASSERT_NE(accessible, nullptr);
-    EXPECT_TRUE(accessible->state().passwordEdit);
-    EXPECT_EQ(accessible->text(QAccessible::Name), "Password");
-    EXPECT_FALSE(accessible->text(QAccessible::Value).contains("s"));
-    QAccessibleTextInterface* const text = accessible->textInterface();
-    ASSERT_NE(text, nullptr);
-    EXPECT_FALSE(text->text(0, text->characterCount()).contains("s"));
+    support::expectHeardAsPassword(field(), "s");
 }
 
 TEST_F(SecureTextField, InputMethodsAreToldToRememberNothing)
