@@ -32,6 +32,19 @@ const Qt::WindowFlags AS_WINDOW = Qt::Window | Qt::CustomizeWindowHint | Qt::Win
                                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
                                   Qt::WindowStaysOnTopHint; // as the program's other windows
 
+/// The line lies within the ground.
+void paintRounded(QPainter& painter, const QRect& ground, int line)
+{
+    const double radius = Theme::RADIUS * painter.device()->devicePixelRatioF();
+    const double middle = line / 2.0;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(line > 0 ? QPen(Theme::LINE, line) : QPen(Qt::NoPen));
+    painter.setBrush(grayGradient(ground));
+    painter.drawRoundedRect(
+        QRectF(ground).adjusted(middle, middle, -middle, -middle), radius, radius
+    );
+}
+
 QRect workAreaAt(const QPoint& point)
 {
     const QScreen* screen = QGuiApplication::screenAt(point);
@@ -178,15 +191,18 @@ void Popover::requestClose()
 void Popover::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    painter.setPen(isAtItem() ? QPen(Theme::LINE) : QPen(Qt::NoPen));
+    // In the screen's own pixels, so that the outline is made of whole ones.
+    const double scale = devicePixelRatioF();
+    painter.scale(1.0 / scale, 1.0 / scale);
+    const QRect ground(QPoint(0, 0), (QSizeF(size()) * scale).toSize());
+    const int line = isAtItem() ? static_cast<int>(scale) : 0;
     if (rounded) {
-        const QRectF outline = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setBrush(grayGradient(rect()));
-        painter.drawRoundedRect(outline, Theme::RADIUS, Theme::RADIUS);
-    } else {
-        paintGrayGradient(painter, rect());
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        paintRounded(painter, ground, line);
+        return;
+    }
+    paintGrayGradient(painter, ground);
+    for (const QRect& edge : QRegion(ground) - ground.adjusted(line, line, -line, -line)) {
+        painter.fillRect(edge, Theme::LINE);
     }
 }
 

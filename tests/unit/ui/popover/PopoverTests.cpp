@@ -1,5 +1,6 @@
 #include "PopoverTest.h"
 #include "ui/popover/Popover.h"
+#include "ui/views/Theme.h"
 
 #include <QPointer>
 #include <QWindow>
@@ -237,6 +238,40 @@ TEST_F(Popover, HasRoundCornersOnlyWhereTheDesktopBlendsWindows)
     open();
     EXPECT_FALSE(window().testAttribute(Qt::WA_TranslucentBackground));
     EXPECT_EQ(cornerAt({0, 0}).alpha(), 255);
+}
+
+TEST_F(Popover, AtItsItemHasAnOutlineOfWholePixelsAlongEachEdge)
+{
+    for (const bool blending : {false, true}) {
+        fake.windows.blending = blending;
+        open();
+        const QImage picture = window().grab().toImage();
+        const auto line = static_cast<int>(picture.devicePixelRatio());
+        const QPoint last(picture.width() - 1, picture.height() - 1);
+        const QPoint middle = last / 2;
+        for (int depth = 0; depth <= line; ++depth) {
+            for (const QPoint& place :
+                 {QPoint(depth, middle.y()),
+                  QPoint(last.x() - depth, middle.y()),
+                  QPoint(middle.x(), depth),
+                  QPoint(middle.x(), last.y() - depth)}) {
+                EXPECT_EQ(picture.pixelColor(place) == ui::Theme::LINE, depth < line)
+                    << place.x() << ' ' << place.y() << " of " << last.x() << ' ' << last.y()
+                    << ", blending " << blending;
+            }
+        }
+        popup().hidePopover();
+    }
+}
+
+TEST_F(Popover, AtItsItemHasAnOutlineThatIsClosedAtTheCorners)
+{
+    open();
+    const QImage picture = window().grab().toImage();
+    const QPoint last(picture.width() - 1, picture.height() - 1);
+    for (const QPoint& corner : {QPoint(0, 0), QPoint(last.x(), 0), QPoint(0, last.y()), last}) {
+        EXPECT_EQ(picture.pixelColor(corner), ui::Theme::LINE) << corner.x() << ' ' << corner.y();
+    }
 }
 
 TEST_F(Popover, AsAWindowHasTheCornersOfTheDesktopsWindows)
