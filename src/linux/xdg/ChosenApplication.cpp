@@ -17,6 +17,7 @@ constexpr std::size_t MOST_KEYS = 64;
 constexpr std::string_view EXECUTABLE = "executable";
 constexpr std::string_view SCRIPT = "script";
 constexpr std::string_view SHARED = "shared";
+constexpr std::string_view SHARED_SCRIPT = "shared-script";
 // Parts of a key before its arguments: kind, path, name it is invoked as.
 constexpr std::size_t KEY_PARTS = 3;
 
@@ -61,7 +62,11 @@ std::string listOf(const std::vector<std::string>& parts)
 
 std::string kindOf(const ExecutionKey& key)
 {
-    return std::string(key.shared ? SHARED : key.kind == Kind::Script ? SCRIPT : EXECUTABLE);
+    const bool isScript = key.kind == Kind::Script;
+    if (key.shared) {
+        return std::string(isScript ? SHARED_SCRIPT : SHARED);
+    }
+    return std::string(isScript ? SCRIPT : EXECUTABLE);
 }
 
 std::string lineOf(const ExecutionKey& key)
@@ -84,10 +89,10 @@ void addKey(ChosenApplication& application, std::string_view line)
         return;
     }
     ExecutionKey key{
-        .kind = parts[0] == SCRIPT ? Kind::Script : Kind::Executable,
+        .kind = parts[0] == SCRIPT || parts[0] == SHARED_SCRIPT ? Kind::Script : Kind::Executable,
         .path = parts[1],
         .fixedArguments = {},
-        .shared = parts[0] == SHARED,
+        .shared = parts[0] == SHARED || parts[0] == SHARED_SCRIPT,
         .invokedAs = parts[2].substr(1)};
     for (std::size_t index = KEY_PARTS; index < parts.size(); ++index) {
         key.fixedArguments.push_back(parts[index].substr(1));

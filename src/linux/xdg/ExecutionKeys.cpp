@@ -77,11 +77,16 @@ launchedBy(const std::string& launcher, const std::vector<std::string>& argument
 
 ExecutionKeys keysOfLauncher(const ProgramFile& program, const ExecCommand& command)
 {
-    const std::string invokedAs =
-        baseName(command.program) == baseName(program.path) ? "" : baseName(command.program);
+    const std::string called = baseName(command.program);
+    // What a script was called by, its interpreter has in another place or not at all.
+    const bool isAlias = !program.isScript() && called != baseName(program.path);
+    const std::string invokedAs = isAlias ? called : "";
     std::vector<std::string> fixed = launchedBy(program.path, command.fixedArguments);
     if (fixed.empty() && invokedAs.empty()) {
         return {};
+    }
+    if (program.isScript()) {
+        return {{{Kind::Script, program.path, std::move(fixed), true, ""}}, {program.interpreter}};
     }
     return {{{Kind::Executable, program.path, std::move(fixed), true, invokedAs}}, {}};
 }
@@ -103,13 +108,13 @@ ExecutionKeys executionKeys(
     if (!program) {
         return keysOfMissing(command, programs);
     }
+    if (isLauncher(program->path)) {
+        return keysOfLauncher(*program, command);
+    }
     if (program->isScript()) {
         return {
             {{Kind::Script, program->path, command.fixedArguments, false, ""}},
             {program->interpreter}};
-    }
-    if (isLauncher(program->path)) {
-        return keysOfLauncher(*program, command);
     }
     if (isInterpreter(program->path)) {
         return keysOfInterpreter(*program, command, folder);

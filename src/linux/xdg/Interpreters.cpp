@@ -100,11 +100,14 @@ bool searchesScripts(const std::string& executable)
 
 bool isLauncher(const std::string& executable)
 {
-    constexpr std::array<std::string_view, 17> NAMES{
+    constexpr std::array<std::string_view, 24> NAMES{
         "flatpak",
         "snap",
         "bwrap",
         "wine",
+        "wine-stable",
+        "wine-staging",
+        "wine-development",
         "wine64",
         "wine-preloader",
         "wine64-preloader",
@@ -113,6 +116,10 @@ bool isLauncher(const std::string& executable)
         "gtk-launch",
         "gio",
         "xdg-open",
+        "exo-open",
+        "kde-open",
+        "kioclient",
+        "kcmshell",
         "dbus-send",
         "gdbus",
         "dotnet",

@@ -101,6 +101,26 @@ TEST_F(CatalogueExecution, ProgramBehindWrappersIsTheApplications)
     EXPECT_EQ(ofProcess("/usr/bin/env", {"env"}), "");
 }
 
+TEST_F(CatalogueExecution, ScriptThatLaunchesOthersIsTheApplicationsOnlyWithItsArguments)
+{
+    folder.writeProgram("bin/xdg-open", "#!/bin/sh\n");
+    folder.writeProgram("bin/wine-stable", "#!/bin/sh\n");
+    fs::create_symlink(folder.path("bin/wine-stable"), folder.path("bin/wine"));
+    add("link.desktop", entry("Link", "Exec=xdg-open https://example.org/\n"));
+    add("windows.desktop", entry("Windows", "Exec=env A=b wine /home/u/a.exe %f\n"));
+    add("wine.desktop", entry("Wine", "Exec=wine\n"));
+    const std::string shell = fs::canonical("/bin/sh");
+    const auto ofScript = [&](const std::string& name, const std::string& argument) {
+        return ofProcess(shell, {"/bin/sh", folder.path("bin/" + name), argument});
+    };
+
+    EXPECT_EQ(ofScript("xdg-open", "https://example.org/"), "link");
+    EXPECT_EQ(ofScript("xdg-open", "a.pdf"), "");
+    EXPECT_EQ(ofScript("wine", "/home/u/a.exe"), "windows");
+    EXPECT_EQ(ofScript("wine-stable", "/home/u/a.exe"), "windows");
+    EXPECT_EQ(ofScript("wine", "/home/u/b.exe"), "");
+}
+
 TEST_F(CatalogueExecution, EntryForTerminalsNeverClaimsAProgram)
 {
     add("foo.desktop", entry("Foo", "Exec=foo\nTerminal=true\n"));

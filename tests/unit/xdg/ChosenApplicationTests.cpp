@@ -19,7 +19,8 @@ xdg::ChosenApplication example()
         .keys = {
             {Kind::Executable, "/opt/my apps/foo", {"--a;b", "", "=c"}, false, ""},
             {Kind::Script, "/usr/bin/foo", {}, false, ""},
-            {Kind::Executable, "/usr/bin/flatpak", {"run", "foo"}, true, "foo"}}};
+            {Kind::Executable, "/usr/bin/flatpak", {"run", "foo"}, true, "foo"},
+            {Kind::Script, "/usr/bin/xdg-open", {"https://foo"}, true, ""}}};
 }
 
 } // namespace
@@ -56,7 +57,7 @@ TEST(ChosenApplication, KeysAreOnlyEverAdded)
 
     xdg::merge(known, later);
 
-    EXPECT_EQ(known.keys.size(), 4U);
+    EXPECT_EQ(known.keys.size(), 5U);
     EXPECT_EQ(known.keys.back().path, "/new/foo");
     EXPECT_EQ(known.name, "New name");
     EXPECT_EQ(known.icon, " foo ");

@@ -36,6 +36,11 @@ shared(const std::string& path, Words fixed, const std::string& invokedAs = "")
     return {Kind::Executable, path, std::move(fixed), true, invokedAs};
 }
 
+inline xdg::ExecutionKey sharedScript(const std::string& path, Words fixed)
+{
+    return {Kind::Script, path, std::move(fixed), true, ""};
+}
+
 /// How an application stands on the desktop of the tests.
 struct Entry
 {
@@ -73,7 +78,7 @@ inline std::vector<Entry> desktopEntries()
          false},
         {"org.keepassxc.KeePassXC", {executable("/usr/bin/keepassxc")}},
         {"org.videolan.VLC", {shared("/usr/bin/flatpak", {"run", "org.videolan.VLC"})}},
-        {"pdf-from-wine", {shared("/usr/bin/wine", {"/home/u/pdf.exe"})}},
+        {"pdf-from-wine", {sharedScript("/usr/bin/wine-stable", {"/home/u/pdf.exe"})}},
         {"thunar", {executable("/usr/bin/thunar")}},
         {"thunar-bulk-rename", {executable("/usr/bin/thunar", {"--bulk-rename"})}, false},
         {"twin-a", {executable("/usr/bin/twin")}},

@@ -215,8 +215,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"OfALauncherThatUpdates", "/usr/bin/flatpak", {"flatpak", "update"}, ""},
         Case{"NameOfASnap", "/usr/bin/snap", {"/snap/bin/firefox"}, "firefox_firefox"},
         Case{"SnapItself", "/usr/bin/snap", {"snap", "list"}, ""},
-        Case{"OfWine", "/usr/bin/wine", {"wine", "/home/u/pdf.exe"}, "pdf-from-wine"},
-        Case{"OfWineForAnother", "/usr/bin/wine", {"wine", "/home/u/other.exe"}, ""}
+        Case{"OfWine", DASH, {"sh", "/usr/bin/wine-stable", "/home/u/pdf.exe"}, "pdf-from-wine"},
+        Case{"OfWineForAnother", DASH, {"sh", "/usr/bin/wine-stable", "/home/u/other.exe"}, ""}
     ),
     NAME_OF
 );
