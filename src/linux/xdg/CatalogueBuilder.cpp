@@ -1,5 +1,7 @@
 #include "linux/xdg/CatalogueBuilder.h"
 
+#include "linux/xdg/FileText.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -10,6 +12,13 @@ namespace {
 bool contains(const std::vector<std::string>& names, const std::string& name)
 {
     return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+void addKey(std::vector<ExecutionKey>& keys, const ExecutionKey& key)
+{
+    if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
+        keys.push_back(key);
+    }
 }
 
 bool meets(const std::vector<std::string>& names, const std::vector<std::string>& desktops)
@@ -156,11 +165,8 @@ void CatalogueBuilder::addKeys(InstalledApplication& application, ExecutionKeys 
     if (application.executable.empty() && !found.keys.empty()) {
         application.executable = found.keys.front().path;
     }
-    for (ExecutionKey& key : found.keys) {
-        const auto& keys = application.keys;
-        if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
-            application.keys.push_back(std::move(key));
-        }
+    for (const ExecutionKey& key : found.keys) {
+        addKey(application.keys, key);
     }
     draft.interpreters.insert(
         draft.interpreters.end(), found.interpreters.begin(), found.interpreters.end()
@@ -210,10 +216,15 @@ void CatalogueBuilder::addChosen(
 void CatalogueBuilder::keep(InstalledApplication& application, ChosenApplication& kept) const
 {
     const std::string earlierClass = kept.startupWindowClass;
-    merge(kept, keptOf(application));
+    ChosenApplication present = keptOf(application);
+    // Where a program may come to be that is missing, its entry tells again.
+    std::erase_if(present.keys, [](const ExecutionKey& key) { return !stampOf(key.path); });
+    merge(kept, present);
     application.chosen = true;
     application.roles = kept.roles;
-    application.keys = kept.keys;
+    for (const ExecutionKey& key : kept.keys) {
+        addKey(application.keys, key);
+    }
     if (!earlierClass.empty()) {
         application.windowClasses.push_back(earlierClass);
     }

@@ -125,6 +125,19 @@ template <typename Value> void addMissing(std::vector<Value>& known, const std::
     }
 }
 
+/// What it was known by first stays, and so does what it is now. In between there may be anything:
+/// whoever can write its entry can make it be executed in any number of ways.
+void limit(std::vector<ExecutionKey>& keys, const std::vector<ExecutionKey>& present)
+{
+    for (std::size_t index = keys.size(); index > 0 && keys.size() > MOST_KEYS; --index) {
+        const auto key = keys.begin() + static_cast<std::ptrdiff_t>(index - 1);
+        if (std::find(present.begin(), present.end(), *key) == present.end()) {
+            keys.erase(key);
+        }
+    }
+    keys.resize(std::min(keys.size(), MOST_KEYS));
+}
+
 } // namespace
 
 void merge(ChosenApplication& known, const ChosenApplication& later)
@@ -141,7 +154,7 @@ void merge(ChosenApplication& known, const ChosenApplication& later)
     }
     addMissing(known.roles, later.roles);
     addMissing(known.keys, later.keys);
-    known.keys.resize(std::min(known.keys.size(), MOST_KEYS));
+    limit(known.keys, later.keys);
 }
 
 std::string textOf(const ChosenApplications& applications)

@@ -28,7 +28,8 @@ struct ChosenApplication
 /// By id.
 using ChosenApplications = std::map<std::string, ChosenApplication>;
 
-/// Takes over what the later one knows more or better. Keys are only ever added.
+/// Takes over what the later one knows more or better. Keys are only ever
+/// added, as long as there are not too many.
 void merge(ChosenApplication& known, const ChosenApplication& later);
 
 /// The text of the file in which they are kept.

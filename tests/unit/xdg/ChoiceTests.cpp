@@ -43,7 +43,7 @@ protected:
     {
         build();
         proc::ProcessFacts facts;
-        facts.executable = folder.path("bin/" + program);
+        facts.executable = std::filesystem::path(folder.path("bin/" + program)).lexically_normal();
         facts.arguments = arguments;
         const auto* found =
             catalogue->ofProcess(facts, [](pid_t) { return std::vector<std::string>(); });
@@ -160,6 +160,33 @@ TEST_F(ChoiceTest, UpgradeToAnotherPathIsKnownByBoth)
 
     EXPECT_EQ(of("foo2"), "foo");
     EXPECT_EQ(of("foo"), "foo");
+}
+
+TEST_F(ChoiceTest, AfterAnyNumberOfUpgradesTheFirstPathAndTheLastAreKnown)
+{
+    constexpr int UPGRADES = 70;
+    for (int number = 1; number <= UPGRADES; ++number) {
+        const std::string name = "foo" + std::to_string(number);
+        folder.copyProgram("/bin/true", "bin/" + name);
+        addToSystem("foo", "Name=Foo\nExec=" + name + "\n");
+        build();
+    }
+
+    EXPECT_EQ(of("foo70"), "foo");
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_EQ(of("bar"), "bar");
+}
+
+TEST_F(ChoiceTest, PlacesOfAProgramThatIsMissingAreKnownAndNotKept)
+{
+    for (int number = 0; number < 100; ++number) {
+        environment.programFolders.push_back(folder.path("bin" + std::to_string(number)));
+    }
+    addToSystem("foo", "Name=Foo\nExec=late\n");
+
+    EXPECT_EQ(of("../bin99/late"), "foo");
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_EQ(choice.kept.at("foo").keys.size(), 1U);
 }
 
 TEST_F(ChoiceTest, ChoiceThatIsNotKnownYetIsWhatWasKept)

@@ -75,4 +75,5 @@ TEST(ChosenApplication, NumberOfKeysHasALimit)
 
     EXPECT_EQ(known.keys.size(), 64U);
     EXPECT_EQ(known.keys.front().path, "/x/0");
+    EXPECT_EQ(known.keys.back().path, "/x/199");
 }
