@@ -35,6 +35,7 @@ ApplicationCatalogue::ApplicationCatalogue(
     catalogue = builder.build(choice);
     folders.onChanged = [this](const FolderChanges& changes) { planReload(changes); };
     builder.setBeforeReading([this](const std::string& folder) { watch(folder); });
+    builder.setOnProgram([this](const std::string& place) { folders.watchLinks(place); });
 }
 
 ApplicationCatalogue::~ApplicationCatalogue()

@@ -109,6 +109,11 @@ void CatalogueBuilder::setBeforeReading(
     reader.setBeforeReading(listener);
 }
 
+void CatalogueBuilder::setOnProgram(const std::function<void(const std::string& place)>& listener)
+{
+    programs.onFound = listener;
+}
+
 bool CatalogueBuilder::forget(const FolderChanges& changes)
 {
     if (changes.everything) {

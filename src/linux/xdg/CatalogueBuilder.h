@@ -38,6 +38,9 @@ public:
     /// Told of each folder before it is read, also of one that is missing.
     void setBeforeReading(const std::function<void(const std::string& folder)>& listener);
 
+    /// Told of the place of each program that counts, which may be a link.
+    void setOnProgram(const std::function<void(const std::string& place)>& listener);
+
     /// Never empty. Brings what is kept of the choice up to date.
     std::shared_ptr<const Catalogue> build(Choice& choice);
 

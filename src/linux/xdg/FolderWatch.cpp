@@ -1,5 +1,6 @@
 #include "linux/xdg/FolderWatch.h"
 
+#include "linux/xdg/LinkPlaces.h"
 #include "platform/Call.h"
 
 #include <array>
@@ -18,6 +19,7 @@ namespace {
 constexpr std::uint32_t CONTENT = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO |
                                   IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr std::uint32_t ARRIVAL = IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF;
+constexpr std::uint32_t TURN = ARRIVAL | IN_DELETE | IN_MOVED_FROM;
 
 } // namespace
 
@@ -40,15 +42,35 @@ bool FolderWatch::start()
 
 bool FolderWatch::watch(const std::string& folder)
 {
+    const bool linksWatched = watchLinks(folder);
     const int number = ::inotify_add_watch(
         notifications.get(), folder.c_str(), CONTENT | IN_ONLYDIR | IN_MASK_ADD
     );
     if (number >= 0) {
+        // The folder to which it led before is another one.
+        for (auto& [other, folders] : watched) {
+            folders.erase(folder);
+        }
         watched[number].insert(folder);
-        return true;
+        return linksWatched;
     }
     const bool missing = errno == ENOENT || errno == ENOTDIR;
     return missing ? watchNearest(folder) : errno == EACCES;
+}
+
+bool FolderWatch::watchLinks(const std::string& path)
+{
+    bool all = true;
+    for (const LinkPlace& link : linkPlaces(path)) {
+        const int number = ::inotify_add_watch(
+            notifications.get(), link.folder.c_str(), TURN | IN_ONLYDIR | IN_MASK_ADD
+        );
+        if (number >= 0) {
+            links[number].insert(link.name);
+        }
+        all = all && (number >= 0 || errno == EACCES || errno == ENOENT);
+    }
+    return all;
 }
 
 bool FolderWatch::watchNearest(const std::string& missing)
@@ -97,7 +119,8 @@ std::size_t FolderWatch::take(std::string_view bytes, FolderChanges& changes)
     // Padded with NUL.
     const std::string_view padded = bytes.substr(sizeof event, event.len);
     const std::string name(padded.substr(0, padded.find('\0')));
-    changes.everything = changes.everything || (event.mask & IN_Q_OVERFLOW) != 0;
+    const bool lost = (event.mask & IN_Q_OVERFLOW) != 0;
+    changes.everything = changes.everything || lost || isTurn(event.wd, name);
     takeMissing(event.wd, name, changes);
     if (const auto found = watched.find(event.wd); found != watched.end()) {
         for (const std::string& folder : found->second) {
@@ -109,8 +132,15 @@ std::size_t FolderWatch::take(std::string_view bytes, FolderChanges& changes)
     }
     if ((event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) {
         watched.erase(event.wd);
+        links.erase(event.wd);
     }
     return sizeof event + event.len;
+}
+
+bool FolderWatch::isTurn(int number, const std::string& name) const
+{
+    const auto found = links.find(number);
+    return found != links.end() && found->second.contains(name);
 }
 
 /// What has come, and what now has to be waited for elsewhere, is looked for when it is read again.

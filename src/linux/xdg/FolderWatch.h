@@ -34,11 +34,17 @@ public:
     bool start();
 
     /// Watches the folder itself, not those below it; one that is missing is noticed when it is
-    /// made. Watching twice is watching once. False when it cannot be watched.
+    /// made. Where a link on its way is turned, everything has changed. Watching twice is watching
+    /// once. False when it cannot be watched.
     bool watch(const std::string& folder);
+
+    /// Notices when one of the links that the path leads through is turned: everything has changed
+    /// then. False when that cannot be watched.
+    bool watchLinks(const std::string& path);
 
 private:
     bool watchNearest(const std::string& missing);
+    [[nodiscard]] bool isTurn(int number, const std::string& name) const;
     void receive();
     std::size_t take(std::string_view bytes, FolderChanges& changes);
     void takeMissing(int number, const std::string& name, FolderChanges& changes);
@@ -54,6 +60,7 @@ private:
     std::map<int, std::set<std::string>> watched; // by the kernel's number
     /// The nearest folder that is there, by what is missing: the name to wait for in it.
     std::map<int, std::map<std::string, std::string>> standingForMissing;
+    std::map<int, std::set<std::string>> links; // names, by the number of the folder they are in
 };
 
 } // namespace xdg

@@ -1,5 +1,7 @@
 #include "linux/xdg/ProgramResolver.h"
 
+#include "platform/Call.h"
+
 #include <algorithm>
 #include <array>
 #include <climits>
@@ -60,6 +62,7 @@ std::optional<ProgramFile> ProgramResolver::look(const std::string& name) const
 {
     for (const std::string& place : places(name)) {
         if (isProgram(place)) {
+            platform::call(onFound, place);
             const std::string path = realPath(place);
             const std::string interpreter = interpreterOf(path);
             return ProgramFile{path, interpreter.empty() ? "" : realPath(interpreter)};

@@ -2,10 +2,12 @@
 // searches, until that is forgotten. One thread at a time.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace xdg {
@@ -22,6 +24,9 @@ class ProgramResolver
 {
 public:
     explicit ProgramResolver(std::vector<std::string> folders) : folders(std::move(folders)) {}
+
+    /// Told of the place of each program that is found, which may be a link.
+    std::function<void(const std::string& place)> onFound;
 
     /// The file that would be executed under that name; nothing when there is none.
     [[nodiscard]] std::optional<ProgramFile> find(const std::string& name) const;

@@ -34,12 +34,21 @@ protected:
         return result;
     }
 
+    static std::string entryOf(const std::string& name, const std::string& program)
+    {
+        return "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + program + "\n";
+    }
+
     void add(const std::string& id, const std::string& program)
     {
-        folder.write(
-            "system/applications/" + id + ".desktop",
-            "[Desktop Entry]\nType=Application\nName=" + id + "\nExec=" + program + "\n"
-        );
+        folder.write("system/applications/" + id + ".desktop", entryOf(id, program));
+    }
+
+    /// At once, as installers do.
+    void turn(const std::string& link, const std::string& target)
+    {
+        std::filesystem::create_symlink(target, folder.path("turned"));
+        std::filesystem::rename(folder.path("turned"), folder.path(link));
     }
 
     bool waitFor(const std::string& ids)
@@ -95,6 +104,44 @@ TEST_F(ApplicationCatalogueTest, FolderThatIsRemovedAndComesBackIsFollowed)
     add("bar", "bar");
 
     EXPECT_TRUE(waitFor("bar "));
+}
+
+TEST_F(ApplicationCatalogueTest, ProgramBehindLinksIsFollowedWhenOneOfThemIsTurned)
+{
+    const std::string before = folder.copyProgram("/bin/true", "one/program");
+    const std::string after = folder.copyProgram("/bin/true", "two/program");
+    std::filesystem::create_directories(folder.path("alternatives"));
+    std::filesystem::create_directories(folder.path("bin"));
+    std::filesystem::create_symlink("../one/program", folder.path("alternatives/foo"));
+    std::filesystem::create_symlink("../alternatives/foo", folder.path("bin/foo"));
+    add("foo", "foo");
+    catalogue.start();
+    ASSERT_TRUE(waitFor("foo "));
+    ASSERT_TRUE(catalogue.current()->mayBeExecutedBy(before));
+
+    turn("alternatives/foo", "../two/program");
+
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] { return catalogue.current()->mayBeExecutedBy(after); }, std::chrono::seconds(10)
+    ));
+    EXPECT_FALSE(catalogue.current()->mayBeExecutedBy(before));
+}
+
+TEST_F(ApplicationCatalogueTest, FolderBehindALinkIsFollowedAsOftenAsThatIsTurned)
+{
+    folder.write("one/share/applications/sub/foo.desktop", entryOf("foo", "foo"));
+    folder.write("two/share/applications/sub/bar.desktop", entryOf("bar", "bar"));
+    folder.write("three/share/applications/qux.desktop", entryOf("qux", "qux"));
+    std::filesystem::create_symlink("one/share", folder.path("system"));
+    catalogue.start();
+    ASSERT_TRUE(waitFor("sub-foo "));
+
+    turn("system", "two/share");
+    ASSERT_TRUE(waitFor("sub-bar "));
+    folder.write("two/share/applications/sub/baz.desktop", entryOf("baz", "baz"));
+    ASSERT_TRUE(waitFor("sub-bar sub-baz "));
+    turn("system", "three/share");
+    EXPECT_TRUE(waitFor("qux "));
 }
 
 TEST_F(ApplicationCatalogueTest, WhoHoldsACatalogueKeepsItAsItWas)
