@@ -21,6 +21,8 @@ struct KnownApplication
     std::string executable;  // absolute path, empty where the entry names none
     bool shown = true;       // the entry is meant to be shown, be it on another desktop
     bool background = false; // has nothing that a user would see: no entry, no item, no window
+    bool chosen = false;     // for protection
+    bool homemade = false;   // anybody at the desktop could have written its entry
 };
 
 /// Empty for none.
@@ -36,8 +38,8 @@ public:
     /// The application that shows such windows.
     virtual KnownApplicationPtr ofWindow(const WindowFacts& facts) const = 0;
 
-    /// The protected application whose program, or script, the process executes a copy of. Reads
-    /// files.
+    /// The protected application whose program, or script, the process executes, be it a copy.
+    /// Reads files.
     virtual KnownApplicationPtr ofCopy(const proc::ProcessFacts& facts) const = 0;
 
     /// The installed application; for a role's identifier the preferred one that plays it.

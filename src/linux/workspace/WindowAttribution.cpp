@@ -35,19 +35,24 @@ InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, bool isNews)
     return own != nullptr ? own : ofOther(window, application, std::move(host), isNews);
 }
 
-/// By what the window says; where that is nothing, by what its process is a copy of, unless that is
-/// what its ancestor was started for.
+/// By what the window says; where that is no protected application, by what its process is a copy
+/// of, unless that is what the host was started for. Empty where it is the host's.
 KnownApplicationPtr
 WindowAttribution::applicationOf(const WindowFacts& window, const InstancePtr& host) const
 {
     const pid_t pid = window.processIdentifier;
-    KnownApplicationPtr application = applications.ofWindow(window);
-    const bool isPart = host != nullptr && (host->processes.contains(pid) || !host->windowShown);
-    if (application != nullptr || isPart) {
-        return application;
+    KnownApplicationPtr named = applications.ofWindow(window);
+    if (named != nullptr && named->chosen) {
+        return named;
+    }
+    const bool isPart = host != nullptr && !isDoubtful(*host->application) &&
+                        (host->processes.contains(pid) || !host->windowShown);
+    if (isPart) {
+        return named != nullptr && mayHide(*named, *host, pid) ? nullptr : named;
     }
     const std::optional<proc::ProcessFacts> facts = processes.factsOf(pid);
-    return facts ? applications.ofCopy(*facts) : nullptr;
+    KnownApplicationPtr copied = facts ? applications.ofCopy(*facts) : nullptr;
+    return copied != nullptr ? copied : named;
 }
 
 /// A window whose process is nobody's here, such as that of a program on another machine: what it
@@ -87,13 +92,32 @@ InstancePtr WindowAttribution::appear(const Sighting& sighting, bool isNews) con
 }
 
 /// What a process executes counts for more than what its windows say, unless that is several
-/// applications.
+/// applications, or may be known only to hide the one that the windows tell of.
 bool WindowAttribution::mayShow(
     const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid
 ) const
 {
     return host == nullptr || !host->processes.contains(pid) ||
+           (application->chosen && isDoubtful(*host->application)) ||
            applications.shareProgram(host->application->identifier, application->identifier);
+}
+
+/// True of a window's name that may be there only to take the window from its process's protected
+/// application.
+bool WindowAttribution::mayHide(const KnownApplication& named, const Instance& host, pid_t pid)
+    const
+{
+    return host.application->chosen && host.processes.contains(pid) && isDoubtful(named) &&
+           !applications.shareProgram(host.application->identifier, named.identifier);
+}
+
+/// An entry that anybody at the desktop could have written takes no window from a protected
+/// application, unless it is protected itself.
+bool WindowAttribution::isDoubtful(const KnownApplication& application) const
+{
+    const KnownApplicationPtr now = applications.withIdentifier(application.identifier);
+    const KnownApplication& known = now != nullptr ? *now : application;
+    return known.homemade && !known.chosen;
 }
 
 void WindowAttribution::learnFrom(pid_t pid, const KnownApplication& application) const

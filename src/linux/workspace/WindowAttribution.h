@@ -34,6 +34,8 @@ private:
     InstancePtr appear(const Sighting& sighting, bool isNews) const;
     KnownApplicationPtr applicationOf(const WindowFacts& window, const InstancePtr& host) const;
     bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
+    bool mayHide(const KnownApplication& named, const Instance& host, pid_t pid) const;
+    bool isDoubtful(const KnownApplication& application) const;
     void learnFrom(pid_t pid, const KnownApplication& application) const;
 
     InstanceTracker& tracker;

@@ -182,7 +182,7 @@ const InstalledApplication*
 Catalogue::ofCopy(ExecutionKey::Kind kind, const std::string& file) const
 {
     const auto isOriginal = [&](const ExecutionKey& key) {
-        return !key.shared && key.kind == kind && isCopyOf(file, key.path);
+        return !key.shared && key.kind == kind && key.path != file && isCopyOf(file, key.path);
     };
     const auto found =
         std::find_if(applications.begin(), applications.end(), [&](const auto& application) {

@@ -63,7 +63,8 @@ public:
     /// By one of the names that a window bears, the most telling first.
     [[nodiscard]] const InstalledApplication* ofWindow(const std::vector<std::string>& names) const;
 
-    /// The chosen application whose program, or script, the file is a copy of. Reads files.
+    /// The chosen application whose program, or script, the file is a copy of, and not that itself.
+    /// Reads files.
     [[nodiscard]] const InstalledApplication*
     ofCopy(ExecutionKey::Kind kind, const std::string& file) const;
 

@@ -24,6 +24,8 @@ workspace::KnownApplicationPtr known(const InstalledApplication* application)
         .bundlePath = bundlePath(application->entry.id),
         .executable = application->executable,
         .shown = !application->entry.noDisplay,
+        .chosen = application->chosen,
+        .homemade = application->entry.homemade,
     });
 }
 
@@ -114,6 +116,11 @@ workspace::KnownApplicationPtr XdgApplicationIndex::ofWindow(const workspace::Wi
 workspace::KnownApplicationPtr XdgApplicationIndex::ofCopy(const proc::ProcessFacts& facts) const
 {
     const std::shared_ptr<const Catalogue> current = catalogue.current();
+    const InstalledApplication* own =
+        current->ofProcess(facts, [this](pid_t pid) { return claimsOf(pid); });
+    if (own != nullptr && own->chosen) {
+        return known(own);
+    }
     if (!current->runsOthers(facts.executable)) {
         return known(current->ofCopy(ExecutionKey::Kind::Executable, facts.executable));
     }
@@ -122,7 +129,7 @@ workspace::KnownApplicationPtr XdgApplicationIndex::ofCopy(const proc::ProcessFa
         return nullptr;
     }
     const std::filesystem::path path = std::filesystem::path(facts.workingDirectory) / *script;
-    return known(current->ofCopy(ExecutionKey::Kind::Script, path.string()));
+    return known(current->ofCopy(ExecutionKey::Kind::Script, realPath(path.string())));
 }
 
 workspace::KnownApplicationPtr XdgApplicationIndex::withIdentifier(const std::string& identifier

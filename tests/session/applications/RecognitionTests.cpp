@@ -191,6 +191,19 @@ TEST_F(Recognition, CopyOfAProgramLocksByItsWindowWhateverThatIsCalled)
     EXPECT_EQ(session->desk.windows().ofClass("Galculator"), 0U);
 }
 
+TEST_F(Recognition, CopyOfAProgramLocksThoughAnEntryOfTheHomeFolderNamesIt)
+{
+    protect({CALCULATOR});
+    const std::filesystem::path program = copiedProgram("innocent");
+    addApplication("innocent", "Name=Innocent\nExec=" + program.string() + "\n");
+    ASSERT_TRUE(knowsTheEntries());
+    const auto copy = session->desk.start({program});
+
+    ASSERT_TRUE(locksFor("Galculator"));
+    EXPECT_TRUE(opensWithThePassword());
+    EXPECT_EQ(session->countOf("Will start: Innocent"), 1U);
+}
+
 TEST_F(Recognition, EntryThatIsHiddenInTheHomeFolderHidesNothing)
 {
     protect({CALCULATOR});

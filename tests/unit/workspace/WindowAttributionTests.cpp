@@ -10,7 +10,26 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using workspace::known;
 using workspace::process;
-using WindowAttribution = workspace::WorkspaceTest;
+
+class WindowAttribution : public workspace::WorkspaceTest
+{
+protected:
+    /// An application with an entry in the home folder runs as process 10, and a calculator is
+    /// protected.
+    void startHomemade(bool isChosen = false)
+    {
+        workspace::KnownApplication innocent = *known("innocent");
+        innocent.homemade = true;
+        innocent.chosen = isChosen;
+        index.add(std::make_shared<workspace::KnownApplication>(innocent));
+        workspace::KnownApplication calculator = *known("galculator");
+        calculator.chosen = true;
+        index.add(std::make_shared<workspace::KnownApplication>(calculator));
+        start();
+        exec(10, "innocent");
+        heard.clear();
+    }
+};
 
 } // namespace
 
@@ -129,4 +148,83 @@ TEST_F(WindowAttribution, WindowWithoutAProcessIsNoPartOfAnotherApplication)
 
     EXPECT_EQ(desktop.runningApplications("mousepad").size(), 2U);
     EXPECT_EQ(desktop.runningApplications("xterm").size(), 1U);
+}
+
+TEST_F(WindowAttribution, CopyWithAnEntryInTheHomeFolderIsTheProtectedApplication)
+{
+    index.copies["/usr/bin/innocent"] = "galculator";
+    startHomemade();
+    windows.show({10, "innocent", "innocent", "", 1});
+
+    EXPECT_THAT(
+        heard,
+        ElementsAre(
+            "inserted galculator",
+            "will launch galculator",
+            "did launch galculator",
+            "did launch innocent"
+        )
+    );
+    heard.clear();
+    windows.show({10, "innocent", "innocent", "", 2});
+    EXPECT_THAT(heard, IsEmpty());
+    windows.hide(1);
+    EXPECT_TRUE(desktop.activate(desktop.runningApplications("galculator").front(), 2));
+    EXPECT_THAT(windows.forwardWindows, ElementsAre(2)) << "it is no window of the entry's";
+    exit(10);
+    EXPECT_THAT(
+        heard, testing::IsSupersetOf({"did terminate galculator", "did terminate innocent"})
+    );
+}
+
+TEST_F(WindowAttribution, EntryInTheHomeFolderTakesNoWindowFromAProtectedApplication)
+{
+    startHomemade();
+    windows.show({10, "galculator", "galculator", "", 1});
+
+    EXPECT_THAT(heard, testing::Contains("will launch galculator"));
+}
+
+TEST_F(WindowAttribution, CopyThatNamesItselfLikeAnotherApplicationIsWhatItIsACopyOf)
+{
+    index.copies["/usr/bin/copy"] = "galculator";
+    startHomemade();
+    processes.all.push_back(process(11, "copy"));
+    processes.all.push_back(process(12, "copy"));
+    for (const auto& [pid, name] : {std::pair(11, "mousepad"), std::pair(12, "innocent")}) {
+        heard.clear();
+        windows.show({pid, name, name, "", static_cast<std::uint64_t>(pid)});
+
+        EXPECT_THAT(heard, testing::Contains("did launch galculator"));
+        EXPECT_THAT(heard, testing::Not(testing::Contains(std::string("will launch ") + name)));
+    }
+}
+
+TEST_F(WindowAttribution, ChildOfAnApplicationOfTheHomeFolderMayBeACopy)
+{
+    index.copies["/usr/bin/hidden"] = "galculator";
+    startHomemade();
+    processes.all.push_back(process(11, "hidden"));
+    processes.ancestors[11] = {10, 1};
+    windows.show({11, "Hidden", "hidden", "", 1});
+
+    EXPECT_THAT(heard, testing::Contains("will launch galculator"));
+}
+
+TEST_F(WindowAttribution, ProtectedApplicationOfTheHomeFolderKeepsItsWindows)
+{
+    index.copies["/usr/bin/innocent"] = "galculator";
+    startHomemade(true);
+    windows.show({10, "galculator", "galculator", "", 1});
+    windows.show({10, "Innocent", "innocent", "", 2});
+
+    EXPECT_THAT(heard, ElementsAre("did launch innocent"));
+}
+
+TEST_F(WindowAttribution, ApplicationOfTheHomeFolderLeavesNoWindowToOneThatIsNotProtected)
+{
+    startHomemade();
+    windows.show({10, "mousepad", "mousepad", "", 1});
+
+    EXPECT_THAT(heard, ElementsAre("did launch innocent"));
 }

@@ -249,6 +249,7 @@ TEST_F(ChoiceTest, CopyOfItsProgramOrScriptIsKnown)
     build();
 
     EXPECT_EQ(ofCopy(Kind::Executable, "innocent"), "foo");
+    EXPECT_EQ(ofCopy(Kind::Executable, "bin/foo"), "") << "it is the original";
     EXPECT_EQ(ofCopy(Kind::Executable, "other"), "");
     EXPECT_EQ(ofCopy(Kind::Executable, "missing"), "");
     EXPECT_EQ(ofCopy(Kind::Script, "innocent"), "");
