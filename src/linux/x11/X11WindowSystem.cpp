@@ -208,7 +208,9 @@ void X11WindowSystem::checkFrontLater()
 void X11WindowSystem::checkFront()
 {
     const auto now = FrontRequest::Clock::now();
-    if (!lockFocused && frontRequest.pending(now) &&
+    // What happens before the window manager has even heard of a request does not overrule it.
+    const bool isUnderWay = wantedInFront != XCB_NONE;
+    if (!lockFocused && !isUnderWay && frontRequest.pending(now) &&
         frontRequest.overruledBy(activeWindow(), now)) {
         askForFront(frontRequest.window());
     }
