@@ -41,7 +41,7 @@ public:
     /// popover.
     void applicationDidFinishLaunching();
 
-    /// Always `Cancel`: only `SafeQuitService` ends the process.
+    /// Always `Cancel`: what ends the process does so itself, past the toolkit's requests to quit.
     [[nodiscard]] TerminateReply applicationShouldTerminate() const;
 
     /// Always false.

@@ -1,4 +1,5 @@
-// The one path by which the agent ends.
+// How the user ends an agent that protects: the helper is told first, so that it does not start the
+// agent again.
 #pragma once
 
 namespace app {

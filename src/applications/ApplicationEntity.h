@@ -1,5 +1,6 @@
 // The one record by which the whole system speaks of an application. Two applications are the same
-// when their bundle identifiers are, compared exactly. Main thread, except `fromApplicationPath`.
+// when their bundle identifiers are, compared exactly. Main thread; any thread may call
+// `fromApplicationPath` and `fromRunningApplication`.
 #pragma once
 
 #include "platform/Icon.h"

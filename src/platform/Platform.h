@@ -1,6 +1,6 @@
 // Everything that the logic needs from an operating system, in one place. The composition installs
-// it as soon as the keychain is open, before any of the logic runs; tests install a fake. Main
-// thread.
+// it as soon as the keychain is open, before any of the logic runs; tests install a fake.
+// `install`: main thread; `current`: any thread.
 #pragma once
 
 namespace platform {

@@ -5,7 +5,6 @@
 #include "linux/secretservice/SecretBytes.h"
 #include "platform/Port.h"
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -17,8 +16,6 @@ using Items = std::map<std::string, SecretBytes>;
 
 /// Why something could not be done, as the end of a sentence; nothing when it was done.
 using Failure = std::optional<std::string>;
-
-/// Takes one line for standard error. Called on any thread.
 
 /// Whether the keeper may ask the user for a password on the way.
 enum class Prompting

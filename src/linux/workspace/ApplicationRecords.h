@@ -1,5 +1,4 @@
-// What others are shown of an instance: a record of the running application. Any thread whose icons
-// may be loaded there.
+// What others are shown of an instance: a record of the running application, and icons. Any thread.
 #pragma once
 
 #include "linux/workspace/Instance.h"

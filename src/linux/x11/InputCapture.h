@@ -11,7 +11,6 @@
 
 #include <chrono>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include <xcb/xinput.h>

@@ -14,7 +14,6 @@
 #include <functional>
 #include <list>
 #include <memory>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -24,11 +23,11 @@ class X11Desktop
 {
 public:
     using Listener = std::function<void(const xcb_generic_event_t& event)>;
-    /// Called on the reading thread.
 
     /// Once, when no answer will come any more. Main thread.
     std::function<void()> onLost;
 
+    /// `report` is called on the reading thread.
     X11Desktop(
         std::unique_ptr<Connection> connection,
         platform::DispatchQueues& queues,

@@ -18,7 +18,6 @@
 #include <memory>
 #include <mutex>
 #include <set>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -27,14 +26,13 @@ namespace x11 {
 class X11Guard
 {
 public:
-    /// Called on the guard's thread.
-
     /// A lock window got or lost the input focus. Main thread.
     std::function<void(bool focused)> onFocusChanged;
 
     /// Once, when nothing is covered or captured any more and never will be. Main thread.
     std::function<void()> onLost;
 
+    /// `report` is called on the guard's thread.
     X11Guard(
         std::unique_ptr<Connection> connection,
         platform::DispatchQueues& queues,
