@@ -14,7 +14,6 @@
 #include "storage/ConfigurationAndPreferencesService.h"
 
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

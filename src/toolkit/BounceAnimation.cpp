@@ -1,5 +1,6 @@
 #include "toolkit/BounceAnimation.h"
 
+#include <QEasingCurve>
 #include <QLayout>
 #include <QVariantAnimation>
 

@@ -3,7 +3,6 @@
 // and the view ends there.
 #pragma once
 
-#include <QEasingCurve>
 #include <QSequentialAnimationGroup>
 #include <QWidget>
 

@@ -2,7 +2,6 @@
 
 #include "linux/files/AtomicFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>

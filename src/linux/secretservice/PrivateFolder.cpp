@@ -3,7 +3,6 @@
 #include "linux/descriptors/FileDescriptor.h"
 #include "linux/files/AtomicFile.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <system_error>

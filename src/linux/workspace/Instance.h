@@ -10,7 +10,6 @@
 #include <memory>
 #include <optional>
 #include <set>
-#include <string>
 
 #include <sys/types.h>
 

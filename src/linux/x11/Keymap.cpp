@@ -1,7 +1,6 @@
 #include "linux/x11/Keymap.h"
 
 #include <algorithm>
-#include <array>
 #include <span>
 
 namespace x11 {

@@ -6,7 +6,6 @@
 #include "linux/xdg/IdentityTable.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>

@@ -1,5 +1,6 @@
 #include "linux/xdg/DesktopEntryReader.h"
 
+#include "linux/xdg/DesktopEntryParser.h"
 #include "linux/xdg/KeyFile.h"
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "linux/xdg/DesktopEntry.h"
-#include "linux/xdg/DesktopEntryParser.h"
 #include "linux/xdg/FolderCache.h"
 #include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/XdgEnvironment.h"

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 #include <sys/inotify.h>
 #include <unistd.h>

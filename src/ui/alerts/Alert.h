@@ -3,7 +3,6 @@
 
 #include <QMessageBox>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>

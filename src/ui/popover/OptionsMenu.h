@@ -4,7 +4,6 @@
 
 #include <QMenu>
 
-#include <array>
 #include <functional>
 
 namespace ui {

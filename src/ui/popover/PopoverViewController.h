@@ -15,8 +15,6 @@
 #include "ui/views/TableView.h"
 #include "ui/views/ViewController.h"
 
-#include <QFrame>
-
 #include <functional>
 #include <memory>
 #include <optional>
