@@ -156,7 +156,6 @@ ProcFilesystem::read(pid_t pid, const Interest& interest, bool settled) const
     return ProcessFacts{
         .pid = pid,
         .parent = status->parent,
-        .user = user,
         .terminal = status->terminal,
         .isFork = status->isFork,
         .startTime = status->startTime,

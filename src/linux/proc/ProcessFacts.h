@@ -13,12 +13,11 @@ struct ProcessFacts
 {
     pid_t pid = 0;
     pid_t parent = 0;
-    uid_t user = 0;
     int terminal = 0;    // device number of the controlling terminal, 0 for none
     bool isFork = false; // has executed nothing since it was forked off
-    std::uint64_t startTime =
-        0;                  // clock ticks since boot; with the pid it names the process for good
-    std::string executable; // absolute path, also of a file that was replaced meanwhile
+    /// Clock ticks since boot; with the pid it names the process for good.
+    std::uint64_t startTime = 0;
+    std::string executable;             // absolute path, also of a file that was replaced meanwhile
     std::vector<std::string> arguments; // empty for one that ended while it was read
     std::string workingDirectory;       // empty when unknown
 };

@@ -47,8 +47,6 @@ std::string withoutScreen(const std::string& display)
     return namesScreen ? display.substr(0, dot) : display;
 }
 
-} // namespace
-
 std::string asFileName(const std::string& text)
 {
     std::string name;
@@ -71,6 +69,8 @@ std::string displayName()
     const std::string x11 = withoutScreen(process::environmentValue("DISPLAY"));
     return x11.empty() ? "no-display" : asFileName(x11);
 }
+
+} // namespace
 
 std::string sessionName(const std::string& program)
 {

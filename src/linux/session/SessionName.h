@@ -7,11 +7,8 @@
 
 namespace session {
 
-/// The name of the display in this process's environment, fit to be part of a file name. The
-/// Wayland display counts first: a session that has both is a Wayland session.
-std::string displayName();
-
-/// `program` and the display, fit to be a file name.
+/// `program` and the display in this process's environment, fit to be a file name: different ones
+/// stay different. The Wayland display counts first: a session that has both is a Wayland session.
 std::string sessionName(const std::string& program);
 
 /// The files that stand for a name made by `sessionName`: the lock and the socket.
@@ -20,8 +17,5 @@ std::string socketName(const std::string& name);
 
 /// The file with the last words of the process that held the name, once it has ended.
 std::string exitName(const std::string& name);
-
-/// `text` as part of a file name: different texts stay different.
-std::string asFileName(const std::string& text);
 
 } // namespace session

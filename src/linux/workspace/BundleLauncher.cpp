@@ -128,7 +128,6 @@ void BundleLauncher::tellStarted(pid_t child, const std::string& executable) con
     proc::ProcessFacts facts;
     facts.pid = child;
     facts.parent = getpid();
-    facts.user = getuid();
     facts.startTime = status->startTime;
     facts.executable = executable;
     facts.arguments = {executable};

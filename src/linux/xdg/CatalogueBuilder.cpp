@@ -235,11 +235,4 @@ void CatalogueBuilder::keep(InstalledApplication& application, ChosenApplication
     }
 }
 
-std::shared_ptr<const Catalogue>
-buildCatalogue(const XdgEnvironment& environment, const Roles& roles)
-{
-    Choice nobody;
-    return CatalogueBuilder(environment, roles).build(nobody);
-}
-
 } // namespace xdg

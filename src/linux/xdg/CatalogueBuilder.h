@@ -67,8 +67,4 @@ private:
     DesktopEntryReader reader;
 };
 
-/// The catalogue of this moment, nobody being chosen.
-std::shared_ptr<const Catalogue>
-buildCatalogue(const XdgEnvironment& environment, const Roles& roles);
-
 } // namespace xdg

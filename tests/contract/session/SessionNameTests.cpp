@@ -6,11 +6,16 @@
 
 namespace {
 
-std::string nameOn(const char* wayland, const char* x11)
+std::string nameOn(const char* wayland, const char* x11, const std::string& program = "Tarvel")
 {
     const processes::EnvironmentVariable waylandDisplay("WAYLAND_DISPLAY", wayland);
     const processes::EnvironmentVariable display("DISPLAY", x11);
-    return session::sessionName("Tarvel");
+    return session::sessionName(program);
+}
+
+std::string nameOf(const std::string& program)
+{
+    return nameOn("", "", program);
 }
 
 } // namespace
@@ -33,13 +38,22 @@ TEST(SessionName, AWaylandSessionIsOneWhateverItsX11DisplayIs)
     EXPECT_EQ(nameOn("wayland-0", ":0"), nameOn("wayland-0", ""));
 }
 
+TEST(SessionName, OddNamesMakeShortPlainFileNames)
+{
+    EXPECT_EQ(nameOf("a/../b"), "a_2f.._2fb@no-display");
+    EXPECT_NE(nameOf("a:b"), nameOf("a_3ab"));
+    const std::string longName(500, 'x');
+    EXPECT_EQ(nameOf(longName).size(), 16U + std::string("@no-display").size());
+    EXPECT_NE(nameOf(longName), nameOf(longName + "x"));
+}
+
 TEST(SessionName, OddDisplaysMakeShortPlainFileNames)
 {
-    EXPECT_EQ(session::asFileName("a/../b"), "a_2f.._2fb");
-    EXPECT_NE(session::asFileName("a:b"), session::asFileName("a_3ab"));
+    EXPECT_EQ(nameOn("a/../b", ""), "Tarvel@a_2f.._2fb");
+    EXPECT_NE(nameOn("a:b", ""), nameOn("a_3ab", ""));
     const std::string longName(500, 'x');
-    EXPECT_EQ(session::asFileName(longName).size(), 16U);
-    EXPECT_NE(session::asFileName(longName), session::asFileName(longName + "x"));
+    EXPECT_EQ(nameOn(longName.c_str(), "").size(), std::string("Tarvel@").size() + 16U);
+    EXPECT_NE(nameOn(longName.c_str(), ""), nameOn((longName + "x").c_str(), ""));
 }
 
 TEST(SessionMessage, AnExitMessageGivesTheStatusThatAParentWouldSee)

@@ -25,7 +25,6 @@ inline proc::ProcessFacts process(pid_t pid, const std::string& executable, int 
     return {
         .pid = pid,
         .parent = 1,
-        .user = 1000,
         .terminal = terminal,
         .startTime = static_cast<std::uint64_t>(pid) * 10,
         .executable = "/usr/bin/" + executable,

@@ -41,7 +41,11 @@ protected:
         folder.write("home/applications/" + file, text);
     }
 
-    void build() { catalogue = xdg::buildCatalogue(environment, xdg::Roles::shipped()); }
+    void build()
+    {
+        xdg::Choice nobody;
+        catalogue = xdg::CatalogueBuilder(environment, xdg::Roles::shipped()).build(nobody);
+    }
 
     Names ids()
     {
