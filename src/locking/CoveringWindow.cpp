@@ -12,7 +12,7 @@ platform::WindowAttributes coveringWindowAttributes(const platform::Rect& screen
 {
     return {
         .releasedWhenClosed = false,
-        .backgroundColor = LOCK_COLOR,
+        .backgroundColor = platform::LOCK_COLOR,
         .opaque = false,
         .level = platform::WindowLevelKey::ScreenSaver,
         .collectionBehavior = platform::COLLECTION_BEHAVIOR_CAN_JOIN_ALL_SPACES,

@@ -18,6 +18,9 @@ enum class WindowLevelKey
     ScreenSaver = 13,
 };
 
+/// Of all that covers a screen, so that nothing flashes where one of these windows follows another.
+inline constexpr Color LOCK_COLOR{65.0 / 255.0, 68.0 / 255.0, 75.0 / 255.0, 1.0};
+
 inline constexpr unsigned COLLECTION_BEHAVIOR_CAN_JOIN_ALL_SPACES = 1;
 inline constexpr unsigned STYLE_MASK_BORDERLESS = 0;
 

@@ -1,6 +1,7 @@
 #include "linux/x11/Backdrop.h"
 
 #include "linux/x11/PlainWindowRequest.h"
+#include "platform/Windows.h"
 
 #include <algorithm>
 #include <array>
@@ -23,7 +24,7 @@ Backdrop::Backdrop(const Connection& connection)
       id(xcb_generate_id(connection.get())),
       size(sizeToCover())
 {
-    requestPlainWindow(connection, id, {0, 0, size.width, size.height}, COLOR);
+    requestPlainWindow(connection, id, {0, 0, size.width, size.height}, platform::LOCK_COLOR);
     connection.flush();
 }
 

@@ -5,16 +5,12 @@
 #pragma once
 
 #include "linux/x11/Compositor.h"
-#include "platform/Geometry.h"
 
 namespace x11 {
 
 class Backdrop
 {
 public:
-    /// The colour of the lock, so that nothing flashes where its own windows come later.
-    static constexpr platform::Color COLOR{65.0 / 255.0, 68.0 / 255.0, 75.0 / 255.0, 1.0};
-
     explicit Backdrop(const Connection& connection);
     ~Backdrop();
     Backdrop(const Backdrop&) = delete;

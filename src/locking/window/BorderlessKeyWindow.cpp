@@ -1,6 +1,7 @@
 #include "locking/window/BorderlessKeyWindow.h"
 
-#include "locking/CoveringWindow.h"
+#include "platform/Windows.h"
+#include "toolkit/QtColor.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -59,14 +60,7 @@ void BorderlessKeyWindow::hideEvent(QHideEvent* event)
 
 void BorderlessKeyWindow::paintEvent(QPaintEvent* event)
 {
-    QPainter(this).fillRect(
-        event->rect(),
-        QColor::fromRgbF(
-            static_cast<float>(LOCK_COLOR.red),
-            static_cast<float>(LOCK_COLOR.green),
-            static_cast<float>(LOCK_COLOR.blue)
-        )
-    );
+    QPainter(this).fillRect(event->rect(), toolkit::colorOf(platform::LOCK_COLOR));
 }
 
 void BorderlessKeyWindow::closeEvent(QCloseEvent* event)

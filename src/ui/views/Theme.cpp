@@ -1,5 +1,7 @@
 #include "ui/views/Theme.h"
 
+#include "platform/Windows.h"
+#include "toolkit/QtColor.h"
 #include "ui/views/ThemeStyle.h"
 
 #include <QApplication>
@@ -25,11 +27,14 @@ const QColor Theme::DISABLED(150, 153, 160);
 
 namespace {
 
-const QColor GROUND_MIDDLE(65, 68, 75);
-
 constexpr double TITLE_SCALE = 1.5;
 constexpr double HEADING_SCALE = 1.2;
 constexpr double SMALL_SCALE = 0.9;
+
+QColor groundMiddle()
+{
+    return toolkit::colorOf(platform::LOCK_COLOR);
+}
 
 QString css(const QColor& color)
 {
@@ -76,7 +81,7 @@ QString styleSheet(const QFont& font)
         std::pair{QStringLiteral("@innerRadius"), QStringLiteral("%1px").arg(Theme::RADIUS - 1)},
         std::pair{QStringLiteral("@line"), css(Theme::LINE)},
         std::pair{QStringLiteral("@low"), css(Theme::GROUND_LOW)},
-        std::pair{QStringLiteral("@middle"), css(GROUND_MIDDLE)},
+        std::pair{QStringLiteral("@middle"), css(groundMiddle())},
         std::pair{QStringLiteral("@quiet"), css(Theme::QUIET)},
         std::pair{QStringLiteral("@radius"), QStringLiteral("%1px").arg(Theme::RADIUS)},
         std::pair{QStringLiteral("@small"), type(font, SMALL_SCALE)},
@@ -96,7 +101,7 @@ QString styleSheet(const QFont& font)
 
 QPalette palette()
 {
-    QPalette colors(GROUND_MIDDLE);
+    QPalette colors(groundMiddle());
     for (const QPalette::ColorRole role :
          {QPalette::WindowText,
           QPalette::Text,
@@ -109,7 +114,7 @@ QPalette palette()
     }
     colors.setColor(QPalette::PlaceholderText, Theme::QUIET);
     colors.setColor(QPalette::Base, Theme::GROUND_LOW);
-    colors.setColor(QPalette::AlternateBase, GROUND_MIDDLE);
+    colors.setColor(QPalette::AlternateBase, groundMiddle());
     colors.setColor(QPalette::ToolTipBase, Theme::GROUND_LOW);
     colors.setColor(QPalette::Highlight, Theme::ACCENT);
     colors.setColor(QPalette::Link, Theme::FOCUS);

@@ -72,7 +72,7 @@ public:
     platform::WindowAttributes lockAttributes(const platform::Rect& frame) const
     {
         platform::WindowAttributes attributes;
-        attributes.backgroundColor = x11::Backdrop::COLOR;
+        attributes.backgroundColor = platform::LOCK_COLOR;
         attributes.level = platform::WindowLevelKey::ScreenSaver;
         attributes.frame = frame;
         return attributes;

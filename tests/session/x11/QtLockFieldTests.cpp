@@ -62,7 +62,7 @@ protected:
     void showLock()
     {
         platform::WindowAttributes attributes;
-        attributes.backgroundColor = x11::Backdrop::COLOR;
+        attributes.backgroundColor = platform::LOCK_COLOR;
         attributes.level = platform::WindowLevelKey::ScreenSaver;
         attributes.frame = FRAME;
         adopted = windows.adoptWindow(window.winId(), attributes);

@@ -44,7 +44,7 @@ TEST_F(PasswordWindowController, LoadingObservesAndMonitorsThenGivesTheWindowIts
 TEST_F(PasswordWindowController, TheWindowIsBorderlessOnAllSpacesAtScreenSaverLevelOnTheMainScreen)
 {
     const platform::WindowAttributes& attributes = fake.windows.windows.at(1).attributes;
-    EXPECT_EQ(attributes.backgroundColor, locking::LOCK_COLOR);
+    EXPECT_EQ(attributes.backgroundColor, platform::LOCK_COLOR);
     EXPECT_FALSE(attributes.opaque);
     EXPECT_EQ(attributes.level, platform::WindowLevelKey::ScreenSaver);
     EXPECT_EQ(attributes.collectionBehavior, 1U);
