@@ -97,7 +97,7 @@ void X11Guard::run()
     while (runCommands()) {
         readEvents();
         if (display->broken()) {
-            report("the connection to the X display is lost");
+            report("the lock's connection to the X display is lost");
             isCaptured = false;
             announceLoss();
             break;

@@ -25,8 +25,9 @@ TEST(DisplayLoss, IsReportedOnceAConnectionAndEverythingElseDoesNothing)
     ASSERT_TRUE(world.mainLoop.runUntil([&] { return world.reports.count() >= 2; }));
     EXPECT_THAT(
         world.reports.all(),
-        testing::ElementsAre(
-            "the connection to the X display is lost", "the connection to the X display is lost"
+        testing::UnorderedElementsAre(
+            "the lock's connection to the X display is lost",
+            "the connection to the X display is lost"
         )
     );
     EXPECT_FALSE(world.guard.captured());
