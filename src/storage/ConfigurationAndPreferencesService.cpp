@@ -1,6 +1,7 @@
 #include "storage/ConfigurationAndPreferencesService.h"
 
 #include "applications/SortByKey.h"
+#include "platform/Call.h"
 #include "platform/Text.h"
 #include "storage/KeyConstants.h"
 #include "storage/KeyValueStorage.h"
@@ -185,9 +186,7 @@ void ConfigurationAndPreferencesService::notify()
     // A handler may register another one, or change a setting in turn.
     const std::vector<ConfigurationChangeHandler> handlers = configurationChangeEventHandlers;
     for (const ConfigurationChangeHandler& handler : handlers) {
-        if (handler) {
-            handler();
-        }
+        platform::call(handler);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "linux/dbus/DBusDistributedNotifications.h"
 
 #include "linux/session/Notice.h"
+#include "platform/Call.h"
 
 #include <QDBusMessage>
 
@@ -85,8 +86,7 @@ void DBusDistributedNotifications::posted(const QString& name, const QString& ob
 {
     const auto found = handlers.find(name.toStdString());
     if (found != handlers.end()) {
-        const Handler handler = found->second;
-        handler(name.toStdString(), object.toStdString());
+        platform::call(found->second, name.toStdString(), object.toStdString());
     }
 }
 

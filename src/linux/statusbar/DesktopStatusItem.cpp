@@ -76,11 +76,7 @@ void DesktopStatusItem::choose(std::size_t entry)
         return;
     }
     platform::call(bar.onActivated);
-    later([action = entries[entry].action] {
-        if (action) {
-            action();
-        }
-    });
+    later([action = entries[entry].action] { platform::call(action); });
 }
 
 void DesktopStatusItem::draw()

@@ -269,10 +269,7 @@ void X11WindowSystem::setActive(pid_t process, xcb_window_t window)
     if (std::exchange(active, {process, window}) == std::pair(process, window)) {
         return;
     }
-    const auto listener = onActiveChanged;
-    if (listener) {
-        listener(process, window);
-    }
+    platform::call(onActiveChanged, process, window);
 }
 
 void X11WindowSystem::activate(xcb_window_t window, xcb_timestamp_t time) const

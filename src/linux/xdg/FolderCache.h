@@ -4,6 +4,7 @@
 #pragma once
 
 #include "linux/xdg/FileText.h"
+#include "platform/Call.h"
 
 #include <algorithm>
 #include <functional>
@@ -112,9 +113,7 @@ private:
 
     Folder list(const std::string& path)
     {
-        if (beforeListing) {
-            beforeListing(path);
-        }
+        platform::call(beforeListing, path);
         FolderNames names = folderNames(path);
         std::erase_if(names.files, [&](const std::string& name) {
             return !name.ends_with(suffix);

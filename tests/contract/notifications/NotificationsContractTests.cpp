@@ -120,6 +120,17 @@ TYPED_TEST(NotificationsContract, PosterHearsItsOwnNotice)
     EXPECT_THAT(this->heard, ElementsAre("A/mine"));
 }
 
+TYPED_TEST(NotificationsContract, AnObserverThatIsUnsetIsDropped)
+{
+    this->subject.here.observe("A", nullptr);
+    this->observe("B");
+    this->subject.here.post("A", "nobody's");
+    this->subject.here.post("B", "mine");
+
+    ASSERT_TRUE(this->hears(1));
+    EXPECT_THAT(this->heard, ElementsAre("B/mine"));
+}
+
 TEST(DBusDistributedNotifications, NoticeWithoutABusIsLostAndSaid)
 {
     fakes::FakeLog log;

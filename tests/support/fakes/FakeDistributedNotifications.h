@@ -3,6 +3,7 @@
 #pragma once
 
 #include "fakes/Calls.h"
+#include "platform/Call.h"
 #include "platform/DistributedNotifications.h"
 
 #include <map>
@@ -20,8 +21,7 @@ public:
         calls.push_back("distributedNotifications post " + name + " " + object);
         const auto found = handlers.find(name);
         if (found != handlers.end()) {
-            const Handler handler = found->second;
-            handler(name, object);
+            platform::call(found->second, name, object);
         }
     }
 
