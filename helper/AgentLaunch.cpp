@@ -1,5 +1,6 @@
 #include "helper/AgentLaunch.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/process/Environment.h"
 
 #include <algorithm>
@@ -91,7 +92,7 @@ std::optional<pid_t> startAgent(std::string& problem)
     );
     ::posix_spawnattr_destroy(&manner);
     if (result != 0) {
-        problem = path + ": " + std::generic_category().message(result);
+        problem = path + ": " + descriptors::errorText(result);
         return std::nullopt;
     }
     return process;

@@ -1,13 +1,13 @@
 #include "helper/SessionBus.h"
 
 #include "helper/TerminationNotice.h"
+#include "linux/descriptors/ErrorText.h"
 #include "linux/session/Notice.h"
 #include "linux/session/Programs.h"
 #include "platform/Call.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <system_error>
 #include <utility>
 
 namespace helper {
@@ -31,11 +31,6 @@ std::string matchRule()
            session::NOTICE_MEMBER + "',arg0='" + std::string(TerminationNotice::NAME) + "'";
 }
 
-std::string nameOf(int error)
-{
-    return std::generic_category().message(-error);
-}
-
 } // namespace
 
 void SessionBus::connect()
@@ -57,7 +52,7 @@ void SessionBus::connect()
         return;
     }
     if (!nextTry.has_value()) {
-        report("no session bus, so no notice is heard: " + nameOf(result));
+        report("no session bus, so no notice is heard: " + descriptors::errorText(-result));
     }
     disconnect();
 }
@@ -121,7 +116,7 @@ void SessionBus::process()
         result = ::sd_bus_process(bus.get(), nullptr);
     } while (result > 0);
     if (result < 0) {
-        report("the session bus is gone: " + nameOf(result));
+        report("the session bus is gone: " + descriptors::errorText(-result));
         disconnect();
     }
 }

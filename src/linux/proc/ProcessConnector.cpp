@@ -1,11 +1,11 @@
 #include "linux/proc/ProcessConnector.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/proc/ConnectorProtocol.h"
 #include "platform/Call.h"
 
 #include <array>
 #include <cerrno>
-#include <system_error>
 #include <utility>
 
 #include <linux/cn_proc.h>
@@ -15,15 +15,6 @@
 #include <sys/socket.h>
 
 namespace proc {
-
-namespace {
-
-std::string textOf(int error)
-{
-    return std::generic_category().message(error);
-}
-
-} // namespace
 
 ProcessConnector::ProcessConnector(PollThread& thread, ProcessConnectorOptions options)
     : thread(thread),
@@ -50,7 +41,7 @@ void ProcessConnector::start()
 {
     socket = descriptors::FileDescriptor(options.open());
     if (!socket.isOpen()) {
-        refuse(textOf(errno));
+        refuse(descriptors::errorText());
         return;
     }
     thread.watch(socket.get(), [this] { receive(); });
@@ -68,7 +59,7 @@ void ProcessConnector::ask()
     ::getrandom(&token, sizeof token, 0);
     const std::vector<std::byte> request = listenRequest(token);
     if (::send(socket.get(), request.data(), request.size(), MSG_NOSIGNAL) < 0) {
-        refuse(textOf(errno));
+        refuse(descriptors::errorText());
         return;
     }
     thread.postAfter(options.patience, [this] {
@@ -89,7 +80,7 @@ void ProcessConnector::receive()
             continue;
         }
         if (size < 0 && errno != EAGAIN && errno != EINTR) {
-            refuse(textOf(errno));
+            refuse(descriptors::errorText());
         }
         if (size <= 0) {
             return;
@@ -116,7 +107,7 @@ void ProcessConnector::answered(std::uint32_t error)
         return;
     }
     if (error != 0) {
-        refuse(textOf(static_cast<int>(error)));
+        refuse(descriptors::errorText(static_cast<int>(error)));
         return;
     }
     state = State::Accepted;

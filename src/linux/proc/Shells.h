@@ -2,6 +2,8 @@
 // whose program it starts. Any thread.
 #pragma once
 
+#include "linux/files/Names.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -13,8 +15,7 @@ inline bool isShell(std::string_view program)
 {
     constexpr std::array<std::string_view, 7> SHELLS{
         "sh", "bash", "dash", "zsh", "ksh", "mksh", "busybox"};
-    const std::string_view name = program.substr(program.rfind('/') + 1);
-    return std::find(SHELLS.begin(), SHELLS.end(), name) != SHELLS.end();
+    return std::find(SHELLS.begin(), SHELLS.end(), files::baseName(program)) != SHELLS.end();
 }
 
 } // namespace proc

@@ -1,5 +1,6 @@
 #include "linux/secretservice/PrivateFolder.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/descriptors/FileDescriptor.h"
 #include "linux/files/AtomicFile.h"
 
@@ -25,7 +26,7 @@ constexpr std::size_t LARGEST_FILE = std::size_t{1} << 20U;
 
 std::string failed(const char* what)
 {
-    return std::string("cannot ") + what + ": " + std::generic_category().message(errno);
+    return std::string("cannot ") + what + ": " + descriptors::errorText();
 }
 
 /// Of a write that was done, or that left its reason in errno.

@@ -1,10 +1,10 @@
 #include "linux/session/SessionDirectory.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/process/Environment.h"
 #include "linux/session/Programs.h"
 
 #include <cerrno>
-#include <system_error>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -31,7 +31,7 @@ descriptors::FileDescriptor openDirectory(int parent, const std::string& path, i
 descriptors::FileDescriptor openPrivate(int parent, const std::string& path, std::string& problem)
 {
     if (::mkdirat(parent, path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
-        problem += path + ": " + std::generic_category().message(errno) + "; ";
+        problem += path + ": " + descriptors::errorText() + "; ";
         return {};
     }
     descriptors::FileDescriptor directory = openDirectory(parent, path, O_NOFOLLOW);

@@ -1,5 +1,6 @@
 #include "linux/session/SessionInstance.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/session/ExitRecord.h"
 #include "linux/session/InstanceServer.h"
 #include "linux/session/LocalSocket.h"
@@ -13,7 +14,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <memory>
-#include <system_error>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -47,11 +47,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds PATIENCE(1000);
 constexpr int PAUSE_MILLISECONDS = 2;
-
-std::string lastError()
-{
-    return std::generic_category().message(errno);
-}
 
 descriptors::FileDescriptor
 openLock(const descriptors::FileDescriptor& directory, const std::string& name)
@@ -109,7 +104,9 @@ Acquired SessionInstance::acquire(SecondStart secondStart)
     descriptors::FileDescriptor lock =
         directory.isOpen() ? openLock(directory, name) : descriptors::FileDescriptor();
     if (!lock.isOpen()) {
-        report("cannot tell whether " + name + " runs already: " + problem + lastError());
+        report(
+            "cannot tell whether " + name + " runs already: " + problem + descriptors::errorText()
+        );
         return Acquired::First;
     }
     const Clock::time_point limit = Clock::now() + PATIENCE;
@@ -140,7 +137,7 @@ void SessionInstance::hold(descriptors::FileDescriptor directory, descriptors::F
 {
     descriptors::FileDescriptor listener = openListener(directory, name);
     if (!listener.isOpen()) {
-        report(name + " cannot be reached by others: " + lastError());
+        report(name + " cannot be reached by others: " + descriptors::errorText());
     }
     removeExitRecord(directory, name);
     auto held = std::make_unique<Holding>();

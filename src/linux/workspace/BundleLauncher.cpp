@@ -1,5 +1,6 @@
 #include "linux/workspace/BundleLauncher.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/proc/ProcFilesystem.h"
 #include "linux/process/Aside.h"
 #include "linux/process/DescriptorLimit.h"
@@ -8,7 +9,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include <spawn.h>
@@ -108,7 +108,7 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
         );
     }();
     if (error != 0) {
-        report(executable + " cannot be started: " + std::generic_category().message(error));
+        report(executable + " cannot be started: " + descriptors::errorText(error));
         return Outcome::Failed;
     }
     tellStarted(child, executable);

@@ -1,5 +1,7 @@
 #include "linux/workspace/KernelProcessSource.h"
 
+#include "linux/files/Names.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -58,7 +60,7 @@ bool KernelProcessSource::isStartedByBus(const proc::ProcessFacts& facts) const
         "dbus-daemon", "dbus-broker", "dbus-broker-launch", "systemd"};
     const std::string parent =
         facts.parent > 1 ? processes.executable(facts.parent).value_or("") : "";
-    const std::string_view name = std::string_view(parent).substr(parent.rfind('/') + 1);
+    const std::string_view name = files::baseName(parent);
     return std::find(STARTERS.begin(), STARTERS.end(), name) != STARTERS.end();
 }
 

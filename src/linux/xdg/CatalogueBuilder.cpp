@@ -1,6 +1,7 @@
 #include "linux/xdg/CatalogueBuilder.h"
 
 #include "linux/xdg/FileText.h"
+#include "linux/xdg/Words.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,11 +9,6 @@
 namespace xdg {
 
 namespace {
-
-bool contains(const std::vector<std::string>& names, const std::string& name)
-{
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 void addKey(std::vector<ExecutionKey>& keys, const ExecutionKey& key)
 {
@@ -24,7 +20,7 @@ void addKey(std::vector<ExecutionKey>& keys, const ExecutionKey& key)
 bool meets(const std::vector<std::string>& names, const std::vector<std::string>& desktops)
 {
     return std::any_of(desktops.begin(), desktops.end(), [&](const std::string& desktop) {
-        return contains(names, desktop);
+        return isOneOf(desktop, names);
     });
 }
 

@@ -1,9 +1,9 @@
 #include "linux/xdg/ChosenFile.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/files/AtomicFile.h"
 #include "linux/xdg/FileText.h"
 
-#include <cerrno>
 #include <filesystem>
 #include <span>
 #include <system_error>
@@ -43,7 +43,7 @@ void ChosenFile::write(const ChosenApplications& applications)
     }
     report(
         "What the protected applications are recognised by cannot be kept in " + path + " (" +
-        std::generic_category().message(errno) + "); it counts until this program ends"
+        descriptors::errorText() + "); it counts until this program ends"
     );
 }
 

@@ -1,6 +1,8 @@
 #include "linux/xdg/ExecLine.h"
 
+#include "linux/files/Names.h"
 #include "linux/proc/Shells.h"
+#include "linux/xdg/Words.h"
 
 #include <algorithm>
 #include <array>
@@ -16,17 +18,6 @@ using Words = std::vector<std::string>;
 
 // Nothing sensible is wrapped deeper.
 constexpr int MOST_WRAPPERS = 8;
-
-std::string baseName(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
-template <std::size_t Size>
-bool isOneOf(const std::string& word, const std::array<std::string_view, Size>& words)
-{
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
 
 bool isAssignment(const std::string& word)
 {
@@ -133,7 +124,7 @@ bool peel(PlacedWords& placed)
     if (words.empty()) {
         return false;
     }
-    const std::string name = baseName(words.front());
+    const std::string name(files::baseName(words.front()));
     if (isAssignment(words.front())) {
         dropAssignments(words);
     } else if (name == "env") {

@@ -1,5 +1,6 @@
 #include "linux/xdg/ExecutionKeys.h"
 
+#include "linux/files/Names.h"
 #include "linux/xdg/ExecLine.h"
 #include "linux/xdg/FileText.h"
 #include "linux/xdg/Interpreters.h"
@@ -7,17 +8,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 namespace xdg {
 
 namespace {
 
 using Kind = ExecutionKey::Kind;
-
-std::string baseName(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
 
 /// A program that is not there yet: whatever it will be, it will be in one of these places.
 ExecutionKeys keysOfMissing(const ExecCommand& command, const ProgramResolver& programs)
@@ -66,7 +63,7 @@ ExecutionKeys keysOfInterpreter(
 std::vector<std::string>
 launchedBy(const std::string& launcher, const std::vector<std::string>& arguments)
 {
-    if (baseName(launcher) != "flatpak" || arguments.empty() || arguments.front() != "run") {
+    if (files::baseName(launcher) != "flatpak" || arguments.empty() || arguments.front() != "run") {
         return arguments;
     }
     const auto name = std::find_if(arguments.begin() + 1, arguments.end(), [](const auto& word) {
@@ -77,10 +74,10 @@ launchedBy(const std::string& launcher, const std::vector<std::string>& argument
 
 ExecutionKeys keysOfLauncher(const ProgramFile& program, const ExecCommand& command)
 {
-    const std::string called = baseName(command.program);
+    const std::string_view called = files::baseName(command.program);
     // What a script was called by, its interpreter has in another place or not at all.
-    const bool isAlias = !program.isScript() && called != baseName(program.path);
-    const std::string invokedAs = isAlias ? called : "";
+    const bool isAlias = !program.isScript() && called != files::baseName(program.path);
+    const std::string invokedAs(isAlias ? called : "");
     std::vector<std::string> fixed = launchedBy(program.path, command.fixedArguments);
     if (fixed.empty() && invokedAs.empty()) {
         return {};

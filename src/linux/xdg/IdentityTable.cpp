@@ -1,5 +1,6 @@
 #include "linux/xdg/IdentityTable.h"
 
+#include "linux/files/Names.h"
 #include "linux/xdg/Interpreters.h"
 
 #include <algorithm>
@@ -37,18 +38,13 @@ bool hasAllArguments(const ExecutionKey& key, const std::vector<std::string>& ar
     return presentArguments(key, arguments) == key.fixedArguments.size();
 }
 
-std::string baseName(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
 bool possible(const ExecutionKey& key, const std::vector<std::string>& arguments)
 {
     if (!key.shared) {
         return true;
     }
     const std::string invokedAs = arguments.empty() ? "" : arguments.front();
-    const bool named = key.invokedAs.empty() || baseName(invokedAs) == key.invokedAs;
+    const bool named = key.invokedAs.empty() || files::baseName(invokedAs) == key.invokedAs;
     return named && hasAllArguments(key, arguments);
 }
 
@@ -204,7 +200,7 @@ IdentityTable::Candidates IdentityTable::byName(const proc::ProcessFacts& facts)
     }
     Candidates result;
     for (const auto& [path, rows] : executables) {
-        if (baseName(path) == baseName(called)) {
+        if (files::baseName(path) == files::baseName(called)) {
             const Candidates more = possibleOf(rows, facts);
             result.insert(result.end(), more.begin(), more.end());
         }

@@ -1,8 +1,9 @@
 #include "linux/xdg/Interpreters.h"
 
+#include "linux/files/Names.h"
 #include "linux/proc/Shells.h"
+#include "linux/xdg/Words.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -10,22 +11,11 @@ namespace xdg {
 
 namespace {
 
-std::string_view baseName(std::string_view path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
 /// Without a version behind it: "python3.11" is "python".
 std::string_view withoutVersion(std::string_view name)
 {
     const std::size_t end = name.find_last_not_of("0123456789.-");
     return end == std::string_view::npos ? name : name.substr(0, end + 1);
-}
-
-template <std::size_t Size>
-bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
-{
-    return std::find(words.begin(), words.end(), word) != words.end();
 }
 
 /// Options whose value is the next argument.
@@ -89,12 +79,12 @@ bool isInterpreter(const std::string& executable)
         "sh",     "bash", "dash",  "zsh",  "ksh",    "mksh", "fish",        "busybox", "python",
         "pypy",   "perl", "ruby",  "node", "nodejs", "gjs",  "gjs-console", "seed",    "lua",
         "luajit", "java", "tclsh", "wish", "guile",  "php",  "mono",        "Rscript"};
-    return isOneOf(withoutVersion(baseName(executable)), NAMES);
+    return isOneOf(withoutVersion(files::baseName(executable)), NAMES);
 }
 
 bool searchesScripts(const std::string& executable)
 {
-    return proc::isShell(withoutVersion(baseName(executable)));
+    return proc::isShell(withoutVersion(files::baseName(executable)));
 }
 
 bool isLauncher(const std::string& executable)
@@ -124,13 +114,13 @@ bool isLauncher(const std::string& executable)
         "dotnet",
         "systemd-run",
         "env"};
-    const std::string_view name = baseName(executable);
+    const std::string_view name = files::baseName(executable);
     return isOneOf(name, NAMES) || isOneOf(withoutVersion(name), NAMES);
 }
 
 bool isLoader(const std::string& executable)
 {
-    const std::string_view name = baseName(executable);
+    const std::string_view name = files::baseName(executable);
     return (name.starts_with("ld-linux") || name.starts_with("ld-musl") || name.starts_with("ld-2")
            ) &&
            name.find(".so") != std::string_view::npos;
@@ -140,7 +130,7 @@ std::optional<std::string>
 scriptArgument(const std::string& executable, const std::vector<std::string>& arguments)
 {
     const std::string_view interpreter =
-        isLoader(executable) ? std::string_view("ld") : withoutVersion(baseName(executable));
+        isLoader(executable) ? std::string_view("ld") : withoutVersion(files::baseName(executable));
     std::size_t index = 1;
     while (index < arguments.size() && isOption(arguments[index])) {
         const std::string& option = arguments[index];

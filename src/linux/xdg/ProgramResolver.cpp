@@ -1,5 +1,6 @@
 #include "linux/xdg/ProgramResolver.h"
 
+#include "linux/files/Names.h"
 #include "platform/Call.h"
 
 #include <algorithm>
@@ -88,7 +89,7 @@ std::vector<std::string> ProgramResolver::places(const std::string& name) const
 bool ProgramResolver::forget(const std::set<std::string>& names)
 {
     return std::erase_if(known, [&](const auto& entry) {
-               return names.contains(entry.first.substr(entry.first.rfind('/') + 1));
+               return names.contains(std::string(files::baseName(entry.first)));
            }) > 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "linux/xdg/KeyFile.h"
 #include "linux/xdg/RolesData.h"
+#include "linux/xdg/Words.h"
 
 #include <algorithm>
 
@@ -11,15 +12,10 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-bool contains(const Names& names, const std::string& name)
-{
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 bool hasCategory(const DesktopEntry& entry, std::string_view wanted)
 {
     if (!wanted.starts_with('*')) {
-        return contains(entry.categories, std::string(wanted));
+        return isOneOf(wanted, entry.categories);
     }
     wanted.remove_prefix(1);
     return std::any_of(entry.categories.begin(), entry.categories.end(), [&](const auto& category) {
@@ -79,10 +75,10 @@ std::vector<std::string> Roles::of(const DesktopEntry& entry) const
 bool Roles::plays(const Role& role, const DesktopEntry& entry)
 {
     // What runs inside a terminal is none, nor anything else with windows of its own.
-    if (entry.terminal || contains(role.never, entry.id)) {
+    if (entry.terminal || isOneOf(entry.id, role.never)) {
         return false;
     }
-    return contains(role.applications, entry.id) ||
+    return isOneOf(entry.id, role.applications) ||
            std::any_of(role.categories.begin(), role.categories.end(), [&](const auto& wanted) {
                return hasCombination(entry, wanted);
            });

@@ -1,5 +1,6 @@
 #include "linux/xdg/XdgBundles.h"
 
+#include "linux/files/Names.h"
 #include "linux/session/Programs.h"
 #include "linux/xdg/ProgramResolver.h"
 #include "linux/xdg/XdgFileManager.h"
@@ -34,11 +35,6 @@ std::optional<platform::Bundle> ownLayout(const fs::path& folder)
     return std::nullopt;
 }
 
-std::string baseName(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
 } // namespace
 
 XdgBundles::XdgBundles(const ApplicationCatalogue& catalogue, const std::string& executable)
@@ -69,7 +65,7 @@ std::optional<platform::Bundle> XdgBundles::open(const std::string& path)
     }
     platform::Bundle bundle{path, application->entry.name, std::nullopt, *id};
     if (!application->executable.empty()) {
-        bundle.executable = baseName(application->executable);
+        bundle.executable = std::string(files::baseName(application->executable));
     }
     return bundle;
 }

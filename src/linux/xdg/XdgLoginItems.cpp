@@ -1,5 +1,6 @@
 #include "linux/xdg/XdgLoginItems.h"
 
+#include "linux/descriptors/ErrorText.h"
 #include "linux/files/AtomicFile.h"
 #include "linux/xdg/ExecLine.h"
 #include "linux/xdg/FileText.h"
@@ -21,11 +22,6 @@ std::string entryText(const std::string& name, const std::string& program)
     return "[Desktop Entry]\nType=Application\nVersion=1.0\nName=" + name +
            "\nExec=" + quotedForExec(program) +
            "\nNoDisplay=true\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
-}
-
-std::string reasonOf(int error)
-{
-    return std::generic_category().message(error);
 }
 
 } // namespace
@@ -62,7 +58,7 @@ bool XdgLoginItems::write(const std::string& path, const std::string& text) cons
     std::filesystem::create_directories(folder, error);
     constexpr unsigned READABLE_BY_ALL = 0644;
     if (!files::replaceFile(path, std::as_bytes(std::span(text)), READABLE_BY_ALL)) {
-        report("The login item " + path + " cannot be written: " + reasonOf(errno));
+        report("The login item " + path + " cannot be written: " + descriptors::errorText());
     }
     return readText(path) == text;
 }
@@ -72,7 +68,7 @@ bool XdgLoginItems::remove(const std::string& path) const
     if (::unlink(path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) {
         return true;
     }
-    report("The login item " + path + " cannot be removed: " + reasonOf(errno));
+    report("The login item " + path + " cannot be removed: " + descriptors::errorText());
     return false;
 }
 
