@@ -2,19 +2,42 @@
 
 #include "linux/secretservice/GenericPasswordSchema.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace secretservice {
 
 namespace {
 
-/// False, with the reason, when the call that `error` is of has failed.
-bool isDone(const Error& error, std::string& reason)
+/// What `finish` makes of the answer to the call that `begin` makes; nothing, with the reason, when
+/// there is no answer or it is an error.
+template <typename Begin, typename Finish>
+std::optional<std::invoke_result_t<Finish, GAsyncResult*, GError**>> answerTo(
+    SecretServiceSession& session, std::string& reason, const Begin& begin, const Finish& finish
+)
 {
+    const AsyncCall call;
+    begin(call.data());
+    GAsyncResult* result = session.wait(call, reason);
+    if (result == nullptr) {
+        return std::nullopt;
+    }
+    Error error;
+    auto answer = finish(result, error.out());
     if (error.isSet()) {
         reason = error.message();
+        return std::nullopt;
     }
-    return !error.isSet();
+    return answer;
+}
+
+/// False, with a reason, also for an answer that denies without an error.
+bool isDone(const std::optional<gboolean>& answer, std::string& reason)
+{
+    if (answer == FALSE) {
+        reason = Error().message();
+    }
+    return answer == TRUE;
 }
 
 } // namespace
@@ -26,44 +49,46 @@ std::optional<ObjectListPtr> searchItems(
     std::string& reason
 )
 {
-    const AsyncCall call;
-    secret_service_search(
-        session.service(),
-        &genericPasswordSchema(),
-        attributes,
-        flags,
-        session.cancellable(),
-        AsyncCall::finished,
-        call.data()
+    return answerTo(
+        session,
+        reason,
+        [&](gpointer data) {
+            secret_service_search(
+                session.service(),
+                &genericPasswordSchema(),
+                attributes,
+                flags,
+                session.cancellable(),
+                AsyncCall::finished,
+                data
+            );
+        },
+        [&](GAsyncResult* result, GError** error) {
+            return ObjectListPtr(secret_service_search_finish(session.service(), result, error));
+        }
     );
-    GAsyncResult* result = session.wait(call, reason);
-    if (result == nullptr) {
-        return std::nullopt;
-    }
-    Error error;
-    ObjectListPtr found(secret_service_search_finish(session.service(), result, error.out()));
-    return isDone(error, reason) ? std::optional(std::move(found)) : std::nullopt;
 }
 
 std::optional<ObjectPtr<SecretCollection>>
 findDefaultCollection(SecretServiceSession& session, std::string& reason)
 {
-    const AsyncCall call;
-    secret_collection_for_alias(
-        session.service(),
-        SECRET_COLLECTION_DEFAULT,
-        SECRET_COLLECTION_NONE,
-        session.cancellable(),
-        AsyncCall::finished,
-        call.data()
+    return answerTo(
+        session,
+        reason,
+        [&](gpointer data) {
+            secret_collection_for_alias(
+                session.service(),
+                SECRET_COLLECTION_DEFAULT,
+                SECRET_COLLECTION_NONE,
+                session.cancellable(),
+                AsyncCall::finished,
+                data
+            );
+        },
+        [](GAsyncResult* result, GError** error) {
+            return ObjectPtr<SecretCollection>(secret_collection_for_alias_finish(result, error));
+        }
     );
-    GAsyncResult* result = session.wait(call, reason);
-    if (result == nullptr) {
-        return std::nullopt;
-    }
-    Error error;
-    ObjectPtr<SecretCollection> found(secret_collection_for_alias_finish(result, error.out()));
-    return isDone(error, reason) ? std::optional(std::move(found)) : std::nullopt;
 }
 
 CollectionState defaultCollectionState(SecretServiceSession& session, std::string& reason)
@@ -81,17 +106,19 @@ CollectionState defaultCollectionState(SecretServiceSession& session, std::strin
 
 std::optional<ObjectListPtr> findEveryCollection(SecretServiceSession& session, std::string& reason)
 {
-    const AsyncCall call;
-    secret_service_load_collections(
-        session.service(), session.cancellable(), AsyncCall::finished, call.data()
+    const auto loaded = answerTo(
+        session,
+        reason,
+        [&](gpointer data) {
+            secret_service_load_collections(
+                session.service(), session.cancellable(), AsyncCall::finished, data
+            );
+        },
+        [&](GAsyncResult* result, GError** error) {
+            return secret_service_load_collections_finish(session.service(), result, error);
+        }
     );
-    GAsyncResult* result = session.wait(call, reason);
-    if (result == nullptr) {
-        return std::nullopt;
-    }
-    Error error;
-    secret_service_load_collections_finish(session.service(), result, error.out());
-    if (!isDone(error, reason)) {
+    if (!loaded.has_value()) {
         return std::nullopt;
     }
     return ObjectListPtr(secret_service_get_collections(session.service()));
@@ -99,17 +126,19 @@ std::optional<ObjectListPtr> findEveryCollection(SecretServiceSession& session, 
 
 bool unlockObjects(SecretServiceSession& session, GList* objects, std::string& reason)
 {
-    const AsyncCall call;
-    secret_service_unlock(
-        session.service(), objects, session.cancellable(), AsyncCall::finished, call.data()
+    const auto unlocked = answerTo(
+        session,
+        reason,
+        [&](gpointer data) {
+            secret_service_unlock(
+                session.service(), objects, session.cancellable(), AsyncCall::finished, data
+            );
+        },
+        [&](GAsyncResult* result, GError** error) {
+            return secret_service_unlock_finish(session.service(), result, nullptr, error);
+        }
     );
-    GAsyncResult* result = session.wait(call, reason);
-    if (result == nullptr) {
-        return false;
-    }
-    Error error;
-    secret_service_unlock_finish(session.service(), result, nullptr, error.out());
-    return isDone(error, reason);
+    return unlocked.has_value();
 }
 
 bool storeItem(
@@ -120,44 +149,42 @@ bool storeItem(
 )
 {
     const AttributesPtr attributes = accountAttributes(account);
-    const AsyncCall call;
-    secret_service_store(
-        session.service(),
-        &genericPasswordSchema(),
-        attributes.get(),
-        SECRET_COLLECTION_DEFAULT,
-        account.c_str(),
-        value,
-        session.cancellable(),
-        AsyncCall::finished,
-        call.data()
+    const auto stored = answerTo(
+        session,
+        reason,
+        [&](gpointer data) {
+            secret_service_store(
+                session.service(),
+                &genericPasswordSchema(),
+                attributes.get(),
+                SECRET_COLLECTION_DEFAULT,
+                account.c_str(),
+                value,
+                session.cancellable(),
+                AsyncCall::finished,
+                data
+            );
+        },
+        [&](GAsyncResult* result, GError** error) {
+            return secret_service_store_finish(session.service(), result, error);
+        }
     );
-    GAsyncResult* result = session.wait(call, reason);
-    if (result == nullptr) {
-        return false;
-    }
-    Error error;
-    const gboolean stored = secret_service_store_finish(session.service(), result, error.out());
-    if (stored != TRUE) {
-        reason = error.message();
-    }
-    return stored == TRUE;
+    return isDone(stored, reason);
 }
 
 bool deleteItem(SecretServiceSession& session, SecretItem* item, std::string& reason)
 {
-    const AsyncCall call;
-    secret_item_delete(item, session.cancellable(), AsyncCall::finished, call.data());
-    GAsyncResult* result = session.wait(call, reason);
-    if (result == nullptr) {
-        return false;
-    }
-    Error error;
-    const gboolean deleted = secret_item_delete_finish(item, result, error.out());
-    if (deleted != TRUE) {
-        reason = error.message();
-    }
-    return deleted == TRUE;
+    const auto deleted = answerTo(
+        session,
+        reason,
+        [&](gpointer data) {
+            secret_item_delete(item, session.cancellable(), AsyncCall::finished, data);
+        },
+        [&](GAsyncResult* result, GError** error) {
+            return secret_item_delete_finish(item, result, error);
+        }
+    );
+    return isDone(deleted, reason);
 }
 
 } // namespace secretservice
