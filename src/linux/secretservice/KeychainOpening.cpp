@@ -44,33 +44,37 @@ bool KeychainOpening::waitForNextAttempt()
 
 KeychainOpening::Result KeychainOpening::open()
 {
-    const bool kept = marker.isSet();
+    kept = marker.isSet();
     if (!kept && EmbeddedStore::holdsItems(places.embedded())) {
         return openEmbedded();
     }
-    Result result;
+    Result result = openService();
+    session.leave();
+    return result;
+}
+
+KeychainOpening::Result KeychainOpening::openService()
+{
+    using Outcome = Attempt::Outcome;
     std::string reason;
     auto deadline = Clock::now() + patience;
     do {
         delayed = false;
-        const Attempt outcome = attempt(kept, result, reason);
-        if (outcome == Attempt::NoService && !kept) {
-            result = openEmbedded();
+        Attempt latest = attempt();
+        if (latest.outcome == Outcome::Opened || latest.outcome == Outcome::Refused) {
+            return {std::move(latest.items), std::move(latest.reason)};
         }
-        if (outcome == Attempt::NoService) {
-            reason = "is not there, but this user's settings are kept in it";
+        const bool absent = latest.outcome == Outcome::NoService;
+        if (absent && !kept) {
+            return openEmbedded();
         }
+        reason = absent ? "is not there, but this user's settings are kept in it" : latest.reason;
         if (delayed) {
             // The user may have taken any time over a prompt, and a bus over its answer.
             deadline = Clock::now() + patience;
         }
-    } while (!result.items && result.refusal.empty() && Clock::now() < deadline &&
-             waitForNextAttempt());
-    if (!result.items && result.refusal.empty()) {
-        result.refusal = "the keyring " + reason;
-    }
-    session.leave();
-    return result;
+    } while (Clock::now() < deadline && waitForNextAttempt());
+    return {nullptr, "the keyring " + reason};
 }
 
 void KeychainOpening::noteSilence()
@@ -81,30 +85,54 @@ void KeychainOpening::noteSilence()
     }
 }
 
-KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std::string& reason)
+KeychainOpening::Attempt KeychainOpening::attempt()
+{
+    if (std::optional<Attempt> end = findService()) {
+        return std::move(*end);
+    }
+    if (std::optional<Attempt> end = unlock()) {
+        return std::move(*end);
+    }
+    return readItems();
+}
+
+std::optional<KeychainOpening::Attempt> KeychainOpening::findService()
 {
     using Presence = SecretServiceSession::Presence;
-    const Presence presence = places.busAddress.empty() ? Presence::Absent : session.presence();
-    if (presence == Presence::Absent) {
-        return Attempt::NoService;
-    }
-    if (presence == Presence::Unknown) {
+    switch (places.busAddress.empty() ? Presence::Absent : session.presence()) {
+    case Presence::Present:
+        break;
+    case Presence::Absent:
+        return Attempt{.outcome = Attempt::Outcome::NoService};
+    case Presence::Unknown:
         noteSilence();
-        reason = "cannot be asked for: the session bus does not answer";
-        return Attempt::NoAnswer;
+        return Attempt{.reason = "cannot be asked for: the session bus does not answer"};
     }
+    return std::nullopt;
+}
+
+std::optional<KeychainOpening::Attempt> KeychainOpening::unlock()
+{
     const platform::Report noticing = [this](std::string_view line) {
         delayed = true;
         report(line);
     };
-    const Unlocking unlocking = unlockKeyring(session, kept, noticing, reason);
-    if (unlocking == Unlocking::StaysLocked) {
-        result.refusal = "the keyring stays locked: its prompt was dismissed or could not be shown";
-        return Attempt::Refused;
+    std::string reason;
+    switch (unlockKeyring(session, kept, noticing, reason)) {
+    case Unlocking::StaysLocked:
+        return Attempt{
+            .outcome = Attempt::Outcome::Refused,
+            .reason = "the keyring stays locked: its prompt was dismissed or could not be shown"};
+    case Unlocking::Failed:
+        return Attempt{.reason = std::move(reason)};
+    case Unlocking::Open:
+        break;
     }
-    if (unlocking == Unlocking::Failed) {
-        return Attempt::Failing;
-    }
+    return std::nullopt;
+}
+
+KeychainOpening::Attempt KeychainOpening::readItems()
+{
     Items items;
     SecretServiceStore store(marker);
     Failure failure = store.readAll(items);
@@ -114,8 +142,7 @@ KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std
         failure = marker.note(!items.empty());
     }
     if (failure.has_value()) {
-        reason = *failure;
-        return Attempt::Failing;
+        return {.reason = std::move(*failure)};
     }
     if (lost) {
         // An agent that ends would protect even less than one that greets its user again.
@@ -123,8 +150,9 @@ KeychainOpening::Attempt KeychainOpening::attempt(bool kept, Result& result, std
             "the keyring is open and has lost the settings that were kept in it: Tarvel begins anew"
         );
     }
-    result.items = std::make_unique<SecretServiceKeychain>(marker, std::move(items), report);
-    return Attempt::Opened;
+    return {
+        .outcome = Attempt::Outcome::Opened,
+        .items = std::make_unique<SecretServiceKeychain>(marker, std::move(items), report)};
 }
 
 KeychainOpening::Result KeychainOpening::openEmbedded()

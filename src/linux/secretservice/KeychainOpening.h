@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace secretservice {
@@ -51,17 +52,29 @@ public:
     void cancel();
 
 private:
-    enum class Attempt
+    /// What came of asking the service once.
+    struct Attempt
     {
-        Opened,
-        Refused,
-        NoService,
-        NoAnswer, // of the bus: nobody knows yet
-        Failing
+        enum class Outcome
+        {
+            Opened,
+            Refused, // at the prompt, which does not come up again
+            NoService,
+            Failing,
+        };
+
+        Outcome outcome = Outcome::Failing;
+        std::unique_ptr<platform::KeychainItems> items; // of `Opened`
+        std::string reason;                             // of `Refused` and `Failing`
     };
 
     Result openEmbedded();
-    Attempt attempt(bool kept, Result& result, std::string& reason);
+    Result openService();
+    Attempt attempt();
+    /// The steps of an attempt: what comes of it where it ends with that one.
+    std::optional<Attempt> findService();
+    std::optional<Attempt> unlock();
+    Attempt readItems();
     bool waitForNextAttempt();
     void noteSilence();
 
@@ -69,6 +82,7 @@ private:
     platform::Report report;
     std::chrono::milliseconds patience;
     KeptMarker marker;
+    bool kept = false; // the items, in the Secret Service
     SecretServiceSession session;
     std::mutex mutex;
     std::condition_variable cancellation;
