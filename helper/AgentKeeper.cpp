@@ -4,14 +4,14 @@
 
 namespace helper {
 
-void AgentKeeper::begin(bool startedByAgent, bool seesOthers)
+void AgentKeeper::begin(Start start)
 {
     if (attach()) {
         return;
     }
-    if (!startedByAgent) {
+    if (!start.byAgent) {
         launch();
-    } else if (seesOthers) {
+    } else if (start.seesOthers) {
         // It ended while this program was being started.
         agentEnded(hands.latestStatus());
     } else {

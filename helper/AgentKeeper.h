@@ -49,8 +49,13 @@ public:
 
     explicit AgentKeeper(Hands& hands) : hands(hands) {}
 
-    /// `seesOthers`: whether an agent that this process did not start could be found at all.
-    void begin(bool startedByAgent, bool seesOthers);
+    struct Start
+    {
+        bool byAgent = false;
+        bool seesOthers = true; // an agent that this process did not start could be found at all
+    };
+
+    void begin(Start start);
 
     void agentEnded(std::optional<int> status);
     void agentArrived();

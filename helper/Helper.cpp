@@ -55,7 +55,7 @@ int Helper::run(session::SessionInstance& instance)
 
 void Helper::begin()
 {
-    keeper.begin(isStartedByAgent(), arrival.isPossible());
+    keeper.begin({.byAgent = isStartedByAgent(), .seesOthers = arrival.isPossible()});
     // After the agent is safe: a display that is busy lets its clients wait.
     display.connect();
 }

@@ -97,7 +97,7 @@ InstanceFeed::sightingOf(const proc::ProcessFacts& facts, KnownApplicationPtr ap
 
 void InstanceFeed::startedByUs(const proc::ProcessFacts& facts)
 {
-    startLater({facts, parts.applications.ofProcess(facts), {}, false, false});
+    startLater({.facts = facts, .application = parts.applications.ofProcess(facts)});
 }
 
 void InstanceFeed::startLater(Sighting sighting)
@@ -174,7 +174,9 @@ void InstanceFeed::windowShown(const WindowFacts& window)
     if (listening) {
         startUnheardOf(pid);
     }
-    const InstancePtr instance = attribution.instanceOf(window, listening);
+    using Seen = WindowAttribution::Seen;
+    const Seen seen = listening ? Seen::Now : Seen::AtStart;
+    const InstancePtr instance = attribution.instanceOf(window, seen);
     if (instance == nullptr) {
         return;
     }

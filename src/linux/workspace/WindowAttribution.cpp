@@ -14,12 +14,12 @@ WindowAttribution::WindowAttribution(
 {
 }
 
-InstancePtr WindowAttribution::instanceOf(const WindowFacts& window, bool isNews) const
+InstancePtr WindowAttribution::instanceOf(const WindowFacts& window, Seen seen) const
 {
-    return window.processIdentifier > 0 ? ofProcess(window, isNews) : ofStray(window, isNews);
+    return window.processIdentifier > 0 ? ofProcess(window, seen) : ofStray(window, seen);
 }
 
-InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, bool isNews) const
+InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, Seen seen) const
 {
     const pid_t pid = window.processIdentifier;
     InstancePtr host = tracker.instances().ofProcess(pid, processes.ancestorsOf(pid));
@@ -32,7 +32,7 @@ InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, bool isNews)
         return host;
     }
     InstancePtr own = tracker.instances().ofProcessAs(application->identifier, pid);
-    return own != nullptr ? own : ofOther(window, application, std::move(host), isNews);
+    return own != nullptr ? own : ofOther(window, application, std::move(host), seen);
 }
 
 /// By what the window says; where that is no protected application, by what its process is a copy
@@ -57,7 +57,7 @@ WindowAttribution::applicationOf(const WindowFacts& window, const InstancePtr& h
 
 /// A window whose process is nobody's here, such as that of a program on another machine: what it
 /// says about itself is all there is.
-InstancePtr WindowAttribution::ofStray(const WindowFacts& window, bool isNews) const
+InstancePtr WindowAttribution::ofStray(const WindowFacts& window, Seen seen) const
 {
     const KnownApplicationPtr application = applications.ofWindow(window);
     if (application == nullptr) {
@@ -67,12 +67,12 @@ InstancePtr WindowAttribution::ofStray(const WindowFacts& window, bool isNews) c
     if (known != nullptr) {
         return known;
     }
-    const Sighting sighting{{}, application, {}, false, false};
-    return appear(sighting, isNews);
+    const Sighting sighting{.application = application};
+    return appear(sighting, seen);
 }
 
 InstancePtr WindowAttribution::ofOther(
-    const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host, bool isNews
+    const WindowFacts& window, const KnownApplicationPtr& application, InstancePtr host, Seen seen
 ) const
 {
     const pid_t pid = window.processIdentifier;
@@ -81,14 +81,16 @@ InstancePtr WindowAttribution::ofOther(
     if (!facts) {
         return host;
     }
-    const Sighting sighting{*facts, application, processes.ancestorsOf(pid), false, false};
+    const Sighting sighting{
+        .facts = *facts, .application = application, .ancestors = processes.ancestorsOf(pid)};
     learnFrom(pid, *application);
-    return appear(sighting, isNews);
+    return appear(sighting, seen);
 }
 
-InstancePtr WindowAttribution::appear(const Sighting& sighting, bool isNews) const
+InstancePtr WindowAttribution::appear(const Sighting& sighting, Seen seen) const
 {
-    return isNews ? tracker.startedByWindow(sighting) : tracker.runningByWindow(sighting);
+    return seen == Seen::Now ? tracker.startedByWindow(sighting)
+                             : tracker.runningByWindow(sighting);
 }
 
 /// What a process executes counts for more than what its windows say, unless that is several

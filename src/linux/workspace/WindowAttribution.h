@@ -18,20 +18,27 @@ public:
         InstanceTracker& tracker, ProcessSource& processes, OwnPrograms& applications
     );
 
-    /// Empty for a window of no application. A window that is no news was there before this
-    /// program: what appears by it runs already.
-    InstancePtr instanceOf(const WindowFacts& window, bool isNews) const;
+    /// When a window was first seen: one that was there before this program belongs to what runs
+    /// already.
+    enum class Seen
+    {
+        AtStart,
+        Now,
+    };
+
+    /// Empty for a window of no application.
+    InstancePtr instanceOf(const WindowFacts& window, Seen seen) const;
 
 private:
-    InstancePtr ofProcess(const WindowFacts& window, bool isNews) const;
-    InstancePtr ofStray(const WindowFacts& window, bool isNews) const;
+    InstancePtr ofProcess(const WindowFacts& window, Seen seen) const;
+    InstancePtr ofStray(const WindowFacts& window, Seen seen) const;
     InstancePtr ofOther(
         const WindowFacts& window,
         const KnownApplicationPtr& application,
         InstancePtr host,
-        bool isNews
+        Seen seen
     ) const;
-    InstancePtr appear(const Sighting& sighting, bool isNews) const;
+    InstancePtr appear(const Sighting& sighting, Seen seen) const;
     KnownApplicationPtr applicationOf(const WindowFacts& window, const InstancePtr& host) const;
     bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
     bool mayHide(const KnownApplication& named, const Instance& host, pid_t pid) const;

@@ -245,13 +245,13 @@ Catalogue::keyToLearn(const proc::ProcessFacts& facts, const std::string& id) co
     if (application == nullptr || facts.executable.empty() || sharesItsPrograms(*application)) {
         return std::nullopt;
     }
-    ExecutionKey key{ExecutionKey::Kind::Executable, facts.executable, {}, false, ""};
+    ExecutionKey key{.path = facts.executable};
     if (identities.runsOthers(facts.executable)) {
         const auto script = scriptArgument(facts.executable, facts.arguments);
         if (!script || !script->starts_with('/') || isLoader(facts.executable)) {
             return std::nullopt;
         }
-        key = {ExecutionKey::Kind::Script, realPath(*script), {}, false, ""};
+        key = {.kind = ExecutionKey::Kind::Script, .path = realPath(*script)};
     }
     return identities.applicationsOf(key.path).empty() ? std::optional(std::move(key))
                                                        : std::nullopt;

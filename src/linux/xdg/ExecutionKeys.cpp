@@ -9,20 +9,39 @@
 #include <filesystem>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace xdg {
 
 namespace {
 
 using Kind = ExecutionKey::Kind;
+using Words = std::vector<std::string>;
+
+ExecutionKey keyOf(Kind kind, const std::string& path, Words arguments)
+{
+    return {.kind = kind, .path = path, .fixedArguments = std::move(arguments)};
+}
+
+/// Of a program that runs others, too.
+ExecutionKey
+sharedKeyOf(Kind kind, const std::string& path, Words arguments, const std::string& name = "")
+{
+    return {
+        .kind = kind,
+        .path = path,
+        .fixedArguments = std::move(arguments),
+        .shared = true,
+        .invokedAs = name};
+}
 
 /// A program that is not there yet: whatever it will be, it will be in one of these places.
 ExecutionKeys keysOfMissing(const ExecCommand& command, const ProgramResolver& programs)
 {
     ExecutionKeys result;
     for (const std::string& place : programs.places(command.program)) {
-        result.keys.push_back({Kind::Executable, place, command.fixedArguments, false, ""});
-        result.keys.push_back({Kind::Script, place, command.fixedArguments, false, ""});
+        result.keys.push_back(keyOf(Kind::Executable, place, command.fixedArguments));
+        result.keys.push_back(keyOf(Kind::Script, place, command.fixedArguments));
     }
     return result;
 }
@@ -51,12 +70,12 @@ ExecutionKeys keysOfInterpreter(
     const auto named = scriptArgument(program.path, arguments);
     if (const auto script = named ? scriptOf(*named, folder) : std::nullopt) {
         const auto after = std::find(arguments.begin(), arguments.end(), *named) + 1;
-        return {{{Kind::Script, *script, {after, arguments.end()}, false, ""}}, {}};
+        return {{keyOf(Kind::Script, *script, {after, arguments.end()})}, {}};
     }
     if (command.fixedArguments.empty()) {
         return {};
     }
-    return {{{Kind::Executable, program.path, command.fixedArguments, true, ""}}, {}};
+    return {{sharedKeyOf(Kind::Executable, program.path, command.fixedArguments)}, {}};
 }
 
 /// The application that a launcher's arguments name, whatever the options on its way.
@@ -83,9 +102,9 @@ ExecutionKeys keysOfLauncher(const ProgramFile& program, const ExecCommand& comm
         return {};
     }
     if (program.isScript()) {
-        return {{{Kind::Script, program.path, std::move(fixed), true, ""}}, {program.interpreter}};
+        return {{sharedKeyOf(Kind::Script, program.path, std::move(fixed))}, {program.interpreter}};
     }
-    return {{{Kind::Executable, program.path, std::move(fixed), true, invokedAs}}, {}};
+    return {{sharedKeyOf(Kind::Executable, program.path, std::move(fixed), invokedAs)}, {}};
 }
 
 } // namespace
@@ -110,13 +129,12 @@ ExecutionKeys executionKeys(
     }
     if (program->isScript()) {
         return {
-            {{Kind::Script, program->path, command.fixedArguments, false, ""}},
-            {program->interpreter}};
+            {keyOf(Kind::Script, program->path, command.fixedArguments)}, {program->interpreter}};
     }
     if (isInterpreter(program->path)) {
         return keysOfInterpreter(*program, command, folder);
     }
-    return {{{Kind::Executable, program->path, command.fixedArguments, false, ""}}, {}};
+    return {{keyOf(Kind::Executable, program->path, command.fixedArguments)}, {}};
 }
 
 } // namespace xdg

@@ -90,7 +90,7 @@ protected:
     void watchOne()
     {
         hands.isAgentThere = true;
-        keeper.begin(true, true);
+        keeper.begin({.byAgent = true});
         hands.isAgentThere = false;
         hands.calls.clear();
     }

@@ -18,7 +18,7 @@ TEST_F(AgentKeeper, TheSixthRestartOfAMinuteBecomesAWarning)
 
 TEST_F(AgentKeeper, TheStartAtLoginIsNoRestart)
 {
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     for (int i = 0; i < 5; ++i) {
         keeper.agentEnded(std::nullopt);
     }
@@ -43,7 +43,7 @@ TEST_F(AgentKeeper, AfterTheWarningAnAgentThatSomebodyStartsIsWatchedAgain)
 
 TEST_F(AgentKeeper, ArrivalOfTheAgentThatIsWatchedAlreadyChangesNothing)
 {
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     hands.isAgentThere = true;
     keeper.agentArrived();
 
@@ -53,7 +53,7 @@ TEST_F(AgentKeeper, ArrivalOfTheAgentThatIsWatchedAlreadyChangesNothing)
 TEST_F(AgentKeeper, AnAgentThatCannotBeStartedIsTriedAgainOnceAMinuteWithoutAnotherWarning)
 {
     hands.startProblem = "/opt/Tarvel.app/Tarvel: No such file or directory";
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     EXPECT_THAT(hands.calls, ElementsAre("start", "warn"));
     EXPECT_THAT(hands.warning, HasSubstr("No such file or directory"));
 
@@ -109,7 +109,7 @@ TEST_F(AgentKeeper, AnAgentThatHasLivedForAMinuteIsRestartedAtOnceAgain)
 TEST_F(AgentKeeper, NothingIsTriedBesideAnAgentThatSomebodyStarted)
 {
     hands.startProblem = "no room";
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     hands.isAgentThere = true;
     keeper.agentArrived();
     hands.calls.clear();
@@ -121,7 +121,7 @@ TEST_F(AgentKeeper, NothingIsTriedBesideAnAgentThatSomebodyStarted)
 TEST_F(AgentKeeper, AnAgentWhoseArrivalWasMissedIsWatchedAtTheNextTry)
 {
     hands.startProblem = "no room";
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     hands.isAgentThere = true;
     hands.pass(60s);
 
@@ -131,7 +131,7 @@ TEST_F(AgentKeeper, AnAgentWhoseArrivalWasMissedIsWatchedAtTheNextTry)
 TEST_F(AgentKeeper, AfterAnAgentOfSomebodyElseTheUserIsToldAnew)
 {
     hands.startProblem = "no room";
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     hands.isAgentThere = true;
     keeper.agentArrived();
     hands.isAgentThere = false;
@@ -144,7 +144,7 @@ TEST_F(AgentKeeper, AfterAnAgentOfSomebodyElseTheUserIsToldAnew)
 TEST_F(AgentKeeper, NothingIsTriedInASessionThatEnds)
 {
     hands.startProblem = "no room";
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
     keeper.sessionEnds();
     hands.calls.clear();
     hands.pass(60s);

@@ -5,7 +5,7 @@ using testing::ElementsAre;
 
 TEST_F(AgentKeeper, AtLoginTheAgentIsStarted)
 {
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
 
     EXPECT_THAT(hands.calls, ElementsAre("start"));
 }
@@ -13,7 +13,7 @@ TEST_F(AgentKeeper, AtLoginTheAgentIsStarted)
 TEST_F(AgentKeeper, AtLoginAnAgentThatRunsAlreadyIsOnlyWatched)
 {
     hands.isAgentThere = true;
-    keeper.begin(false, true);
+    keeper.begin({.byAgent = false});
 
     EXPECT_THAT(hands.calls, ElementsAre("attach"));
 }
@@ -21,14 +21,14 @@ TEST_F(AgentKeeper, AtLoginAnAgentThatRunsAlreadyIsOnlyWatched)
 TEST_F(AgentKeeper, StartedByTheAgentItOnlyWatches)
 {
     hands.isAgentThere = true;
-    keeper.begin(true, true);
+    keeper.begin({.byAgent = true});
 
     EXPECT_THAT(hands.calls, ElementsAre("attach"));
 }
 
 TEST_F(AgentKeeper, AnAgentThatDiedRightAfterStartingTheHelperIsRestarted)
 {
-    keeper.begin(true, true);
+    keeper.begin({.byAgent = true});
 
     EXPECT_THAT(hands.calls, ElementsAre("start"));
 }
@@ -36,7 +36,7 @@ TEST_F(AgentKeeper, AnAgentThatDiedRightAfterStartingTheHelperIsRestarted)
 TEST_F(AgentKeeper, AnAgentThatFailedRightAfterStartingTheHelperIsRestarted)
 {
     hands.status = 1;
-    keeper.begin(true, true);
+    keeper.begin({.byAgent = true});
 
     EXPECT_THAT(hands.calls, ElementsAre("start"));
 }
@@ -44,14 +44,14 @@ TEST_F(AgentKeeper, AnAgentThatFailedRightAfterStartingTheHelperIsRestarted)
 TEST_F(AgentKeeper, AnAgentThatWasQuitRightAfterStartingTheHelperIsNot)
 {
     hands.status = 0;
-    keeper.begin(true, true);
+    keeper.begin({.byAgent = true});
 
     EXPECT_THAT(hands.calls, ElementsAre("finish"));
 }
 
 TEST_F(AgentKeeper, AnAgentThatCannotBeSeenIsNotTakenForDead)
 {
-    keeper.begin(true, false);
+    keeper.begin({.byAgent = true, .seesOthers = false});
 
     EXPECT_TRUE(hands.calls.empty());
 }

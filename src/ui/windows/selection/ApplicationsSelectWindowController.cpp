@@ -184,10 +184,10 @@ void ApplicationsSelectWindowController::reloadRows(std::optional<int> currentRo
 void ApplicationsSelectWindowController::showEmptyMessage()
 {
     const EmptyListMessage message = emptyListMessage(
-        filterTextfieldOutlet->text(),
-        originalApplicationEntities.empty(),
-        showRunningApplicationsOnly,
-        someAreProtected
+        {.filter = filterTextfieldOutlet->text(),
+         .listIsEmpty = originalApplicationEntities.empty(),
+         .runningApplicationsOnly = showRunningApplicationsOnly,
+         .someAreProtected = someAreProtected}
     );
     const bool isEmpty = isListKnown && filteredApplicationEntities.empty();
     emptyHeadingLabel->setText(message.heading);

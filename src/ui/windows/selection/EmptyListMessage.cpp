@@ -52,15 +52,13 @@ EmptyListMessage nothingThere(bool runningApplicationsOnly)
 
 } // namespace
 
-EmptyListMessage emptyListMessage(
-    const QString& filter, bool listIsEmpty, bool runningApplicationsOnly, bool someAreProtected
-)
+EmptyListMessage emptyListMessage(const EmptyListCause& cause)
 {
-    if (!listIsEmpty) {
-        return nothingMatches(filter, runningApplicationsOnly);
+    if (!cause.listIsEmpty) {
+        return nothingMatches(cause.filter, cause.runningApplicationsOnly);
     }
-    return someAreProtected ? everythingIsProtected(runningApplicationsOnly)
-                            : nothingThere(runningApplicationsOnly);
+    return cause.someAreProtected ? everythingIsProtected(cause.runningApplicationsOnly)
+                                  : nothingThere(cause.runningApplicationsOnly);
 }
 
 } // namespace ui

@@ -11,9 +11,14 @@ struct EmptyListMessage
     QString hint;
 };
 
-/// `filter`: as typed, empty for none; `listIsEmpty`: there would be no rows without it either.
-EmptyListMessage emptyListMessage(
-    const QString& filter, bool listIsEmpty, bool runningApplicationsOnly, bool someAreProtected
-);
+struct EmptyListCause
+{
+    QString filter;           // as typed, empty for none
+    bool listIsEmpty = false; // there would be no rows without the filter either
+    bool runningApplicationsOnly = false;
+    bool someAreProtected = false;
+};
+
+EmptyListMessage emptyListMessage(const EmptyListCause& cause);
 
 } // namespace ui

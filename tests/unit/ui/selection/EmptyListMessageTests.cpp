@@ -4,50 +4,46 @@
 
 namespace {
 
-constexpr bool LIST_IS_EMPTY = true;
-constexpr bool RUNNING_ONLY = true;
-constexpr bool SOME_ARE_PROTECTED = true;
-
-QString heading(const QString& filter, bool listIsEmpty, bool runningOnly, bool someAreProtected)
+QString heading(const ui::EmptyListCause& cause)
 {
-    return ui::emptyListMessage(filter, listIsEmpty, runningOnly, someAreProtected).heading;
+    return ui::emptyListMessage(cause).heading;
 }
 
 } // namespace
 
 TEST(EmptyListMessage, NamesTheFilterThatNothingMatches)
 {
-    EXPECT_EQ(heading("abc", !LIST_IS_EMPTY, !RUNNING_ONLY, false), "Nothing matches “abc”");
-    EXPECT_EQ(heading("abc", !LIST_IS_EMPTY, RUNNING_ONLY, true), "Nothing matches “abc”");
+    EXPECT_EQ(heading({.filter = "abc"}), "Nothing matches “abc”");
+    EXPECT_EQ(
+        heading({.filter = "abc", .runningApplicationsOnly = true, .someAreProtected = true}),
+        "Nothing matches “abc”"
+    );
 }
 
 TEST(EmptyListMessage, DoesNotNameAllOfALongFilter)
 {
-    EXPECT_LT(heading(QString(500, 'x'), !LIST_IS_EMPTY, !RUNNING_ONLY, false).size(), 70);
+    EXPECT_LT(heading({.filter = QString(500, 'x')}).size(), 70);
 }
 
 TEST(EmptyListMessage, TellsWhatIsProtectedFromWhatIsNotThere)
 {
     EXPECT_EQ(
-        heading("", LIST_IS_EMPTY, !RUNNING_ONLY, SOME_ARE_PROTECTED),
-        "Everything here is protected"
+        heading({.listIsEmpty = true, .someAreProtected = true}), "Everything here is protected"
     );
     EXPECT_EQ(
-        heading("", LIST_IS_EMPTY, RUNNING_ONLY, SOME_ARE_PROTECTED),
+        heading({.listIsEmpty = true, .runningApplicationsOnly = true, .someAreProtected = true}),
         "Everything that runs is protected"
     );
+    EXPECT_EQ(heading({.listIsEmpty = true}), "No applications found");
     EXPECT_EQ(
-        heading("", LIST_IS_EMPTY, !RUNNING_ONLY, !SOME_ARE_PROTECTED), "No applications found"
-    );
-    EXPECT_EQ(
-        heading("", LIST_IS_EMPTY, RUNNING_ONLY, !SOME_ARE_PROTECTED), "No application is running"
+        heading({.listIsEmpty = true, .runningApplicationsOnly = true}), "No application is running"
     );
 }
 
 TEST(EmptyListMessage, DoesNotBlameTheFilterForAListThatIsEmptyAnyway)
 {
     EXPECT_EQ(
-        heading("abc", LIST_IS_EMPTY, RUNNING_ONLY, !SOME_ARE_PROTECTED),
+        heading({.filter = "abc", .listIsEmpty = true, .runningApplicationsOnly = true}),
         "No application is running"
     );
 }
@@ -57,8 +53,8 @@ TEST(EmptyListMessage, AlwaysSaysWhatToDoNext)
     for (const bool listIsEmpty : {false, true}) {
         for (const bool runningOnly : {false, true}) {
             for (const bool someAreProtected : {false, true}) {
-                EXPECT_FALSE(ui::emptyListMessage("x", listIsEmpty, runningOnly, someAreProtected)
-                                 .hint.isEmpty());
+                const ui::EmptyListCause cause{"x", listIsEmpty, runningOnly, someAreProtected};
+                EXPECT_FALSE(ui::emptyListMessage(cause).hint.isEmpty());
             }
         }
     }
