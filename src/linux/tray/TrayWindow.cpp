@@ -168,8 +168,8 @@ void TrayWindow::askForDocking(xcb_window_t manager) const
     request.format = WORDS;
     request.window = manager;
     request.type = atoms.trayOpcode;
-    request.data.data32[2] =
-        window; // after the current time and the number of this request, both 0
+    // After the current time and the number of this request, both 0.
+    request.data.data32[2] = window;
     const void* bytes = &request;
     xcb_send_event(
         connection.get(), 0, manager, XCB_EVENT_MASK_NO_EVENT, static_cast<const char*>(bytes)

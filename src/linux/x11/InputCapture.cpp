@@ -3,6 +3,7 @@
 #include "linux/x11/Keymap.h"
 
 #include <array>
+#include <string>
 #include <utility>
 
 #include <xcb/xtest.h>

@@ -22,13 +22,18 @@ class InputCapture
 public:
     using Clock = std::chrono::steady_clock;
 
+    /// Between two attempts while something is missing, and while it is expected back at any time.
     static constexpr std::chrono::milliseconds RETRY{100};
-    static constexpr std::chrono::milliseconds CONFIRMATION{500};
     static constexpr std::chrono::milliseconds IN_HASTE{10};
+    /// Between two attempts while all is held, of which a loss is not announced.
+    static constexpr std::chrono::milliseconds CONFIRMATION{500};
+    /// Hints come in crowds, and one attempt serves them all.
     static constexpr std::chrono::milliseconds AFTER_HINT{10};
+    /// How long something is missing before a line says so.
     static constexpr std::chrono::seconds PATIENCE{1};
     /// As long as a key may still be down that started the application.
     static constexpr std::chrono::milliseconds BEFORE_ESCAPE{100};
+    /// A menu takes a while to close; after the early ones nobody is likely to listen.
     static constexpr std::chrono::milliseconds BETWEEN_ESCAPES{200};
     static constexpr std::chrono::seconds BETWEEN_LATER_ESCAPES{2};
     static constexpr int EARLY_ESCAPES = 4;

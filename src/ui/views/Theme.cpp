@@ -27,6 +27,8 @@ const QColor Theme::DISABLED(150, 153, 160);
 
 namespace {
 
+const QColor HEADER(150, 150, 150); // the popover's title bar, with dark text on it
+
 constexpr double TITLE_SCALE = 1.5;
 constexpr double HEADING_SCALE = 1.2;
 constexpr double SMALL_SCALE = 0.9;
@@ -58,13 +60,14 @@ QString styleSheet(const QFont& font)
     constexpr int BUTTON_OPACITY = 14;
     constexpr int BUTTON_HOVER_OPACITY = 26; // at more, its text is hard to read on GROUND_HIGH
     constexpr int ACCENT_HOVER = 106;        // per cent of the accent's light, for the same reason
+    constexpr int ACCENT_PRESSED = 112;      // by how many per cent its light is divided
     constexpr int FIELD_OPACITY = 70;
     constexpr int FOOTER_OPACITY = 40;
     const QColor light(255, 255, 255, BUTTON_OPACITY);
     const std::array words{
         // a word before those that it begins with
         std::pair{QStringLiteral("@accentHover"), css(Theme::ACCENT.lighter(ACCENT_HOVER))},
-        std::pair{QStringLiteral("@accentPressed"), css(Theme::ACCENT.darker(112))},
+        std::pair{QStringLiteral("@accentPressed"), css(Theme::ACCENT.darker(ACCENT_PRESSED))},
         std::pair{QStringLiteral("@accent"), css(Theme::ACCENT)},
         std::pair{QStringLiteral("@borderOnLight"), css(Theme::BORDER_ON_LIGHT)},
         std::pair{QStringLiteral("@border"), css(Theme::BORDER)},
@@ -76,7 +79,7 @@ QString styleSheet(const QFont& font)
         std::pair{QStringLiteral("@focus"), css(Theme::FOCUS)},
         std::pair{QStringLiteral("@footer"), css(QColor(0, 0, 0, FOOTER_OPACITY))},
         std::pair{QStringLiteral("@handle"), css(QColor(255, 255, 255, HANDLE_OPACITY))},
-        std::pair{QStringLiteral("@header"), css(QColor(150, 150, 150))},
+        std::pair{QStringLiteral("@header"), css(HEADER)},
         std::pair{QStringLiteral("@heading"), type(font, HEADING_SCALE)},
         std::pair{QStringLiteral("@innerRadius"), QStringLiteral("%1px").arg(Theme::RADIUS - 1)},
         std::pair{QStringLiteral("@line"), css(Theme::LINE)},
