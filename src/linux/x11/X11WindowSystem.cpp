@@ -3,7 +3,6 @@
 #include "platform/Call.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,27 +28,9 @@ X11WindowSystem::X11WindowSystem(X11Desktop& desktop, X11Guard& guard, platform:
       timers(timers),
       inspector(desktop),
       clients(desktop),
-      clock(xcb_generate_id(desktop.connection().get()))
+      activation(desktop, clients)
 {
     wireClients();
-    constexpr std::uint32_t MASK = XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK;
-    const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_PROPERTY_CHANGE};
-    xcb_create_window(
-        desktop.connection().get(),
-        XCB_COPY_FROM_PARENT,
-        clock,
-        desktop.connection().root(),
-        -1,
-        -1,
-        1,
-        1,
-        0,
-        XCB_WINDOW_CLASS_INPUT_ONLY,
-        XCB_COPY_FROM_PARENT,
-        MASK,
-        values.data()
-    );
-    desktop.connection().flush();
 }
 
 void X11WindowSystem::wireClients()
@@ -68,8 +49,6 @@ void X11WindowSystem::wireClients()
 X11WindowSystem::~X11WindowSystem()
 {
     guard.onFocusChanged = nullptr;
-    xcb_destroy_window(desktop.connection().get(), clock);
-    desktop.connection().flush();
 }
 
 void X11WindowSystem::start()
@@ -113,25 +92,7 @@ void X11WindowSystem::bringWindowForward(std::uint64_t window)
     } else {
         frontRequest.withdraw();
     }
-    askForFront(wanted);
-}
-
-void X11WindowSystem::askForFront(xcb_window_t window)
-{
-    wantedInFront = window;
-    // A window manager refuses what seems older than the last change of the focus, so the request
-    // bears the server's own time: that of the event which this change brings.
-    xcb_change_property(
-        desktop.connection().get(),
-        XCB_PROP_MODE_APPEND,
-        clock,
-        desktop.atoms().serverTime,
-        XCB_ATOM_CARDINAL,
-        32,
-        0,
-        nullptr
-    );
-    desktop.connection().flush();
+    activation.request(wanted);
 }
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event)
@@ -169,11 +130,7 @@ void X11WindowSystem::handleMessage(const xcb_client_message_event_t& event)
 
 void X11WindowSystem::handleProperty(const xcb_property_notify_event_t& event)
 {
-    if (event.window == clock) {
-        const xcb_window_t window = std::exchange(wantedInFront, XCB_NONE);
-        if (window != XCB_NONE) {
-            activate(window, event.time);
-        }
+    if (activation.handle(event)) {
         return;
     }
     const Atoms& atoms = desktop.atoms();
@@ -209,10 +166,9 @@ void X11WindowSystem::checkFront()
 {
     const auto now = FrontRequest::Clock::now();
     // What happens before the window manager has even heard of a request does not overrule it.
-    const bool isUnderWay = wantedInFront != XCB_NONE;
-    if (!lockFocused && !isUnderWay && frontRequest.pending(now) &&
+    if (!lockFocused && !activation.underWay() && frontRequest.pending(now) &&
         frontRequest.overruledBy(activeWindow(), now)) {
-        askForFront(frontRequest.window());
+        activation.request(frontRequest.window());
     }
 }
 
@@ -270,34 +226,6 @@ void X11WindowSystem::setActive(pid_t process, xcb_window_t window)
         return;
     }
     platform::call(onActiveChanged, process, window);
-}
-
-void X11WindowSystem::activate(xcb_window_t window, xcb_timestamp_t time) const
-{
-    const Connection& connection = desktop.connection();
-    if (!clients.managed()) {
-        const std::array<std::uint32_t, 1> above{XCB_STACK_MODE_ABOVE};
-        xcb_configure_window(connection.get(), window, XCB_CONFIG_WINDOW_STACK_MODE, above.data());
-        xcb_set_input_focus(connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
-        connection.flush();
-        return;
-    }
-    constexpr std::uint32_t ON_BEHALF_OF_THE_USER = 2;
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = desktop.atoms().activeWindow;
-    message.data.data32[0] = ON_BEHALF_OF_THE_USER;
-    message.data.data32[1] = time;
-    xcb_send_event(
-        connection.get(),
-        0,
-        connection.root(),
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-        static_cast<const char*>(static_cast<const void*>(&message))
-    );
-    connection.flush();
 }
 
 } // namespace x11

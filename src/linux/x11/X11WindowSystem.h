@@ -8,6 +8,7 @@
 #include "linux/x11/ClientWindows.h"
 #include "linux/x11/FrontRequest.h"
 #include "linux/x11/StartupMessages.h"
+#include "linux/x11/WindowActivation.h"
 #include "linux/x11/X11Desktop.h"
 #include "linux/x11/X11Guard.h"
 #include "platform/Lifetime.h"
@@ -45,11 +46,9 @@ private:
     void confirmThatNoneIsActive();
     void windowBecameActive(xcb_window_t window);
     bool bringFoundForward(xcb_window_t window);
-    void askForFront(xcb_window_t window);
     void checkFrontLater();
     void checkFront();
     void setActive(pid_t process, xcb_window_t window);
-    void activate(xcb_window_t window, xcb_timestamp_t time) const;
 
     X11Desktop& desktop;
     X11Guard& guard;
@@ -57,8 +56,7 @@ private:
     WindowInspector inspector;
     ClientWindows clients;
     StartupMessages startupMessages;
-    xcb_window_t clock;                    // a window that is never shown
-    xcb_window_t wantedInFront = XCB_NONE; // until the server's time is known
+    WindowActivation activation;
     FrontRequest frontRequest;
     bool lockFocused = false;
     std::pair<pid_t, xcb_window_t> active; // what was told last
