@@ -13,8 +13,8 @@ namespace proc {
 /// `program` with its folder or without.
 inline bool isShell(std::string_view program)
 {
-    constexpr std::array<std::string_view, 7> SHELLS{
-        "sh", "bash", "dash", "zsh", "ksh", "mksh", "busybox"};
+    constexpr std::array<std::string_view, 8> SHELLS{
+        "sh", "ash", "bash", "dash", "zsh", "ksh", "mksh", "busybox"};
     return std::find(SHELLS.begin(), SHELLS.end(), files::baseName(program)) != SHELLS.end();
 }
 

@@ -11,6 +11,9 @@ namespace xdg {
 
 namespace {
 
+// Many programs in one file, shells among them.
+constexpr std::string_view BOX = "busybox";
+
 /// Without a version behind it: "python3.11" is "python".
 std::string_view withoutVersion(std::string_view name)
 {
@@ -18,15 +21,40 @@ std::string_view withoutVersion(std::string_view name)
     return end == std::string_view::npos ? name : name.substr(0, end + 1);
 }
 
+/// Options of one letter each may stand together: "-eu".
+std::string_view lettersOf(std::string_view option)
+{
+    return option.starts_with("--") ? std::string_view() : option.substr(1);
+}
+
 /// Options whose value is the next argument.
 bool takesValue(std::string_view interpreter, std::string_view option)
 {
-    constexpr std::array<std::string_view, 4> LOADER{
-        "--library-path", "--inhibit-rpath", "--preload", "--argv0"};
-    constexpr std::array<std::string_view, 7> JAVA{
-        "-cp", "-classpath", "--class-path", "-p", "--module-path", "--add-modules", "-d"};
-    constexpr std::array<std::string_view, 2> PYTHON{"-W", "-X"};
-    constexpr std::array<std::string_view, 4> SHELL{"-o", "-O", "--rcfile", "--init-file"};
+    constexpr std::array<std::string_view, 7> LOADER{
+        "--library-path",
+        "--inhibit-rpath",
+        "--preload",
+        "--argv0",
+        "--audit",
+        "--glibc-hwcaps-prepend",
+        "--glibc-hwcaps-mask"};
+    constexpr std::array<std::string_view, 15> JAVA{
+        "-cp",
+        "-classpath",
+        "--class-path",
+        "-p",
+        "--module-path",
+        "--upgrade-module-path",
+        "--add-modules",
+        "--add-opens",
+        "--add-exports",
+        "--add-reads",
+        "--patch-module",
+        "--limit-modules",
+        "--enable-native-access",
+        "--source",
+        "-d"};
+    constexpr std::array<std::string_view, 2> SHELL{"--rcfile", "--init-file"};
     constexpr std::array<std::string_view, 4> NODE{"-r", "--require", "--import", "--loader"};
     constexpr std::array<std::string_view, 2> GJS{"-I", "--include-path"};
     constexpr std::array<std::string_view, 2> PERL{"-I", "-M"};
@@ -37,17 +65,21 @@ bool takesValue(std::string_view interpreter, std::string_view option)
         return isOneOf(option, JAVA);
     }
     if (interpreter.starts_with("python")) {
-        return isOneOf(option, PYTHON);
+        const std::size_t value = option.find_first_of("WX");
+        return option == "--check-hash-based-pycs" ||
+               (!lettersOf(option).empty() && value + 1 == option.size());
     }
     if (interpreter.ends_with("sh")) {
-        return isOneOf(option, SHELL);
+        const std::string_view letters = lettersOf(option);
+        return isOneOf(option, SHELL) || letters.ends_with('o') || letters.ends_with('O');
     }
     return isOneOf(option, NODE) || isOneOf(option, GJS) || isOneOf(option, PERL);
 }
 
-bool isOption(const std::string& argument)
+bool isOption(std::string_view interpreter, const std::string& argument)
 {
-    return argument.starts_with('-');
+    const bool takenBack = interpreter.ends_with("sh") && argument.starts_with('+');
+    return argument.starts_with('-') || takenBack;
 }
 
 /// Options after which there is no file to run: the text or the module is the argument itself.
@@ -58,15 +90,15 @@ bool endsFiles(std::string_view interpreter, std::string_view option)
     }
     constexpr std::array<std::string_view, 4> TEXT{"-c", "-e", "-E", "--eval"};
     if (interpreter.starts_with("python")) {
-        // Single letters may stand together: "-Ic".
-        const bool letters = option.size() > 1 && option[1] != '-';
-        return letters && (option.ends_with('c') || option.ends_with('m'));
+        const std::string_view letters = lettersOf(option);
+        const std::string_view flags = letters.substr(0, letters.find_first_of("WX"));
+        return flags.ends_with('c') || flags.ends_with('m');
     }
     if (interpreter == "java") {
         return option == "-m" || option == "--module";
     }
     if (interpreter.ends_with("sh")) {
-        return option.size() > 1 && option[1] != '-' && option.ends_with('c');
+        return option.front() == '-' && lettersOf(option).ends_with('c');
     }
     return isOneOf(option, TEXT);
 }
@@ -129,10 +161,17 @@ bool isLoader(const std::string& executable)
 std::optional<std::string>
 scriptArgument(const std::string& executable, const std::vector<std::string>& arguments)
 {
-    const std::string_view interpreter =
+    std::string_view interpreter =
         isLoader(executable) ? std::string_view("ld") : withoutVersion(files::baseName(executable));
     std::size_t index = 1;
-    while (index < arguments.size() && isOption(arguments[index])) {
+    if (interpreter == BOX && arguments.size() > index &&
+        files::baseName(arguments.front()) == BOX) {
+        interpreter = arguments[index++];
+        if (!proc::isShell(interpreter)) {
+            return std::nullopt;
+        }
+    }
+    while (index < arguments.size() && isOption(interpreter, arguments[index])) {
         const std::string& option = arguments[index];
         if (endsFiles(interpreter, option)) {
             return std::nullopt;

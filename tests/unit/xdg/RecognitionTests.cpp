@@ -117,6 +117,17 @@ INSTANTIATE_TEST_SUITE_P(
             PYTHON,
             {"python3", "-X", "dev", "-W", "error", "/usr/bin/meld"},
             "org.gnome.Meld"},
+        Case{
+            "OfPythonWithAValueThatEndsLikeAnOption",
+            PYTHON,
+            {"python3", "-Xpycache_prefix=/tmp/c", "/usr/bin/meld"},
+            "org.gnome.Meld"},
+        Case{
+            "OfPythonWithJoinedOptions",
+            PYTHON,
+            {"python3", "-IX", "dev", "/usr/bin/meld"},
+            "org.gnome.Meld"},
+        Case{"TextForPythonWithLetters", PYTHON, {"python3", "-Ic", "/usr/bin/meld"}, ""},
         Case{"ArgumentOfAnotherScript", PYTHON, {"python3", "x.py", "/usr/bin/meld"}, ""},
         Case{"InteractivePython", PYTHON, {"python3"}, ""},
         Case{"TextForPython", PYTHON, {"python3", "-c", "/usr/bin/meld"}, ""},
@@ -127,6 +138,31 @@ INSTANTIATE_TEST_SUITE_P(
             BASH,
             {"bash", "--norc", "-o", "pipefail", "/usr/bin/uxterm"},
             "debian-uxterm"},
+        Case{
+            "OfAShellWithJoinedOptions",
+            BASH,
+            {"bash", "-euo", "pipefail", "/usr/bin/uxterm"},
+            "debian-uxterm"},
+        Case{"OfAShellWithoutAnOption", BASH, {"bash", "+x", "/usr/bin/uxterm"}, "debian-uxterm"},
+        Case{
+            "OfAShellWithoutANamedOption",
+            BASH,
+            {"bash", "+o", "posix", "/usr/bin/uxterm"},
+            "debian-uxterm"},
+        Case{
+            "OfAShellInABox",
+            "/usr/bin/busybox",
+            {"busybox", "sh", "-e", "/usr/bin/uxterm"},
+            "debian-uxterm"},
+        Case{
+            "OfAnotherShellInABox",
+            "/usr/bin/busybox",
+            {"busybox", "ash", "/usr/bin/uxterm"},
+            "debian-uxterm"},
+        Case{"OfABoxThatIsAShell", "/usr/bin/busybox", {"sh", "/usr/bin/uxterm"}, "debian-uxterm"},
+        Case{"TextForAShellInABox", "/usr/bin/busybox", {"busybox", "sh", "-c", "uxterm"}, ""},
+        Case{"EditedInABox", "/usr/bin/busybox", {"busybox", "vi", "/usr/bin/uxterm"}, ""},
+        Case{"NothingForABox", "/usr/bin/busybox", {"busybox"}, ""},
         Case{"TextForAShell", DASH, {"sh", "-c", "/usr/bin/uxterm"}, ""},
         Case{"TextForAShellWithLetters", BASH, {"bash", "-ec", "/usr/bin/uxterm"}, ""},
         Case{
@@ -151,6 +187,15 @@ INSTANTIATE_TEST_SUITE_P(
             "OfAnOddInterpreter", "/opt/odd/runner", {"runner", "/usr/bin/meld"}, "org.gnome.Meld"},
         Case{"OfAnUnknownInterpreter", "/opt/unknown", {"unknown", "/usr/bin/meld"}, ""},
         Case{"ArchiveOfJava", JAVA, {"java", "-Xmx1g", "-jar", "/opt/tool/tool.jar"}, "jar-tool"},
+        Case{
+            "ArchiveOfJavaWithValues",
+            JAVA,
+            {"java",
+             "--add-opens",
+             "java.base/java.lang=ALL-UNNAMED",
+             "-jar",
+             "/opt/tool/tool.jar"},
+            "jar-tool"},
         Case{"ClassPathOfJava", JAVA, {"java", "-cp", "/opt/tool/tool.jar", "Main"}, ""},
         Case{"OnItsWayThroughEnv", "/usr/bin/env", {"env", "python3", "/usr/bin/meld"}, ""}
     ),
@@ -166,6 +211,11 @@ INSTANTIATE_TEST_SUITE_P(
             "WithALibraryPath",
             LOADER,
             {"ld.so", "--library-path", "/opt/lib", "/usr/bin/xterm", "-e", "x"},
+            "debian-xterm"},
+        Case{
+            "WithAnAudit",
+            LOADER,
+            {"ld.so", "--audit", "x.so", "--glibc-hwcaps-mask", "x86-64-v2", "/usr/bin/xterm"},
             "debian-xterm"},
         Case{"WithAFalseName", LOADER, {"ld.so", "--argv0", "/usr/bin/xterm", "/usr/bin/make"}, ""},
         Case{
