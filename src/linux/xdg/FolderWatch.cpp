@@ -153,6 +153,7 @@ void FolderWatch::takeMissing(int number, const std::string& name, FolderChanges
         const bool concerned = name.empty() || name == entry.second;
         if (concerned) {
             changes.folders.insert(entry.first);
+            changes.everything = true; // whatever came with it
         }
         return concerned;
     });

@@ -30,7 +30,7 @@ protected:
     {
         xdg::XdgEnvironment result;
         result.dataFolders = {folder.path("home"), folder.path("system")};
-        result.programFolders = {folder.path("bin")};
+        result.programFolders = {folder.path("own"), folder.path("bin")};
         return result;
     }
 
@@ -125,6 +125,23 @@ TEST_F(ApplicationCatalogueTest, ProgramBehindLinksIsFollowedWhenOneOfThemIsTurn
         [&] { return catalogue.current()->mayBeExecutedBy(after); }, std::chrono::seconds(10)
     ));
     EXPECT_FALSE(catalogue.current()->mayBeExecutedBy(before));
+}
+
+TEST_F(ApplicationCatalogueTest, ProgramThatComesWithItsFolderIsFollowed)
+{
+    add("foo", "foo");
+    const std::string installed = folder.copyProgram("/bin/true", "bin/foo");
+    catalogue.start();
+    ASSERT_TRUE(waitFor("foo "));
+    ASSERT_TRUE(catalogue.current()->mayBeExecutedBy(installed));
+
+    folder.copyProgram("/bin/true", "new/foo");
+    std::filesystem::rename(folder.path("new"), folder.path("own"));
+
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] { return catalogue.current()->mayBeExecutedBy(folder.path("own/foo")); },
+        std::chrono::seconds(10)
+    ));
 }
 
 TEST_F(ApplicationCatalogueTest, FolderBehindALinkIsFollowedAsOftenAsThatIsTurned)
