@@ -158,7 +158,13 @@ ExecutionKeys CatalogueBuilder::keysOf(const DesktopEntry& entry) const
     if (entry.terminal) {
         return {};
     }
-    return executionKeys(entry.exec, programs, entry.workingFolder);
+    ExecutionKeys result = executionKeys(entry.exec, programs, entry.workingFolder);
+    const ExecutionKeys more = executionKeys(entry.laterExec, programs, entry.workingFolder);
+    result.keys.insert(result.keys.end(), more.keys.begin(), more.keys.end());
+    result.interpreters.insert(
+        result.interpreters.end(), more.interpreters.begin(), more.interpreters.end()
+    );
+    return result;
 }
 
 void CatalogueBuilder::addKeys(InstalledApplication& application, ExecutionKeys found, Draft& draft)

@@ -8,11 +8,12 @@ namespace xdg {
 
 struct DesktopEntry
 {
-    std::string id;   // file name relative to its folder, '-' for '/', without ".desktop"
-    std::string path; // of the file
-    std::string name; // in the user's language
-    std::string icon; // theme name or absolute path
-    std::string exec; // as it stands, escapes resolved; may be empty where the bus starts it
+    std::string id;        // file name relative to its folder, '-' for '/', without ".desktop"
+    std::string path;      // of the file
+    std::string name;      // in the user's language
+    std::string icon;      // theme name or absolute path
+    std::string exec;      // as it stands, escapes resolved; may be empty where the bus starts it
+    std::string laterExec; // of the last of several such lines, which some launchers take
     std::string workingFolder; // in which it is to be executed; may be empty
     std::string tryExec;
     std::string startupWindowClass;

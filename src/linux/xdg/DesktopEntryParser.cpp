@@ -88,12 +88,16 @@ std::optional<DesktopEntry> DesktopEntryParser::parse(std::string_view text) con
 {
     Values values;
     LocalizedName name(locales);
+    std::string_view lastExec;
     visitKeys(text, [&](const KeyLine& line) {
         if (line.group != GROUP) {
             return values.empty(); // all that counts stands in one group
         }
         if (line.key == "Name") {
             name.offer(line);
+        }
+        if (line.key == "Exec") {
+            lastExec = line.value;
         }
         if (line.locale.empty()) {
             values.emplace(line.key, line.value);
@@ -104,6 +108,7 @@ std::optional<DesktopEntry> DesktopEntryParser::parse(std::string_view text) con
         .name = name.text,
         .icon = textOf(values, "Icon"),
         .exec = unescaped(valueOf(values, "Exec")),
+        .laterExec = lastExec == valueOf(values, "Exec") ? std::string() : unescaped(lastExec),
         .workingFolder = unescaped(valueOf(values, "Path")),
         .tryExec = unescaped(valueOf(values, "TryExec")),
         .startupWindowClass = textOf(values, "StartupWMClass"),
@@ -116,7 +121,8 @@ std::optional<DesktopEntry> DesktopEntryParser::parse(std::string_view text) con
     };
     const bool startable = !entry.exec.empty() || isSet(values, "DBusActivatable");
     const bool whole = valueOf(values, "Type") == "Application" && !entry.name.empty() &&
-                       startable && entry.exec.size() <= LONGEST_EXEC;
+                       startable &&
+                       std::max(entry.exec.size(), entry.laterExec.size()) <= LONGEST_EXEC;
     return whole || entry.hidden ? std::optional(std::move(entry)) : std::nullopt;
 }
 

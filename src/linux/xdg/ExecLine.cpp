@@ -77,7 +77,8 @@ void goTo(PlacedWords& placed, const Words& command)
 /// The one command of a script that starts the program; without words where it is not plain.
 PlacedWords commandOfScript(const std::string& script)
 {
-    constexpr std::array<std::string_view, 4> PREPARING{"cd", "export", "test", "["};
+    constexpr std::array<std::string_view, 8> PREPARING{
+        "cd", "export", "test", "[", "[[", "source", ".", "set"};
     PlacedWords result;
     std::string_view rest = script;
     while (!rest.empty()) {
@@ -96,13 +97,24 @@ PlacedWords commandOfScript(const std::string& script)
     return result;
 }
 
+/// True for what only a shell understands: which program it comes to cannot be told.
+bool isForTheShell(const std::string& word)
+{
+    constexpr std::array<std::string_view, 10> WORDS{
+        "if", "for", "while", "until", "case", "select", "function", "!", "eval", "trap"};
+    constexpr std::string_view MARKS = "({$`";
+    return isOneOf(word, WORDS) || (!word.empty() && MARKS.find(word.front()) != MARKS.npos);
+}
+
 /// The command of the script of "sh -c SCRIPT"; nothing where it is something else.
 std::optional<PlacedWords> scriptOfShell(const Words& words)
 {
     for (std::size_t index = 1; index + 1 < words.size(); ++index) {
         const std::string& word = words[index];
         if (word.starts_with('-') && !word.starts_with("--") && word.ends_with('c')) {
-            return commandOfScript(words[index + 1]);
+            PlacedWords command = commandOfScript(words[index + 1]);
+            const bool plain = command.words.empty() || !isForTheShell(command.words.front());
+            return plain ? std::optional(std::move(command)) : std::nullopt;
         }
         if (!word.starts_with('-')) {
             break;
@@ -242,7 +254,7 @@ ExecCommand commandOf(std::string_view exec)
     }
     for (int wrappers = 0; wrappers < MOST_WRAPPERS && peel(placed); ++wrappers) {
     }
-    if (words.empty()) {
+    if (words.empty() || words.front().empty()) {
         return {};
     }
     ExecCommand command{words.front(), {}, placed.folder.string()};

@@ -121,6 +121,26 @@ TEST_F(CatalogueExecution, ScriptThatLaunchesOthersIsTheApplicationsOnlyWithItsA
     EXPECT_EQ(ofScript("wine", "/home/u/b.exe"), "");
 }
 
+TEST_F(CatalogueExecution, ShellThatDecidesWhatItStartsIsKnownByAllThatItWasTold)
+{
+    const std::string text = "if true; then foo; else bar; fi";
+    add("shell.desktop", entry("Shell", "Exec=sh -c \"" + text + "\"\n"));
+    const std::string shell = fs::canonical("/bin/sh");
+    environment.programFolders.emplace_back("/bin");
+
+    EXPECT_EQ(ofProcess(shell, {"sh", "-c", text}), "shell");
+    EXPECT_EQ(ofProcess(shell, {"sh", "-c", "if true; then bar; fi"}), "");
+}
+
+TEST_F(CatalogueExecution, ProgramOfEitherOfTwoLinesIsTheApplications)
+{
+    add("twice.desktop", entry("Twice", "Exec=foo\nExec=missing\nExec=bar\n"));
+
+    EXPECT_EQ(ofProcess(folder.path("bin/foo"), {"foo"}), "twice");
+    EXPECT_EQ(ofProcess(folder.path("bin/bar"), {"bar"}), "twice");
+    EXPECT_EQ(catalogue->find("twice")->executable, folder.path("bin/foo"));
+}
+
 TEST_F(CatalogueExecution, EntryForTerminalsNeverClaimsAProgram)
 {
     add("foo.desktop", entry("Foo", "Exec=foo\nTerminal=true\n"));
