@@ -205,6 +205,7 @@ void CatalogueBuilder::addChosen(
             draft.applications.insert(placeOf(draft.applications, id), installedOf(kept));
         }
     }
+    addUncovered(draft, hidden, choice);
     for (const DesktopEntry& entry : hidden) {
         InstalledApplication* application = find(draft.applications, entry.id);
         if (application != nullptr && !entry.exec.empty() &&
@@ -216,6 +217,24 @@ void CatalogueBuilder::addChosen(
         if (isChosen(choice, application.entry.id, application.roles) ||
             choice.kept.contains(application.entry.id)) {
             keep(application, choice.kept[application.entry.id]);
+        }
+    }
+}
+
+/// A chosen application of which nothing was kept, and whose entry somebody hid: it is known by the
+/// entry that is behind.
+void CatalogueBuilder::addUncovered(
+    Draft& draft, const std::vector<DesktopEntry>& hidden, const Choice& choice
+) const
+{
+    for (const DesktopEntry& entry : hidden) {
+        const bool counts = !entry.homemade && !entry.hidden && !entry.terminal &&
+                            isChosen(choice, entry.id, roles.of(entry));
+        if (counts && find(draft.applications, entry.id) == nullptr) {
+            InstalledApplication application;
+            application.entry = entry;
+            application.roles = roles.of(entry);
+            draft.applications.insert(placeOf(draft.applications, entry.id), application);
         }
     }
 }

@@ -57,6 +57,8 @@ private:
     void add(Draft& draft, DesktopEntry entry) const;
     void addServices(Draft& draft);
     void addChosen(Draft& draft, const std::vector<DesktopEntry>& hidden, Choice& choice) const;
+    void
+    addUncovered(Draft& draft, const std::vector<DesktopEntry>& hidden, const Choice& choice) const;
     void keep(InstalledApplication& application, ChosenApplication& kept) const;
     [[nodiscard]] ExecutionKeys keysOf(const DesktopEntry& entry) const;
     static void addKeys(InstalledApplication& application, ExecutionKeys found, Draft& draft);

@@ -78,6 +78,24 @@ TEST_F(ChoiceTest, EntryThatIsHiddenInTheHomeFolderIsStillKnown)
     EXPECT_EQ(catalogue->ofWindow({"FooWindow"})->entry.id, "foo");
 }
 
+TEST_F(ChoiceTest, EntryThatWasHiddenInTheHomeFolderBeforeTheChoiceIsKnown)
+{
+    addToHome("foo", "Hidden=true\n");
+    addToHome("own", "Name=Own\nExec=bar --own\nHidden=true\n");
+    addToSystem("gone", "Name=Gone\nExec=bar --gone\nHidden=true\n");
+    addToSystem("term", "Name=Term\nExec=bar --term\nCategories=TerminalEmulator;\n");
+    addToHome("term", "Hidden=true\n");
+    choice = {};
+    choice.identifiers = {"foo", "own", "gone", "com.apple.Terminal"};
+
+    EXPECT_EQ(of("foo"), "foo");
+    EXPECT_FALSE(catalogue->find("foo")->shown);
+    EXPECT_EQ(catalogue->ofWindow({"FooWindow"})->entry.id, "foo");
+    EXPECT_EQ(of("bar", {"bar", "--term"}), "term");
+    EXPECT_EQ(catalogue->find("own"), nullptr) << "nobody else knows it";
+    EXPECT_EQ(catalogue->find("gone"), nullptr) << "it is as good as deleted";
+}
+
 TEST_F(ChoiceTest, EntryThatIsOverriddenInTheHomeFolderIsKnownByBoth)
 {
     addToHome("foo", "Name=Other\nExec=bar\nStartupWMClass=Other\n");
