@@ -1,5 +1,7 @@
 #include "linux/tray/ItemTip.h"
 
+#include "toolkit/ToolTip.h"
+
 #include <QApplication>
 #include <QStyle>
 #include <QToolTip>
@@ -44,7 +46,7 @@ void ItemTip::show()
 {
     done = true;
     shown = true;
-    QToolTip::showText(place, text.toHtmlEscaped());
+    QToolTip::showText(place, toolkit::toolTipOf(text));
 }
 
 void ItemTip::hide()

@@ -3,6 +3,7 @@
 #include "platform/Call.h"
 #include "platform/Fatal.h"
 #include "toolkit/QtIcon.h"
+#include "toolkit/ToolTip.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui_PopoverView.h"
 
@@ -207,7 +208,7 @@ void PopoverViewController::fillRow(int row, MyCell& cell)
     auto& button = cell.control<ImageButtonView>(MyCell::BUTTON_TAG);
     button.setImageName(QStringLiteral("RemoveApplication"));
     button.setAccessibleName(QStringLiteral("Stop protecting %1").arg(name));
-    button.setToolTip(button.accessibleName().toHtmlEscaped());
+    button.setToolTip(toolkit::toolTipOf(button.accessibleName()));
     button.initiate(row, true);
     button.onClick = [this](int id) { removeRow(id); };
 }

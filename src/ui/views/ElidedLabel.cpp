@@ -1,5 +1,7 @@
 #include "ui/views/ElidedLabel.h"
 
+#include "toolkit/ToolTip.h"
+
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
@@ -36,7 +38,7 @@ void ElidedLabel::paintEvent(QPaintEvent* /*event*/)
 bool ElidedLabel::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
-        setToolTip(shownText() == text() ? QString() : text().toHtmlEscaped());
+        setToolTip(shownText() == text() ? QString() : toolkit::toolTipOf(text()));
     }
     return QLabel::event(event);
 }

@@ -1,4 +1,5 @@
 #include "PopoverTest.h"
+#include "toolkit/ToolTip.h"
 
 namespace {
 
@@ -86,6 +87,7 @@ TEST_F(PopoverViewController, ARowShowsIconNameAndButton)
     EXPECT_EQ(remove.id, 0);
     EXPECT_TRUE(remove.animated);
     EXPECT_TRUE(remove.accessibleName().contains("Calculator"));
+    EXPECT_EQ(remove.toolTip(), toolkit::toolTipOf("Stop protecting Calculator"));
     EXPECT_NE(ui::viewWithTag(cell, 10), nullptr);
     QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, QPoint(60, 10));
     QTest::keyClick(&table(), Qt::Key_Space);

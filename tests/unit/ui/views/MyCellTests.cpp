@@ -1,4 +1,5 @@
 #include "platform/Fatal.h"
+#include "toolkit/ToolTip.h"
 #include "ui/views/ElidedLabel.h"
 #include "ui/views/ImageButtonView.h"
 #include "ui/views/ImageView.h"
@@ -61,7 +62,9 @@ TEST_F(ElidedLabelTest, TakesLessRoomThanItsText)
 TEST_F(ElidedLabelTest, SaysInItsToolTipWhatDoesNotFit)
 {
     label.setText("A <b>name</b> that is much longer than the label will ever be");
-    EXPECT_EQ(toolTip(), label.text().toHtmlEscaped());
+    EXPECT_EQ(toolTip(), toolkit::toolTipOf(label.text()));
+    label.setText("Names & names that are much longer than the label will ever be");
+    EXPECT_EQ(toolTip(), toolkit::toolTipOf(label.text()));
     label.setText("Short");
     EXPECT_EQ(toolTip(), "");
 }
