@@ -115,8 +115,8 @@ void SelectApplicationsWindowPresenter::deliver(std::uint64_t number, const Appl
 
 void SelectApplicationsWindowPresenter::runningApplicationsChanged()
 {
-    if (showRunningApplications) {
-        reload();
+    if (showRunningApplications && applicationsSelectWindowController->isWindowVisible()) {
+        reload(); // one that is closed opens with a new list
     }
 }
 

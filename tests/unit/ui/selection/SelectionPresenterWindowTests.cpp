@@ -58,6 +58,26 @@ TEST_F(SelectionPresenter, ClosedByTheUserItOpensWithANewList)
     EXPECT_EQ(rows(), (Names{"Calculator", "New", "notes", "Zeta"}));
 }
 
+TEST_F(SelectionPresenter, ClosedByTheUserItComputesNoListUntilItOpens)
+{
+    const auto zeta = fakes::runningApplication(1, "org.Zeta", "Zeta");
+    start();
+    setRunningOnly(true);
+    controller().window().close();
+
+    launch(zeta);
+    fake.workspace.terminate(zeta);
+    launch(zeta);
+    EXPECT_TRUE(fake.dispatchQueues.global.empty());
+
+    presenter->focus();
+    settle();
+    EXPECT_EQ(rows(), Names{"Zeta"});
+    fake.workspace.terminate(zeta);
+    settle();
+    EXPECT_EQ(rows(), Names{});
+}
+
 TEST_F(SelectionPresenter, BroughtForwardWhileOpenItKeepsItsList)
 {
     start();
