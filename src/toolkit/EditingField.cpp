@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QKeyEvent>
 
+#include <utility>
+
 namespace toolkit {
 
 namespace {
@@ -30,6 +32,7 @@ bool isCommand(const QKeyEvent& event)
 EditingField::EditingField(QWidget* parent) : QLineEdit(parent)
 {
     connect(this, &QLineEdit::returnPressed, this, [this] { endEditing(TextMovement::Return); });
+    connect(this, &QLineEdit::textEdited, this, [this] { takeBackRefusal(); });
     connect(this, &QLineEdit::textChanged, this, [this] { composer.reset(); });
 }
 
@@ -74,9 +77,20 @@ void EditingField::changeEvent(QEvent* event)
 
 void EditingField::sayWrong(const QString& reason)
 {
+    takeBackRefusal();
+    descriptionBefore = accessibleDescription();
+    refusal = reason;
     setAccessibleDescription(reason);
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void EditingField::takeBackRefusal()
+{
+    const QString told = std::exchange(refusal, {});
+    if (!told.isEmpty() && told == accessibleDescription()) {
+        setAccessibleDescription(descriptionBefore);
+    }
 }
 
 QVariant EditingField::inputMethodQuery(Qt::InputMethodQuery property) const

@@ -28,7 +28,8 @@ public:
     /// The colour of the placeholder, whatever a style sheet makes of it.
     void setPlaceholderColor(const QColor& color);
 
-    /// Tells assistive tools, which see no field that shakes, why what was typed is refused.
+    /// Tells assistive tools, which see no field that shakes, why what was typed is refused. That
+    /// is so until the user types on; each refusal is told, also one that is like the last.
     void sayWrong(const QString& reason);
 
     QVariant inputMethodQuery(Qt::InputMethodQuery property) const override;
@@ -48,10 +49,13 @@ protected:
     void endEditing(TextMovement movement) const;
 
 private:
+    void takeBackRefusal();
     bool compose(const QKeyEvent& event);
     void keepPlaceholderColor();
 
     QColor placeholderColor;
+    QString refusal;
+    QString descriptionBefore;
     KeyComposer composer;
 };
 

@@ -149,6 +149,8 @@ protected:
     std::optional<toolkit::MaskedTextEvents> masking;
 };
 
+using Refusals = MaskedTextEvents;
+
 } // namespace
 
 TEST_F(MaskedTextEvents, TheToolkitByItselfTellsThePassword)
@@ -224,6 +226,18 @@ TEST_F(MaskedTextEvents, ATableThatIsResetKnowsItsRows)
         return event.type == QAccessible::TableModelChanged;
     });
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(Refusals, AreToldEachThoughTheyAreAlike)
+{
+    for (int refusal = 0; refusal < 3; ++refusal) {
+        heard.clear();
+        field.sayWrong("Wrong password");
+        EXPECT_EQ(field.accessibleDescription(), "Wrong password");
+        EXPECT_TRUE(std::any_of(heard.begin(), heard.end(), [](const Told& event) {
+            return event.type == QAccessible::DescriptionChanged;
+        }));
+    }
 }
 
 TEST_F(MaskedTextEvents, EndWithTheObject)

@@ -156,3 +156,32 @@ TEST_F(EditingField, AnotherTextOrFocusForgetsADeadKey)
         EXPECT_EQ(field.text().right(1), "e");
     }
 }
+
+TEST_F(EditingField, ARefusalIsSaidUntilTheUserTypesOn)
+{
+    field.sayWrong("Wrong password");
+    EXPECT_EQ(field.accessibleDescription(), "Wrong password");
+    field.setText("by somebody else");
+    EXPECT_EQ(field.accessibleDescription(), "Wrong password");
+    pressE();
+    EXPECT_EQ(field.accessibleDescription(), "");
+    field.sayWrong("Wrong password");
+    EXPECT_EQ(field.accessibleDescription(), "Wrong password");
+}
+
+TEST_F(EditingField, AfterARefusalItIsDescribedAsBefore)
+{
+    field.setAccessibleDescription("Caps Lock is on");
+    field.sayWrong("Wrong password");
+    field.sayWrong("Wrong password again");
+    pressE();
+    EXPECT_EQ(field.accessibleDescription(), "Caps Lock is on");
+}
+
+TEST_F(EditingField, WhatIsSaidAfterARefusalStays)
+{
+    field.sayWrong("Wrong password");
+    field.setAccessibleDescription("Caps Lock is on");
+    pressE();
+    EXPECT_EQ(field.accessibleDescription(), "Caps Lock is on");
+}
