@@ -1,7 +1,9 @@
 #include "PopoverTest.h"
 #include "ui/popover/OptionsMenu.h"
 #include "ui/views/Images.h"
+#include "ui/views/Theme.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -44,6 +46,26 @@ protected:
             names.push_back(pictureOf(*menu.actions().at(index)));
         }
         return names;
+    }
+
+    struct Extent
+    {
+        int first = 0;
+        int last = 0;
+    };
+
+    /// From the leftmost to the rightmost pixel of that colour.
+    static Extent extentOf(const QColor& color, const QImage& picture)
+    {
+        Extent found{picture.width(), -1};
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixelColor(x, y) == color) {
+                    found = {std::min(found.first, x), std::max(found.last, x)};
+                }
+            }
+        }
+        return found;
     }
 
     static QImage pixels(const QIcon& icon) { return icon.pixmap(48, 48).toImage(); }
@@ -90,6 +112,18 @@ TEST_F(OptionsMenu, ItsPicturesAreTwelvePixelsWideAndHigh)
 {
     const ui::OptionsMenu& menu = openMenu();
     EXPECT_EQ(menu.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &menu), 12);
+}
+
+TEST_F(OptionsMenu, ItsSeparatorsAreAsWideAsItsHighlight)
+{
+    ui::OptionsMenu& menu = openMenu();
+    menu.setActiveAction(menu.actions().at(0));
+    const QImage picture = menu.grab().toImage();
+    const Extent highlight = extentOf(ui::Theme::ACCENT, picture);
+    const Extent separator = extentOf(ui::Theme::LINE, picture);
+    EXPECT_LT(highlight.first, highlight.last);
+    EXPECT_EQ(separator.first, highlight.first);
+    EXPECT_EQ(separator.last, highlight.last);
 }
 
 TEST_F(OptionsMenu, AppearsBelowTheMiddleOfItsButton)
