@@ -34,7 +34,8 @@ public:
     /// Closes the window.
     void stopService();
 
-    /// Brings the window to the front. One that was closed opens with a new list.
+    /// Brings the window to the front. One that was closed opens with a new list; one that is open
+    /// does not follow what is installed meanwhile.
     void focus();
 
     const std::unique_ptr<ApplicationsSelectWindowController> applicationsSelectWindowController;
