@@ -44,6 +44,12 @@ bool makeFolders(const fs::path& path)
            (mkdir(path.c_str(), FOLDER_MODE) == 0 || errno == EEXIST);
 }
 
+bool isPlainFile(int file)
+{
+    struct stat status = {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 bool readAll(int file, SecretBytes& bytes)
 {
     SecretBytes buffer(std::size_t{4096});
@@ -69,9 +75,14 @@ PrivateFolder::PrivateFolder(fs::path folder) : folder(std::move(folder)) {}
 PrivateFolder::Content PrivateFolder::read(const std::string& name) const
 {
     Content content;
+    // Without blocking: a pipe in place of the file must not hold anything up.
     const descriptors::FileDescriptor file(
-        open((folder / name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW)
+        open((folder / name).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK)
     );
+    if (file.isOpen() && !isPlainFile(file.get())) {
+        content.reason = "cannot be read: it is no plain file";
+        return content;
+    }
     if (!file.isOpen() && errno == ENOENT) {
         content.state = Content::State::Missing;
     } else if (file.isOpen() && readAll(file.get(), content.bytes)) {

@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace secretservice {
@@ -289,6 +290,21 @@ TEST_F(EmbeddedStoreTest, LinkInPlaceOfAnItemIsNotFollowed)
     EmbeddedStore reader = store();
 
     EXPECT_EQ(reader.read("a").state, State::Failed);
+}
+
+TEST_F(EmbeddedStoreTest, PipeInPlaceOfAFileIsAFailureAndHoldsNothingUp)
+{
+    put("a", "one");
+    for (const char* extension : {".item", ""}) {
+        const fs::path file = files(extension).front();
+        fs::rename(file, path / "kept");
+        ASSERT_EQ(mkfifo(file.c_str(), S_IRUSR | S_IWUSR), 0);
+        EmbeddedStore reader = store();
+        const ItemRead read = reader.read("a");
+        EXPECT_EQ(read.state, State::Failed);
+        EXPECT_THAT(read.reason, HasSubstr("no plain file"));
+        fs::rename(path / "kept", file);
+    }
 }
 
 TEST_F(EmbeddedStoreTest, CancelledStoreAnswersNothingMore)
