@@ -2,6 +2,7 @@
 
 #include "linux/xdg/DesktopEntryParser.h"
 #include "linux/xdg/KeyFile.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <map>
@@ -24,6 +25,13 @@ std::optional<BusService> serviceOf(const std::string& text)
         return true;
     });
     return service.name.empty() || service.exec.empty() ? std::nullopt : std::optional(service);
+}
+
+/// What was chosen is kept as a list of ids: one that would not come back as it was cannot be.
+bool canBeKept(const std::string& id)
+{
+    return platform::text::isValidUtf8(id) && id.find_first_of(";\r\n") == std::string::npos &&
+           platform::text::trimmed(id) == id;
 }
 
 } // namespace
@@ -72,6 +80,9 @@ std::vector<DesktopEntry> DesktopEntryReader::allEntries()
     std::vector<DesktopEntry> result;
     for (const std::string& folder : environment.dataFolders) {
         for (auto& item : entryFiles.below(folder + "/applications")) {
+            if (!canBeKept(item.id)) {
+                continue;
+            }
             DesktopEntry& entry = result.emplace_back(std::move(item.value));
             entry.id = std::move(item.id);
             entry.path = std::move(item.path);

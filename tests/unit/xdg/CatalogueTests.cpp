@@ -13,6 +13,15 @@ using Catalogue = xdg_tests::CatalogueTest;
 
 } // namespace
 
+TEST_F(Catalogue, EntryWhoseIdCouldNotBeKeptIsPassedOver)
+{
+    for (const char* file : {"a;b", " blank", "blank ", "line\nbreak", "\xff", "good-\xc3\xa4"}) {
+        add(std::string(file) + ".desktop", entry("Foo"));
+    }
+
+    EXPECT_EQ(ids(), Names{"good-\xc3\xa4"});
+}
+
 TEST_F(Catalogue, IdIsTheNameOfTheFileWithItsFolders)
 {
     add("foo.desktop", entry("Foo"));
