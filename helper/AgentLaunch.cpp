@@ -2,11 +2,10 @@
 
 #include "linux/descriptors/ErrorText.h"
 #include "linux/process/Environment.h"
+#include "linux/process/SpawnSettings.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <csignal>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -28,22 +27,6 @@ bool concernsOwnStart(const std::string& entry)
     return std::find(NAMES.begin(), NAMES.end(), process::environmentName(entry)) != NAMES.end();
 }
 
-// A session of its own keeps it apart from a terminal that the helper may have been started from;
-// signals are as a program expects to find them.
-void setManner(posix_spawnattr_t& manner)
-{
-    sigset_t none = {};
-    sigset_t all = {};
-    sigemptyset(&none);
-    sigfillset(&all);
-    ::posix_spawnattr_init(&manner);
-    ::posix_spawnattr_setsigmask(&manner, &none);
-    ::posix_spawnattr_setsigdefault(&manner, &all);
-    ::posix_spawnattr_setflags(
-        &manner, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF
-    );
-}
-
 } // namespace
 
 std::string agentPath(const std::string& helperPath)
@@ -58,12 +41,8 @@ std::vector<std::string> agentArguments(const std::string& path, pid_t helperPro
 
 std::vector<std::string> agentEnvironment(const std::vector<std::string>& environment)
 {
-    std::vector<std::string> entries;
-    for (const std::string& entry : environment) {
-        if (!concernsOwnStart(entry)) {
-            entries.push_back(entry);
-        }
-    }
+    std::vector<std::string> entries = environment;
+    std::erase_if(entries, concernsOwnStart);
     return entries;
 }
 
@@ -79,18 +58,16 @@ std::optional<pid_t> startAgent(std::string& problem)
     const std::string path = agentPath(own);
     std::vector<std::string> arguments = agentArguments(path, ::getpid());
     std::vector<std::string> environment = agentEnvironment(process::environmentEntries());
-    posix_spawnattr_t manner = {};
-    setManner(manner);
+    const process::SpawnSettings settings;
     pid_t process = 0;
     const int result = ::posix_spawn(
         &process,
         path.c_str(),
-        nullptr,
-        &manner,
+        settings.actions(),
+        settings.attributes(),
         process::pointersTo(arguments).data(),
         process::pointersTo(environment).data()
     );
-    ::posix_spawnattr_destroy(&manner);
     if (result != 0) {
         problem = path + ": " + descriptors::errorText(result);
         return std::nullopt;

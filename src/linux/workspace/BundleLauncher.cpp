@@ -5,9 +5,9 @@
 #include "linux/process/Aside.h"
 #include "linux/process/DescriptorLimit.h"
 #include "linux/process/Environment.h"
+#include "linux/process/SpawnSettings.h"
 #include "platform/Call.h"
 
-#include <csignal>
 #include <filesystem>
 #include <utility>
 
@@ -23,12 +23,10 @@ constexpr int FIRST_OTHER_DESCRIPTOR = STDERR_FILENO + 1;
 
 std::vector<std::string> environmentWith(const platform::LaunchConfiguration& added)
 {
-    std::vector<std::string> result;
-    for (std::string& entry : process::environmentEntries()) {
-        if (!added.contains(process::environmentName(entry))) {
-            result.push_back(std::move(entry));
-        }
-    }
+    std::vector<std::string> result = process::environmentEntries();
+    std::erase_if(result, [&](const std::string& entry) {
+        return added.contains(process::environmentName(entry));
+    });
     for (const auto& [name, value] : added) {
         std::string entry = name;
         entry.append("=").append(value);
@@ -36,39 +34,6 @@ std::vector<std::string> environmentWith(const platform::LaunchConfiguration& ad
     }
     return result;
 }
-
-/// What the new program does not inherit: this program's files, signal mask and handlers, terminal.
-class SpawnSettings
-{
-public:
-    SpawnSettings()
-    {
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addclosefrom_np(&actions, FIRST_OTHER_DESCRIPTOR);
-        posix_spawnattr_init(&attributes);
-        sigset_t signals;
-        sigemptyset(&signals);
-        posix_spawnattr_setsigmask(&attributes, &signals);
-        sigfillset(&signals);
-        posix_spawnattr_setsigdefault(&attributes, &signals);
-        constexpr auto FLAGS = POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
-        posix_spawnattr_setflags(&attributes, static_cast<short>(FLAGS));
-    }
-
-    SpawnSettings(const SpawnSettings&) = delete;
-    SpawnSettings& operator=(const SpawnSettings&) = delete;
-    SpawnSettings(SpawnSettings&&) = delete;
-    SpawnSettings& operator=(SpawnSettings&&) = delete;
-
-    ~SpawnSettings()
-    {
-        posix_spawn_file_actions_destroy(&actions);
-        posix_spawnattr_destroy(&attributes);
-    }
-
-    posix_spawn_file_actions_t actions{};
-    posix_spawnattr_t attributes{};
-};
 
 } // namespace
 
@@ -94,15 +59,16 @@ BundleLauncher::launch(const std::string& bundlePath, const platform::LaunchConf
     std::vector<std::string> environment = environmentWith(added);
     const std::vector<char*> environmentPointers = process::pointersTo(environment);
     const std::vector<char*> arguments{executable.data(), nullptr};
-    const SpawnSettings settings;
+    process::SpawnSettings settings;
+    settings.closeFrom(FIRST_OTHER_DESCRIPTOR);
     pid_t child = 0;
     const int error = [&] {
         const process::UsualDescriptorLimit usual;
         return posix_spawn(
             &child,
             executable.c_str(),
-            &settings.actions,
-            &settings.attributes,
+            settings.actions(),
+            settings.attributes(),
             arguments.data(),
             environmentPointers.data()
         );
