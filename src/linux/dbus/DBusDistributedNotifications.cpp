@@ -1,5 +1,6 @@
 #include "linux/dbus/DBusDistributedNotifications.h"
 
+#include "linux/process/LongestWait.h"
 #include "linux/session/Notice.h"
 #include "platform/Call.h"
 
@@ -11,7 +12,6 @@ namespace dbus {
 
 namespace {
 
-constexpr std::chrono::milliseconds LONGEST_WAIT(50);
 /// For a bus that was not connected to so far: the poster may be about to end.
 constexpr std::chrono::milliseconds LONGEST_WAIT_FOR_THE_BUS(500);
 
@@ -24,7 +24,7 @@ void waitUntilTaken(const QDBusConnection& connection)
         QStringLiteral("org.freedesktop.DBus.Peer"),
         QStringLiteral("Ping")
     );
-    callWithin(LONGEST_WAIT, connection, question);
+    callWithin(process::LONGEST_WAIT, connection, question);
 }
 
 } // namespace

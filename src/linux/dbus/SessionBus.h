@@ -2,6 +2,8 @@
 // aside, since a bus may never answer; it then goes on until the bus does. Main thread.
 #pragma once
 
+#include "linux/process/LongestWait.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QString>
@@ -17,7 +19,7 @@ class SessionBus
 {
 public:
     /// What connecting may take before the caller goes on without.
-    static constexpr std::chrono::milliseconds PATIENCE{45};
+    static constexpr std::chrono::milliseconds PATIENCE = process::LONGEST_WAIT_FOR_A_THREAD;
 
     /// Called with every connection that is made, to listen on it; within `connection`, or later
     /// when the bus took its time.

@@ -1,5 +1,7 @@
 #include "linux/process/StreamLog.h"
 
+#include "linux/process/LongestWait.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -12,7 +14,7 @@ namespace process {
 
 namespace {
 
-constexpr int LONGEST_WAIT_MS = 50;
+constexpr int LONGEST_WAIT_MS = static_cast<int>(LONGEST_WAIT.count());
 
 void bindIfClosed(int descriptor)
 {

@@ -4,6 +4,7 @@
 // to fail, one when it is back. Its end waits for writes: destroy it before the process exits.
 #pragma once
 
+#include "linux/process/LongestWait.h"
 #include "linux/secretservice/ItemStore.h"
 #include "linux/secretservice/KnownItems.h"
 #include "platform/KeychainItems.h"
@@ -23,8 +24,8 @@ namespace secretservice {
 class WriteThroughKeychain : public platform::KeychainItems
 {
 public:
-    /// What a call may take, less what waking up and copying take.
-    static constexpr auto BUDGET = std::chrono::milliseconds(45);
+    /// What a call may take.
+    static constexpr auto BUDGET = process::LONGEST_WAIT_FOR_A_THREAD;
 
     /// How long a removal is kept back.
     static constexpr auto HOLD = std::chrono::milliseconds(200);

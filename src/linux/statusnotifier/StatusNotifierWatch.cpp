@@ -1,5 +1,6 @@
 #include "linux/statusnotifier/StatusNotifierWatch.h"
 
+#include "linux/process/LongestWait.h"
 #include "platform/Call.h"
 
 #include <QDBusPendingCallWatcher>
@@ -13,8 +14,6 @@ namespace statusnotifier {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr std::chrono::milliseconds LONGEST_WAIT(50);
 
 QDBusMessage whetherThereIsAHost()
 {
@@ -63,8 +62,8 @@ bool StatusNotifierWatch::hasHost()
         const QDBusConnection connection = bus.connection();
         const auto spent =
             std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin);
-        if (connection.isConnected() && spent < LONGEST_WAIT) {
-            askAndWait(connection, LONGEST_WAIT - spent);
+        if (connection.isConnected() && spent < process::LONGEST_WAIT) {
+            askAndWait(connection, process::LONGEST_WAIT - spent);
         }
     }
     return host;
