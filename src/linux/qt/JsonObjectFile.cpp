@@ -1,6 +1,7 @@
 #include "linux/qt/JsonObjectFile.h"
 
 #include "linux/files/AtomicFile.h"
+#include "linux/files/PrivateFolders.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -35,16 +36,6 @@ QByteArray readBytes(const QString& path, QString& reason)
         return {};
     }
     return file.readAll();
-}
-
-bool makePrivateFolders(const QString& folder)
-{
-    if (QFileInfo(folder).isDir()) {
-        return true;
-    }
-    const QString parent = QFileInfo(folder).path();
-    return parent != folder && makePrivateFolders(parent) &&
-           mkdir(QFile::encodeName(folder).constData(), FOLDER_FOR_THE_USER) == 0;
 }
 
 } // namespace
@@ -99,11 +90,11 @@ bool JsonObjectFile::write(const QJsonObject& object)
 
 bool JsonObjectFile::makeFolder()
 {
-    const QString folder = QFileInfo(path).path();
-    if (!makePrivateFolders(folder)) {
+    const QByteArray folder = QFile::encodeName(QFileInfo(path).path());
+    if (!files::makePrivateFolders(folder.toStdString())) {
         return fail("the folder cannot be made");
     }
-    chmod(QFile::encodeName(folder).constData(), FOLDER_FOR_THE_USER);
+    chmod(folder.constData(), FOLDER_FOR_THE_USER);
     return true;
 }
 

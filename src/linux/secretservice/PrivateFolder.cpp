@@ -3,6 +3,7 @@
 #include "linux/descriptors/ErrorText.h"
 #include "linux/descriptors/FileDescriptor.h"
 #include "linux/files/AtomicFile.h"
+#include "linux/files/PrivateFolders.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -33,15 +34,6 @@ std::string failed(const char* what)
 Failure resultOf(bool done)
 {
     return done ? Failure() : Failure(failed("be written"));
-}
-
-bool makeFolders(const fs::path& path)
-{
-    if (mkdir(path.c_str(), FOLDER_MODE) == 0 || errno == EEXIST) {
-        return true;
-    }
-    return errno == ENOENT && path.has_relative_path() && makeFolders(path.parent_path()) &&
-           (mkdir(path.c_str(), FOLDER_MODE) == 0 || errno == EEXIST);
 }
 
 bool isPlainFile(int file)
@@ -111,11 +103,11 @@ std::optional<std::vector<std::string>> PrivateFolder::names() const
 Failure PrivateFolder::make()
 {
     struct stat status = {};
-    if (!makeFolders(folder) || stat(folder.c_str(), &status) != 0) {
-        return failed("be made");
+    if (!files::makePrivateFolders(folder)) {
+        return errno == EEXIST ? "cannot be made: something else is there" : failed("be made");
     }
-    if (!S_ISDIR(status.st_mode)) {
-        return "cannot be made: something else is there";
+    if (stat(folder.c_str(), &status) != 0) {
+        return failed("be made");
     }
     if (status.st_uid != geteuid()) {
         return "belongs to another user";

@@ -2,11 +2,11 @@
 
 #include "linux/descriptors/ErrorText.h"
 #include "linux/files/AtomicFile.h"
+#include "linux/files/PrivateFolders.h"
 #include "linux/xdg/FileText.h"
 
 #include <filesystem>
 #include <span>
-#include <system_error>
 #include <utility>
 
 namespace xdg {
@@ -30,14 +30,9 @@ void ChosenFile::write(const ChosenApplications& applications)
     if (text == written || nothingYet) {
         return;
     }
-    constexpr auto OWNER_ONLY = std::filesystem::perms::owner_all;
     constexpr unsigned READABLE_BY_OWNER = 0600;
-    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
-    std::error_code error;
-    if (std::filesystem::create_directories(folder, error)) {
-        std::filesystem::permissions(folder, OWNER_ONLY, error);
-    }
-    if (files::replaceFile(path, std::as_bytes(std::span(text)), READABLE_BY_OWNER)) {
+    if (files::makePrivateFolders(std::filesystem::path(path).parent_path()) &&
+        files::replaceFile(path, std::as_bytes(std::span(text)), READABLE_BY_OWNER)) {
         written = std::move(text);
         return;
     }
