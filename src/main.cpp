@@ -39,6 +39,58 @@ void prepare(QApplication& application)
     QApplication::setWindowIcon(ui::requiredImage(QStringLiteral("ApplicationIcon")));
 }
 
+/// Nothing where there is no display.
+std::optional<agent::DisplayConnections> connectToDisplay(process::StreamLog& log)
+{
+    agent::DisplayConnections connections{x11::Connection::open(), x11::Connection::open()};
+    if (connections.forGuard == nullptr || connections.forQuestions == nullptr) {
+        log.diagnostic("Tarvel needs an X11 display, and there is none that can be reached");
+        return std::nullopt;
+    }
+    return connections;
+}
+
+/// What the toolkit is told, as long as it runs: the user's arguments are not its, and the lock
+/// stands on X11 alone.
+struct ToolkitArguments
+{
+    explicit ToolkitArguments(char* program)
+        : values{program, platformOption.data(), platformName.data(), nullptr}
+    {
+    }
+
+    ToolkitArguments(const ToolkitArguments&) = delete;
+    ToolkitArguments& operator=(const ToolkitArguments&) = delete;
+    ToolkitArguments(ToolkitArguments&&) = delete;
+    ToolkitArguments& operator=(ToolkitArguments&&) = delete;
+    ~ToolkitArguments() = default;
+
+    std::string platformOption = "-platform";
+    std::string platformName = "xcb";
+    std::array<char*, 4> values;
+    int count = 3;
+};
+
+/// The toolkit waits as long as the bus does.
+void guardAgainstSilentBus(QApplication& application, process::StreamLog& log)
+{
+    // Far more than a bus takes that is busy at login: what is left out stays so.
+    constexpr std::chrono::milliseconds BUS_PATIENCE(500);
+    if (dbus::busIsSilent(dbus::sessionBusAddress(), BUS_PATIENCE)) {
+        log.diagnostic("The session bus does not answer; assistive programs are left out");
+        qt::leaveOutAssistiveBridge(application);
+    }
+}
+
+void listenForSecondStarts(session::SessionInstance& instance, QApplication& application)
+{
+    if (instance.fd() < 0) {
+        return;
+    }
+    auto* const listener = new QSocketNotifier(instance.fd(), QSocketNotifier::Read, &application);
+    QObject::connect(listener, &QSocketNotifier::activated, [&instance] { instance.handle(); });
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -55,28 +107,18 @@ int main(int argc, char** argv)
         return 0;
     }
 
-    agent::DisplayConnections connections{x11::Connection::open(), x11::Connection::open()};
-    if (connections.forGuard == nullptr || connections.forQuestions == nullptr) {
-        log.diagnostic("Tarvel needs an X11 display, and there is none that can be reached");
+    std::optional<agent::DisplayConnections> connections = connectToDisplay(log);
+    if (!connections) {
         return 1;
     }
 
-    // The user's arguments are not the toolkit's, and the lock stands on X11 alone.
-    std::string platformOption = "-platform";
-    std::string platformName = "xcb";
-    std::array<char*, 4> arguments{argv[0], platformOption.data(), platformName.data(), nullptr};
-    int argumentCount = 3;
-    QApplication application(argumentCount, arguments.data());
+    ToolkitArguments arguments(argv[0]);
+    QApplication application(arguments.count, arguments.values.data());
     prepare(application);
     const toolkit::MaskedTextEvents maskedTextEvents;
-    // Far more than a bus takes that is busy at login: what is left out stays so.
-    constexpr std::chrono::milliseconds BUS_PATIENCE(500);
-    if (dbus::busIsSilent(dbus::sessionBusAddress(), BUS_PATIENCE)) {
-        log.diagnostic("The session bus does not answer; assistive programs are left out");
-        qt::leaveOutAssistiveBridge(application);
-    }
+    guardAgainstSilentBus(application, log);
 
-    agent::Agent agent(log, processInfo, std::move(connections));
+    agent::Agent agent(log, processInfo, std::move(*connections));
     QApplication::setQuitOnLastWindowClosed(agent.endsWithItsLastWindow());
     processInfo.onExit = [&](int status) {
         agent.writeOut();
@@ -84,13 +126,7 @@ int main(int argc, char** argv)
     };
     const qt::QuitRequests quitRequests(application, [&agent] { return agent.mayQuit(); });
     instance.onActivated = [&agent] { agent.activate(); };
-    std::optional<QSocketNotifier> secondStart;
-    if (instance.fd() >= 0) {
-        secondStart.emplace(instance.fd(), QSocketNotifier::Read);
-        QObject::connect(&*secondStart, &QSocketNotifier::activated, [&instance] {
-            instance.handle();
-        });
-    }
+    listenForSecondStarts(instance, application);
     agent.start();
     return QApplication::exec();
 }
