@@ -48,7 +48,7 @@ public:
     [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const;
 
     std::unique_ptr<locking::ApplicationsLockerCentralService> applicationsLockerCentralService;
-    /// Never set; the greeting belongs to the hub.
+    /// Part of the interface, and empty: the greeting is the hub's.
     ui::GreetingsWindowPresenter* greetingsWindowPresenter = nullptr;
     std::unique_ptr<InterfaceHub> presetersMainHub;
 

@@ -43,6 +43,7 @@ public:
     ) const;
 
 private:
+    /// Part of the service; what is observed brings all that the observers need.
     SystemApplicationsService systemApplicationsService;
 };
 

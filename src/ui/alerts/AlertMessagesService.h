@@ -40,7 +40,7 @@ public:
 
     void showLocalNotification(const std::string& title, const std::string& message) const;
 
-    /// Never set: alerts need none of the three.
+    /// Part of the interface, and empty: no alert of this program needs them.
     QPointer<QObject> imageHelpPopover;
     QPointer<QObject> sheetWindowToOpen;
     QPointer<QObject> updatingDefinitionsWindow;
