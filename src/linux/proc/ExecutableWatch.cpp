@@ -79,17 +79,49 @@ void ExecutableWatch::unmark(const std::string& path)
     ::fanotify_mark(group.get(), FAN_MARK_REMOVE, FAN_OPEN_EXEC, AT_FDCWD, path.c_str());
 }
 
-void ExecutableWatch::watchFolder(const std::string& folder)
+/// One that is missing is waited for in the nearest folder that is there.
+bool ExecutableWatch::watchFolder(const std::string& folder)
 {
-    if (watchedFolders.contains(folder)) {
-        return;
+    if (watchedFolders.contains(folder) || watchFolderThatIsThere(folder)) {
+        return true;
     }
-    const int watch =
-        ::inotify_add_watch(folders.get(), folder.c_str(), IN_CREATE | IN_MOVED_TO | IN_ONLYDIR);
+    // It may have come while the watch of the one above began.
+    return folder.size() > 1 && watchFolder(folderOf(folder.substr(0, folder.size() - 1))) &&
+           watchFolderThatIsThere(folder);
+}
+
+bool ExecutableWatch::watchFolderThatIsThere(const std::string& folder)
+{
+    const int watch = ::inotify_add_watch(
+        folders.get(), folder.c_str(), IN_CREATE | IN_MOVED_TO | IN_MOVE_SELF | IN_ONLYDIR
+    );
     if (watch >= 0) {
         folderOfWatch[watch] = folder;
         watchedFolders.insert(folder);
     }
+    return watch >= 0;
+}
+
+void ExecutableWatch::watchBelow(const std::string& folder)
+{
+    for (auto path = executables.lower_bound(folder);
+         path != executables.end() && path->starts_with(folder);
+         ++path) {
+        watchFolder(folderOf(*path));
+        mark(*path);
+    }
+}
+
+void ExecutableWatch::loseFolder(int watch)
+{
+    const auto lost = folderOfWatch.find(watch);
+    if (lost == folderOfWatch.end()) {
+        return;
+    }
+    const std::string folder = lost->second;
+    folderOfWatch.erase(lost);
+    watchedFolders.erase(folder);
+    watchBelow(folder);
 }
 
 void ExecutableWatch::receiveExecutions()
@@ -115,17 +147,30 @@ void ExecutableWatch::receiveReplacements()
             inotify_event event{};
             std::memcpy(&event, buffer.data() + offset, sizeof event);
             offset += sizeof event;
-            replaced(event.wd, event.len > 0 ? buffer.data() + offset : "");
+            receiveChange(event.wd, event.mask, event.len > 0 ? buffer.data() + offset : "");
             offset += event.len;
         }
     }
 }
 
-void ExecutableWatch::replaced(int watch, const std::string& name)
+void ExecutableWatch::receiveChange(int watch, std::uint32_t mask, const std::string& name)
 {
+    if ((mask & IN_MOVE_SELF) != 0) {
+        ::inotify_rm_watch(folders.get(), watch);
+    }
+    if ((mask & (IN_MOVE_SELF | IN_IGNORED)) != 0) {
+        loseFolder(watch);
+        return;
+    }
     const auto folder = folderOfWatch.find(watch);
-    if (folder != folderOfWatch.end() && executables.contains(folder->second + name)) {
-        mark(folder->second + name);
+    if (folder == folderOfWatch.end()) {
+        return;
+    }
+    const std::string path = folder->second + name;
+    if ((mask & IN_ISDIR) != 0) {
+        watchBelow(path + "/");
+    } else if (executables.contains(path)) {
+        mark(path);
     }
 }
 

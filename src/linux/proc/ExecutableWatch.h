@@ -1,11 +1,12 @@
 // Hears when one of the given files is executed, where the process connector is refused. It cannot
-// tell by which process. A file that is replaced or appears later is watched again from then on.
-// All of it, callbacks included, happens on the given thread.
+// tell by which process. A file that is replaced or appears later is watched again from then on,
+// with its folder or without. All of it, callbacks included, happens on the given thread.
 #pragma once
 
 #include "linux/descriptors/FileDescriptor.h"
 #include "linux/proc/PollThread.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
@@ -32,10 +33,13 @@ public:
 private:
     void mark(const std::string& path);
     void unmark(const std::string& path);
-    void watchFolder(const std::string& folder);
+    bool watchFolder(const std::string& folder);
+    bool watchFolderThatIsThere(const std::string& folder);
+    void watchBelow(const std::string& folder);
+    void loseFolder(int watch);
     void receiveExecutions();
     void receiveReplacements();
-    void replaced(int watch, const std::string& name);
+    void receiveChange(int watch, std::uint32_t mask, const std::string& name);
 
     PollThread& thread;
     std::function<int()> open;

@@ -21,6 +21,56 @@ int lowestFreeDescriptor()
     return descriptor;
 }
 
+/// Executions that are heard of by the watch alone.
+class ExecutablesTest : public testing::Test
+{
+protected:
+    ExecutablesTest()
+    {
+        events.onExec = [this](const proc::ProcessFacts& facts) {
+            if (facts.executable == program) {
+                execs.add(facts.pid);
+            }
+        };
+        events.onSnapshot = [this](const auto&) { ready.add(true); };
+        events.watchExecutables({program});
+    }
+
+    static proc::ProcessEventsOptions options()
+    {
+        proc::ProcessEventsOptions options = optionsFor(Source::Executables);
+        // Without the scan every report is owed to the watch.
+        options.slowScanInterval = std::chrono::hours(1);
+        return options;
+    }
+
+    void start()
+    {
+        events.start();
+        ASSERT_TRUE(ready.waitForOne([](bool) { return true; }));
+    }
+
+    /// The folder's watch answers on the same thread as an exec's, so a second one is certain.
+    bool isHeardOf()
+    {
+        bool seen = false;
+        for (int attempt = 0; attempt < 100 && !seen; ++attempt) {
+            desktop::ChildProcess child({program, "0.1"});
+            const pid_t pid = child.id();
+            child.waitForEnd(std::chrono::seconds(10));
+            const std::vector<pid_t> all = execs.all();
+            seen = std::find(all.begin(), all.end(), pid) != all.end();
+        }
+        return seen;
+    }
+
+    desktop::TemporaryFolder folder;
+    std::string program = folder.copyProgram("/bin/sleep", "sub/deep/program");
+    processes::Recorder<pid_t> execs;
+    processes::Recorder<bool> ready;
+    proc::ProcessEvents events{[](std::string_view) {}, options()};
+};
+
 class ConnectorTest : public ProcessEventsContract
 {
 };
@@ -105,35 +155,32 @@ TEST(ProcessEvents, WantOfDescriptorsIsSaidOnce)
     EXPECT_EQ(std::count_if(all.begin(), all.end(), isWarning), 1);
 }
 
-TEST(ProcessEvents, ReplacedExecutableIsStillWatched)
+TEST_F(ExecutablesTest, ReplacedExecutableIsStillWatched)
 {
-    const desktop::TemporaryFolder folder;
-    const std::string program = folder.copyProgram("/bin/sleep", "program");
-    proc::ProcessEventsOptions options = optionsFor(Source::Executables);
-    // Without the scan every report is owed to the watch.
-    options.slowScanInterval = std::chrono::hours(1);
-    processes::Recorder<pid_t> execs;
-    processes::Recorder<bool> ready;
-    proc::ProcessEvents events([](std::string_view) {}, options);
-    events.onExec = [&](const proc::ProcessFacts& facts) {
-        if (facts.executable == program) {
-            execs.add(facts.pid);
-        }
-    };
-    events.onSnapshot = [&](const auto&) { ready.add(true); };
-    events.watchExecutables({program});
-    events.start();
-    ASSERT_TRUE(ready.waitForOne([](bool) { return true; }));
+    start();
 
-    std::filesystem::rename(folder.copyProgram("/bin/sleep", "program.new"), program);
-    // The folder's watch answers on the same thread as this exec's, so a second one is certain.
-    bool seen = false;
-    for (int attempt = 0; attempt < 100 && !seen; ++attempt) {
-        desktop::ChildProcess child({program, "0.1"});
-        const pid_t pid = child.id();
-        child.waitForEnd(std::chrono::seconds(10));
-        const std::vector<pid_t> all = execs.all();
-        seen = std::find(all.begin(), all.end(), pid) != all.end();
-    }
-    EXPECT_TRUE(seen);
+    std::filesystem::rename(folder.copyProgram("/bin/sleep", "sub/deep/program.new"), program);
+
+    EXPECT_TRUE(isHeardOf());
+}
+
+TEST_F(ExecutablesTest, ExecutableWhoseFolderIsMadeAgainIsStillWatched)
+{
+    start();
+
+    std::filesystem::remove_all(folder.path("sub"));
+    folder.copyProgram("/bin/sleep", "sub/deep/program");
+
+    EXPECT_TRUE(isHeardOf());
+}
+
+TEST_F(ExecutablesTest, ExecutableWhoseFolderIsExchangedIsStillWatched)
+{
+    start();
+
+    folder.copyProgram("/bin/sleep", "new/program");
+    std::filesystem::rename(folder.path("sub/deep"), folder.path("sub/old"));
+    std::filesystem::rename(folder.path("new"), folder.path("sub/deep"));
+
+    EXPECT_TRUE(isHeardOf());
 }
