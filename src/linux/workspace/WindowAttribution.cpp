@@ -9,6 +9,7 @@ WindowAttribution::WindowAttribution(
     InstanceTracker& tracker, ProcessSource& processes, OwnPrograms& applications
 )
     : tracker(tracker),
+      awaited(tracker.instances(), tracker.ask),
       processes(processes),
       applications(applications)
 {
@@ -23,9 +24,10 @@ InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, Seen seen) c
 {
     const pid_t pid = window.processIdentifier;
     InstancePtr host = tracker.instances().ofProcess(pid, processes.ancestorsOf(pid));
-    const KnownApplicationPtr application = applicationOf(window, host);
+    const KnownApplicationPtr application = applicationOf(window, host, seen);
     if (application == nullptr) {
-        return host;
+        const bool isHosts = host != nullptr && (host->windowShown || isPartOf(*host, pid, seen));
+        return isHosts ? host : nullptr;
     }
     if (host != nullptr && host->application->identifier == application->identifier) {
         learnFrom(pid, *application);
@@ -37,22 +39,31 @@ InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, Seen seen) c
 
 /// By what the window says; where that is no protected application, by what its process is a copy
 /// of, unless that is what the host was started for. Empty where it is the host's.
-KnownApplicationPtr
-WindowAttribution::applicationOf(const WindowFacts& window, const InstancePtr& host) const
+KnownApplicationPtr WindowAttribution::applicationOf(
+    const WindowFacts& window, const InstancePtr& host, Seen seen
+) const
 {
     const pid_t pid = window.processIdentifier;
     KnownApplicationPtr named = applications.ofWindow(window);
     if (named != nullptr && named->chosen) {
         return named;
     }
-    const bool isPart = host != nullptr && !isDoubtful(*host->application) &&
-                        (host->processes.contains(pid) || !host->windowShown);
-    if (isPart) {
+    if (host != nullptr && !isDoubtful(*host->application) && isPartOf(*host, pid, seen)) {
         return named != nullptr && mayHide(*named, *host, pid) ? nullptr : named;
     }
     const std::optional<proc::ProcessFacts> facts = processes.factsOf(pid);
     KnownApplicationPtr copied = facts ? applications.ofCopy(*facts) : nullptr;
     return copied != nullptr ? copied : named;
+}
+
+/// Of what runs for long without a window of its own, as panels and window managers do, the
+/// descendants are what the user started by it. Of what ran before this program it is not known how
+/// long.
+bool WindowAttribution::isPartOf(const Instance& host, pid_t pid, Seen seen) const
+{
+    const bool mayBeStarting =
+        !host.windowShown && (awaited.contain(host) || seen == Seen::AtStart);
+    return host.processes.contains(pid) || mayBeStarting;
 }
 
 /// A window whose process is nobody's here, such as that of a program on another machine: what it

@@ -3,6 +3,7 @@
 // else announced appears in the tracker by that: late, but certain. Main thread.
 #pragma once
 
+#include "linux/workspace/AwaitedStarts.h"
 #include "linux/workspace/InstanceTracker.h"
 #include "linux/workspace/OwnPrograms.h"
 #include "linux/workspace/ProcessSource.h"
@@ -39,13 +40,16 @@ private:
         Seen seen
     ) const;
     InstancePtr appear(const Sighting& sighting, Seen seen) const;
-    KnownApplicationPtr applicationOf(const WindowFacts& window, const InstancePtr& host) const;
+    KnownApplicationPtr
+    applicationOf(const WindowFacts& window, const InstancePtr& host, Seen seen) const;
+    bool isPartOf(const Instance& host, pid_t pid, Seen seen) const;
     bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
     bool mayHide(const KnownApplication& named, const Instance& host, pid_t pid) const;
     bool isDoubtful(const KnownApplication& application) const;
     void learnFrom(pid_t pid, const KnownApplication& application) const;
 
     InstanceTracker& tracker;
+    AwaitedStarts awaited;
     ProcessSource& processes;
     OwnPrograms& applications;
 };

@@ -1,4 +1,5 @@
 // Whose windows are.
+#include "TrackerTest.h"
 #include "WorkspaceTest.h"
 
 #include <gmock/gmock.h>
@@ -29,6 +30,35 @@ protected:
         exec(10, "innocent");
         heard.clear();
     }
+
+    /// A panel runs as process 10, and was there before anybody listened.
+    void startPanel()
+    {
+        processes.all.push_back(process(10, "xterm"));
+        start();
+    }
+
+    /// Something that the panel started.
+    void startFromPanel(pid_t pid, const std::string& name)
+    {
+        processes.all.push_back(process(pid, name));
+        processes.ancestors[pid] = {10, 1};
+    }
+};
+
+/// In a time of its own.
+class AttributionInTime : public workspace::TrackerTest
+{
+protected:
+    [[nodiscard]] workspace::InstancePtr instanceOf(const workspace::WindowFacts& window) const
+    {
+        return attribution.instanceOf(window, workspace::WindowAttribution::Seen::Now);
+    }
+
+    workspace::FakeApplicationIndex index;
+    workspace::FakeProcessSource processes;
+    workspace::OwnPrograms programs{workspace::MAIN_BUNDLE, index};
+    workspace::WindowAttribution attribution{tracker, processes, programs};
 };
 
 } // namespace
@@ -227,4 +257,61 @@ TEST_F(WindowAttribution, ApplicationOfTheHomeFolderLeavesNoWindowToOneThatIsNot
     windows.show({10, "mousepad", "mousepad", "", 1});
 
     EXPECT_THAT(heard, ElementsAre("did launch innocent"));
+}
+
+TEST_F(WindowAttribution, CopyThatAPanelStartedIsWhatItIsACopyOf)
+{
+    index.copies["/usr/bin/innocent"] = "mousepad";
+    startPanel();
+    startFromPanel(11, "innocent");
+    windows.show({11, "Innocent", "innocent", "", 1});
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+}
+
+TEST_F(WindowAttribution, WindowOfWhatAPanelStartedIsNoneOfThePanel)
+{
+    startPanel();
+    startFromPanel(11, "nobody");
+    windows.show({11, "Something", "something", "", 1});
+    EXPECT_THAT(heard, IsEmpty());
+
+    windows.show({10, "xterm", "xterm", "", 2}); // one of its own
+    EXPECT_THAT(heard, ElementsAre("will launch xterm", "did launch xterm"));
+    windows.show({11, "Something", "something", "", 3});
+    EXPECT_THAT(heard, testing::SizeIs(2));
+}
+
+TEST_F(WindowAttribution, WindowOfAChildThatWasThereBeforeIsItsApplications)
+{
+    processes.all.push_back(process(10, "xterm"));
+    processes.ancestors[12] = {10, 1};
+    windows.windows.push_back({12, "Something", "something", "", 1});
+    start();
+    windows.show({12, "Something", "something", "", 2});
+
+    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_TRUE(desktop.activate(desktop.runningApplications("xterm").front(), 2));
+    EXPECT_THAT(windows.forwardWindows, ElementsAre(1));
+}
+
+TEST_F(AttributionInTime, StartIsAwaitedOnlySoLong)
+{
+    index.add(known("xterm"));
+    index.add(known("mousepad"));
+    index.copies["/usr/bin/innocent"] = "mousepad";
+    processes.all = {process(11, "innocent"), process(12, "nobody")};
+    processes.ancestors = {{11, {10, 1}}, {12, {10, 1}}};
+    start(10, "xterm");
+    EXPECT_EQ(instanceOf({11, "Innocent", "innocent", "", 1}), tracker.instances().ofProcess(10));
+    EXPECT_EQ(instanceOf({12, "Nobody", "nobody", "", 2}), tracker.instances().ofProcess(10));
+
+    time += workspace::AwaitedStarts::LONGEST_START + std::chrono::seconds(1);
+
+    EXPECT_EQ(instanceOf({12, "Nobody", "nobody", "", 2}), nullptr);
+    const auto copy = instanceOf({11, "Innocent", "innocent", "", 1});
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(copy->application->identifier, "mousepad");
 }
