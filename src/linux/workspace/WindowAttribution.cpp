@@ -30,7 +30,7 @@ InstancePtr WindowAttribution::ofProcess(const WindowFacts& window, Seen seen) c
         return isHosts ? host : nullptr;
     }
     if (host != nullptr && host->application->identifier == application->identifier) {
-        learnFrom(pid, *application);
+        learnFrom(window, *application);
         return host;
     }
     InstancePtr own = tracker.instances().ofProcessAs(application->identifier, pid);
@@ -94,7 +94,11 @@ InstancePtr WindowAttribution::ofOther(
     }
     const Sighting sighting{
         .facts = *facts, .application = application, .ancestors = processes.ancestorsOf(pid)};
-    learnFrom(pid, *application);
+    // What a stranger calls its windows says nothing about the next one that executes the same.
+    const KnownApplicationPtr copied = applications.ofCopy(*facts);
+    if (copied != nullptr && copied->identifier == application->identifier) {
+        learnFrom(window, *application);
+    }
     return appear(sighting, seen);
 }
 
@@ -133,9 +137,13 @@ bool WindowAttribution::isDoubtful(const KnownApplication& application) const
     return known.homemade && !known.chosen;
 }
 
-void WindowAttribution::learnFrom(pid_t pid, const KnownApplication& application) const
+void WindowAttribution::learnFrom(const WindowFacts& window, const KnownApplication& application)
+    const
 {
-    const std::optional<proc::ProcessFacts> facts = processes.factsOf(pid);
+    if (window.remote) {
+        return; // what brought the window here brings those of any program
+    }
+    const std::optional<proc::ProcessFacts> facts = processes.factsOf(window.processIdentifier);
     if (facts && applications.ofProcess(*facts) == nullptr) {
         applications.learn(*facts, application.identifier);
     }

@@ -46,7 +46,7 @@ private:
     bool mayShow(const InstancePtr& host, const KnownApplicationPtr& application, pid_t pid) const;
     bool mayHide(const KnownApplication& named, const Instance& host, pid_t pid) const;
     bool isDoubtful(const KnownApplication& application) const;
-    void learnFrom(pid_t pid, const KnownApplication& application) const;
+    void learnFrom(const WindowFacts& window, const KnownApplication& application) const;
 
     InstanceTracker& tracker;
     AwaitedStarts awaited;

@@ -23,6 +23,7 @@ struct WindowFacts
     std::string instanceName;    // instance part of WM_CLASS
     std::string applicationId;   // what the toolkit calls the application; mostly its entry's id
     std::uint64_t window = 0;    // names it while it is there
+    bool remote = false;         // of a program on another machine
 };
 
 class WindowSystem : public platform::Port

@@ -52,6 +52,7 @@ workspace::WindowFacts WindowInspector::factsOf(xcb_window_t window) const
     workspace::WindowFacts facts;
     facts.window = window;
     facts.processIdentifier = processOf(window);
+    facts.remote = !isOfThisMachine(window);
     for (const xcb_atom_t name :
          {desktop.atoms().gtkApplicationId, desktop.atoms().kdeDesktopFile}) {
         if (facts.applicationId.empty()) {

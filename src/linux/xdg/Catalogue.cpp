@@ -37,6 +37,9 @@ Catalogue::Catalogue(Parts parts, const Preference& preference)
             offerForRole(role, index, preference);
         }
     }
+    for (const std::string& folder : parts.searchFolders) {
+        programFolders.insert(realPath(folder));
+    }
     identities.setSearchFolders(std::move(parts.searchFolders));
     fillTables(parts.interpreters);
 }
@@ -253,8 +256,14 @@ Catalogue::keyToLearn(const proc::ProcessFacts& facts, const std::string& id) co
         }
         key = {.kind = ExecutionKey::Kind::Script, .path = realPath(*script)};
     }
-    return identities.applicationsOf(key.path).empty() ? std::optional(std::move(key))
-                                                       : std::nullopt;
+    const bool isOwn = identities.applicationsOf(key.path).empty() &&
+                       (!isForEverybody(key.path) || ofCopy(key.kind, key.path) == application);
+    return isOwn ? std::optional(std::move(key)) : std::nullopt;
+}
+
+bool Catalogue::isForEverybody(const std::string& file) const
+{
+    return programFolders.contains(file.substr(0, file.rfind('/')));
 }
 
 std::set<std::string> Catalogue::files() const

@@ -35,7 +35,7 @@ public:
     {
         std::vector<InstalledApplication> applications; // sorted by id
         std::vector<std::string> interpreters;          // of the scripts among the keys
-        std::vector<std::string> searchFolders;         // where shells look for scripts
+        std::vector<std::string> searchFolders;         // where shells look for programs
     };
 
     Catalogue(Parts parts, const Preference& preference);
@@ -77,7 +77,8 @@ public:
     [[nodiscard]] bool mayHandOver(const std::string& id, const std::string& otherId) const;
 
     /// The file by which such a process could be known again as the application, were it not known
-    /// by anything yet: its executable or its script. Nothing where that would tell too little.
+    /// by anything yet: its executable or its script. Nothing where that would tell too little, as
+    /// does what stands where everybody finds it, unless it is a copy.
     [[nodiscard]] std::optional<ExecutionKey>
     keyToLearn(const proc::ProcessFacts& facts, const std::string& id) const;
 
@@ -98,11 +99,13 @@ private:
     void fillWindowNames(std::size_t index, WindowName part);
     [[nodiscard]] std::optional<std::size_t> claimed(const std::string& pathOrId) const;
     [[nodiscard]] bool sharesItsPrograms(const InstalledApplication& application) const;
+    [[nodiscard]] bool isForEverybody(const std::string& file) const;
 
     std::vector<InstalledApplication> applications; // sorted by id
     std::unordered_map<std::string, std::size_t> byId;
     std::unordered_map<std::string, std::size_t> byRole;
     std::unordered_map<std::string, std::size_t> byWindow; // lower-case names
+    std::set<std::string> programFolders;                  // free of links
     IdentityTable identities;
 };
 

@@ -14,9 +14,14 @@ namespace {
 // Many programs in one file, shells among them.
 constexpr std::string_view BOX = "busybox";
 
-/// Without a version behind it: "python3.11" is "python".
+/// Without a version, and what stands behind that: "python3.11" and "python3-dbg" are "python".
 std::string_view withoutVersion(std::string_view name)
 {
+    const std::size_t version = std::min(name.find_first_of("0123456789"), name.size());
+    const std::size_t behind = name.find_first_not_of("0123456789.", version);
+    if (behind != std::string_view::npos && name[behind] == '-') {
+        name = name.substr(0, version);
+    }
     const std::size_t end = name.find_last_not_of("0123456789.-");
     return end == std::string_view::npos ? name : name.substr(0, end + 1);
 }
@@ -107,10 +112,10 @@ bool endsFiles(std::string_view interpreter, std::string_view option)
 
 bool isInterpreter(const std::string& executable)
 {
-    constexpr std::array<std::string_view, 26> NAMES{
-        "sh",     "bash", "dash",  "zsh",  "ksh",    "mksh", "fish",        "busybox", "python",
-        "pypy",   "perl", "ruby",  "node", "nodejs", "gjs",  "gjs-console", "seed",    "lua",
-        "luajit", "java", "tclsh", "wish", "guile",  "php",  "mono",        "Rscript"};
+    constexpr std::array<std::string_view, 27> NAMES{
+        "sh",     "bash", "dash",  "zsh",  "ksh",    "mksh", "fish",        "busybox",   "python",
+        "pypy",   "perl", "ruby",  "node", "nodejs", "gjs",  "gjs-console", "seed",      "lua",
+        "luajit", "java", "tclsh", "wish", "guile",  "php",  "mono",        "mono-sgen", "Rscript"};
     return isOneOf(withoutVersion(files::baseName(executable)), NAMES);
 }
 

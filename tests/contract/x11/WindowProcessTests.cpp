@@ -46,6 +46,8 @@ protected:
 
     [[nodiscard]] pid_t process() const { return inspector.processOf(window); }
 
+    [[nodiscard]] bool isRemote() const { return inspector.factsOf(window).remote; }
+
 private:
     void change(
         xcb_atom_t name, xcb_atom_t type, std::uint8_t format, std::uint32_t size, const void* data
@@ -80,8 +82,10 @@ TEST_F(WindowProcess, IsTheOneThatTheServerKnows)
     EXPECT_EQ(process(), getpid());
     comesFrom(thisMachine());
     EXPECT_EQ(process(), getpid());
+    EXPECT_FALSE(isRemote());
     comesFrom("elsewhere");
     EXPECT_EQ(process(), getpid());
+    EXPECT_TRUE(isRemote());
 }
 
 TEST_F(WindowProcessByItsWord, IsTheOneThatTheWindowNames)

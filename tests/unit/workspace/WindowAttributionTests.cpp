@@ -88,11 +88,37 @@ TEST_F(WindowAttribution, WindowTellsTheApplicationWhereOneProgramIsSeveral)
 
 TEST_F(WindowAttribution, WhatAWindowRevealedIsLearned)
 {
+    index.copies["/usr/bin/copy-of-mousepad"] = "mousepad";
     start();
     processes.all.push_back(process(10, "copy-of-mousepad"));
     windows.show({10, "mousepad", "mousepad"});
 
     EXPECT_THAT(index.learned, ElementsAre("/usr/bin/copy-of-mousepad is mousepad"));
+}
+
+TEST_F(WindowAttribution, StrangerThatNamesItsWindowsStartsTheApplicationAndIsNotLearned)
+{
+    start();
+    processes.all.push_back(process(10, "ssh"));
+    windows.show({10, "mousepad", "mousepad"});
+
+    EXPECT_THAT(
+        heard, ElementsAre("inserted mousepad", "will launch mousepad", "did launch mousepad")
+    );
+    EXPECT_THAT(index.learned, IsEmpty());
+}
+
+TEST_F(WindowAttribution, WhatTheApplicationExecutesIsLearned)
+{
+    start();
+    exec(10, "mousepad");
+    processes.all.push_back(process(11, "real"));
+    processes.all.push_back(process(12, "viewer"));
+    processes.ancestors = {{11, {10, 1}}, {12, {10, 1}}};
+    windows.show({11, "mousepad", "mousepad", "", 1});
+    windows.show({.processIdentifier = 12, .windowClass = "mousepad", .window = 2, .remote = true});
+
+    EXPECT_THAT(index.learned, ElementsAre("/usr/bin/real is mousepad"));
 }
 
 TEST_F(WindowAttribution, WindowThatNoExecAnnouncedStillLaunchesItsApplication)

@@ -277,3 +277,18 @@ TEST_F(ChoiceTest, CopyOfItsProgramOrScriptIsKnown)
     build();
     EXPECT_EQ(ofCopy(Kind::Executable, "innocent"), "") << "its original is not chosen any more";
 }
+
+TEST_F(ChoiceTest, CopyAmongTheProgramsIsLearnedAndNoOther)
+{
+    folder.copyProgram("/bin/true", "bin/innocent");
+    folder.copyProgram("/bin/ls", "bin/other");
+    build();
+    const auto isLearned = [this](const std::string& name) {
+        proc::ProcessFacts facts;
+        facts.executable = folder.path("bin/" + name);
+        return catalogue->keyToLearn(facts, "foo").has_value();
+    };
+
+    EXPECT_TRUE(isLearned("innocent"));
+    EXPECT_FALSE(isLearned("other"));
+}

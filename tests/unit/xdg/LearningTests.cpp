@@ -11,7 +11,9 @@ namespace {
 xdg::Catalogue catalogueWith(std::vector<xdg::InstalledApplication> applications)
 {
     return xdg::Catalogue(
-        {.applications = std::move(applications), .interpreters = {PYTHON}, .searchFolders = {}},
+        {.applications = std::move(applications),
+         .interpreters = {PYTHON},
+         .searchFolders = {"/usr/bin"}},
         [](const auto&, const auto&) { return 0U; }
     );
 }
@@ -57,6 +59,37 @@ TEST(Learning, ScriptIsLearnedAndNeverItsInterpreter)
     );
     EXPECT_FALSE(catalogue.keyToLearn(process("/usr/bin/bwrap", {"bwrap"}), "foo").has_value());
     EXPECT_FALSE(catalogue.keyToLearn(process(LOADER, {"ld.so", "/opt/x"}), "foo").has_value());
+}
+
+TEST(Learning, InterpreterOfAnyMakeIsNotLearned)
+{
+    const auto catalogue = catalogueWith({applicationOf("foo", script("/usr/bin/foo"))});
+
+    for (const std::string name :
+         {"mono-sgen",
+          "python3-dbg",
+          "python3.11-dbg",
+          "perl5.36-x86_64-linux-gnu",
+          "luajit-2.1.0-beta3"}) {
+        EXPECT_EQ(
+            catalogue.keyToLearn(process("/opt/bin/" + name, {name, "/opt/foo/main"}), "foo"),
+            script("/opt/foo/main")
+        ) << name;
+    }
+}
+
+TEST(Learning, ProgramForEverybodyIsNotLearned)
+{
+    const auto catalogue = catalogueWith({applicationOf("foo", script("/usr/bin/foo"))});
+
+    for (const std::string name : {"ssh", "love", "xpra"}) {
+        EXPECT_FALSE(catalogue.keyToLearn(process("/usr/bin/" + name, {name}), "foo").has_value())
+            << name;
+    }
+    EXPECT_FALSE(
+        catalogue.keyToLearn(process(PYTHON, {"python3", "/usr/bin/xpra"}), "foo").has_value()
+    );
+    EXPECT_TRUE(catalogue.keyToLearn(process("/usr/bin/foo.d/real", {"real"}), "foo").has_value());
 }
 
 TEST(Learning, NothingIsLearnedWhereItWouldTellTooLittle)
