@@ -5,6 +5,7 @@
 #include "desktop/XConnection.h"
 #include "platform/Geometry.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,7 @@ class ToolkitWindow
 public:
     ToolkitWindow(const std::string& display, const platform::Rect& frame) : connection(display)
     {
-        const std::uint32_t values[] = {1, 0};
+        const std::array<std::uint32_t, 2> values{1, 0};
         xcb_create_window(
             connection.get(),
             XCB_COPY_FROM_PARENT,
@@ -29,7 +30,7 @@ public:
             XCB_WINDOW_CLASS_INPUT_OUTPUT,
             XCB_COPY_FROM_PARENT,
             XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
-            values
+            values.data()
         );
         connection.sync();
     }
@@ -74,13 +75,11 @@ public:
     {
         std::string text;
         for (const xcb_key_press_event_t& event : events()) {
-            if (event.response_type == XCB_KEY_PRESS) {
-                const xcb_keysym_t symbol =
-                    symbolOf(event.detail, (event.state & XCB_MOD_MASK_SHIFT) != 0 ? 1 : 0);
-                constexpr xcb_keysym_t LAST_CHARACTER = 0x7e;
-                if (symbol <= LAST_CHARACTER) {
-                    text.push_back(static_cast<char>(symbol));
-                }
+            constexpr xcb_keysym_t LAST_CHARACTER = 0x7e;
+            const int level = (event.state & XCB_MOD_MASK_SHIFT) != 0 ? 1 : 0;
+            const xcb_keysym_t symbol = symbolOf(event.detail, level);
+            if (event.response_type == XCB_KEY_PRESS && symbol <= LAST_CHARACTER) {
+                text.push_back(static_cast<char>(symbol));
             }
         }
         return text;

@@ -5,6 +5,7 @@
 #include "X11World.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -32,7 +33,7 @@ inline xcb_window_t showTyped(ForeignWindows& foreign, const std::string& type)
         0,
         nullptr
     );
-    const xcb_atom_t atoms[] = {
+    const std::array<xcb_atom_t, 2> atoms{
         connection.atom("_KDE_NET_WM_WINDOW_TYPE_OVERRIDE"), connection.atom(type)};
     xcb_change_property(
         connection.get(),
@@ -41,8 +42,8 @@ inline xcb_window_t showTyped(ForeignWindows& foreign, const std::string& type)
         connection.atom("_NET_WM_WINDOW_TYPE"),
         XCB_ATOM_ATOM,
         32,
-        2,
-        atoms
+        atoms.size(),
+        atoms.data()
     );
     xcb_map_window(connection.get(), window);
     connection.sync();
