@@ -12,12 +12,13 @@ namespace {
 
 constexpr auto WELL = "yes";
 constexpr auto NONE = "-";
+constexpr auto NOT_INSTALLED = "not installed";
 
 std::string excuseFor(const Application& application)
 {
     const std::string entry = "/usr/share/applications/" + application.id + ".desktop";
     if (application.entry.empty() && !std::filesystem::exists(entry)) {
-        return "not installed";
+        return NOT_INSTALLED;
     }
     return application.refusesRoot && getuid() == 0 ? "does not run as root" : "";
 }
@@ -119,7 +120,9 @@ bool Matrix::passed() const
 {
     const bool ran =
         std::any_of(rows.begin(), rows.end(), [](const Row& row) { return row.excuse.empty(); });
-    return ran && std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.well; });
+    return ran && std::all_of(rows.begin(), rows.end(), [](const Row& row) {
+               return row.well && row.excuse != NOT_INSTALLED;
+           });
 }
 
 } // namespace applications

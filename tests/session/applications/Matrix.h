@@ -18,7 +18,7 @@ public:
 
     void print(std::ostream& out) const;
 
-    /// True when at least one row ran and all that ran are well.
+    /// True when at least one row ran, all that ran are well, and none lacks its application.
     [[nodiscard]] bool passed() const;
 
 private:

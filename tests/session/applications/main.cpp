@@ -1,5 +1,5 @@
-// Runs every application of the matrix that is installed, and prints the table. A row that cannot
-// run says why, and does not count as passed.
+// Runs every application of the matrix, and prints the table. A row that cannot run says why, and
+// does not count as passed; the whole fails where that is because an application is missing.
 //   applications [PART PARTS]     one part of several, to run them side by side
 #include "desktop/SessionProcesses.h"
 #include "session/applications/Matrix.h"
