@@ -108,6 +108,25 @@ bool endsFiles(std::string_view interpreter, std::string_view option)
     return isOneOf(option, TEXT);
 }
 
+/// What follows the options of the interpreter.
+std::optional<std::string>
+fileAfterOptions(std::string_view interpreter, const std::vector<std::string>& arguments)
+{
+    std::size_t index = 1;
+    while (index < arguments.size() && isOption(interpreter, arguments[index])) {
+        const std::string& option = arguments[index];
+        if (endsFiles(interpreter, option)) {
+            return std::nullopt;
+        }
+        const bool fileFollows = option == "--" || (interpreter == "java" && option == "-jar");
+        index += takesValue(interpreter, option) ? 2U : 1U;
+        if (fileFollows) {
+            break;
+        }
+    }
+    return index < arguments.size() ? std::optional(arguments[index]) : std::nullopt;
+}
+
 } // namespace
 
 bool isInterpreter(const std::string& executable)
@@ -166,28 +185,17 @@ bool isLoader(const std::string& executable)
 std::optional<std::string>
 scriptArgument(const std::string& executable, const std::vector<std::string>& arguments)
 {
-    std::string_view interpreter =
-        isLoader(executable) ? std::string_view("ld") : withoutVersion(files::baseName(executable));
-    std::size_t index = 1;
-    if (interpreter == BOX && arguments.size() > index &&
-        files::baseName(arguments.front()) == BOX) {
-        interpreter = arguments[index++];
-        if (!proc::isShell(interpreter)) {
-            return std::nullopt;
-        }
+    if (isLoader(executable)) {
+        return fileAfterOptions("ld", arguments);
     }
-    while (index < arguments.size() && isOption(interpreter, arguments[index])) {
-        const std::string& option = arguments[index];
-        if (endsFiles(interpreter, option)) {
-            return std::nullopt;
-        }
-        const bool fileFollows = option == "--" || (interpreter == "java" && option == "-jar");
-        index += takesValue(interpreter, option) ? 2U : 1U;
-        if (fileFollows) {
-            break;
-        }
+    const std::string_view interpreter = withoutVersion(files::baseName(executable));
+    const bool boxed =
+        interpreter == BOX && arguments.size() > 1 && files::baseName(arguments.front()) == BOX;
+    if (!boxed) {
+        return fileAfterOptions(interpreter, arguments);
     }
-    return index < arguments.size() ? std::optional(arguments[index]) : std::nullopt;
+    const std::vector<std::string> inside(arguments.begin() + 1, arguments.end());
+    return proc::isShell(inside.front()) ? fileAfterOptions(inside.front(), inside) : std::nullopt;
 }
 
 } // namespace xdg
