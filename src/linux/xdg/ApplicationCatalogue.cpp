@@ -68,14 +68,28 @@ void ApplicationCatalogue::choose(std::set<std::string> identifiers)
 void ApplicationCatalogue::learn(const std::string& id, const ExecutionKey& key)
 {
     thread.post([this, id, key] {
-        const auto kept = choice.kept.find(id);
-        if (kept != choice.kept.end()) {
-            ChosenApplication more{.id = id};
-            more.keys = {key};
-            merge(kept->second, more);
+        ChosenApplication more{.id = id};
+        more.keys = {key};
+        merge(learned.try_emplace(id, more).first->second, more);
+        if (choice.kept.contains(id)) {
             rebuild();
         }
     });
+}
+
+/// True when that made a chosen application known by more.
+bool ApplicationCatalogue::keepLearned()
+{
+    bool isMore = false;
+    for (const auto& [id, more] : learned) {
+        const auto kept = choice.kept.find(id);
+        if (kept != choice.kept.end()) {
+            const ChosenApplication before = kept->second;
+            merge(kept->second, more);
+            isMore = isMore || kept->second != before;
+        }
+    }
+    return isMore;
 }
 
 void ApplicationCatalogue::follow()
@@ -109,6 +123,9 @@ void ApplicationCatalogue::rebuild()
 {
     const auto begin = proc::PollThread::Clock::now();
     std::shared_ptr<const Catalogue> read = builder.build(choice);
+    if (keepLearned()) {
+        read = builder.build(choice);
+    }
     if (keeping) {
         file.write(choice.kept);
     }

@@ -48,13 +48,15 @@ public:
     /// becomes of their entries; all others no longer do.
     void choose(std::set<std::string> identifiers);
 
-    /// The application is also executed so. Forgotten with the program where it is not chosen.
+    /// The application is also executed so. Forgotten with this program unless it is chosen, be it
+    /// later.
     void learn(const std::string& id, const ExecutionKey& key);
 
 private:
     void follow();
     void reload();
     void rebuild();
+    bool keepLearned();
     void planReload(const FolderChanges& changes);
     void watch(const std::string& folder);
 
@@ -66,6 +68,7 @@ private:
     CatalogueBuilder builder; // this and the rest belong to the thread
     ChosenFile file;
     Choice choice;
+    ChosenApplications learned; // their keys only, of all applications
     FolderWatch folders;
     FolderChanges changed; // since the last reading
     bool keeping = false;

@@ -229,3 +229,34 @@ TEST_F(ApplicationCatalogueTest, IndexAnswersFromTheCatalogue)
     EXPECT_EQ(index.withIdentifier("other"), nullptr);
     EXPECT_EQ(index.withIdentifier("com.apple.keychainaccess"), nullptr);
 }
+
+TEST_F(ApplicationCatalogueTest, WhatIsLearnedIsKnownAndKeptOnceItsApplicationIsChosen)
+{
+    const std::string real = folder.copyProgram("/bin/true", "opt/real");
+    folder.writeProgram("bin/foo", "#!/bin/sh\n:\n");
+    add("foo", "foo");
+    const std::string file = folder.path("recognition.conf");
+    xdg::ApplicationCatalogue keeping{
+        environment(), xdg::Roles::shipped(), [](std::string_view /*line*/) {}, file};
+    keeping.start();
+    xdg::XdgApplicationIndex index(keeping);
+    proc::ProcessFacts facts;
+    facts.executable = real;
+    facts.arguments = {"real"};
+    ASSERT_EQ(index.ofProcess(facts), nullptr);
+
+    index.learn(facts, "foo");
+
+    EXPECT_TRUE(index.mayBeApplication(real));
+    const auto known = index.ofProcess(facts);
+    ASSERT_NE(known, nullptr);
+    EXPECT_EQ(known->identifier, "foo");
+    keeping.choose({"foo"});
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] {
+            return std::filesystem::exists(file) &&
+                   desktop::readFile(file).find(real) != std::string::npos;
+        },
+        std::chrono::seconds(10)
+    ));
+}
