@@ -130,7 +130,7 @@ QPalette palette()
 void Theme::install(QApplication& application)
 {
     QApplication::setStyle(new ThemeStyle); // the application's from here on
-    QApplication::setPalette(palette());
+    QApplication::setPalette(palette());    // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
     application.setStyleSheet(styleSheet(QApplication::font()));
 }
 
