@@ -22,7 +22,7 @@ QString marksFor(const QString& text, const QLineEdit& field)
     }
     const int mark =
         field.style()->styleHint(QStyle::SH_LineEdit_PasswordCharacter, nullptr, &field);
-    return QString(text.size(), QChar(mark));
+    return {text.size(), QChar(mark)};
 }
 
 } // namespace

@@ -53,7 +53,7 @@ public:
 
     /// Concealed, it has no rows, for assistive tools and for whoever looks through it. What it
     /// shows then is asked for when it is revealed.
-    void setConcealed(bool concealed);
+    void setConcealed(bool wanted);
 
     /// The row that the keys are on; -1 for none.
     int currentRow() const;
