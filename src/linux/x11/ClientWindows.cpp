@@ -145,8 +145,11 @@ void ClientWindows::add(xcb_window_t window)
     if (windows.contains(window)) {
         return;
     }
+    // A window manager may go on listing a window that is no longer there.
     desktop.connection().selectEvents(
-        window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE
+        window,
+        XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE |
+            XCB_EVENT_MASK_STRUCTURE_NOTIFY
     );
     if (inspector.isUserWindow(window)) {
         const workspace::WindowFacts facts = inspector.factsOf(window);

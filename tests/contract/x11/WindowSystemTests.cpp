@@ -108,3 +108,37 @@ TEST_F(Unmanaged, ReportsWindowsAsTheyAreMapped)
     const auto xterm = world.session.start({"xterm"});
     EXPECT_TRUE(isShownSoon(xterm.id()));
 }
+
+TEST_F(Unmanaged, AWindowThatIsGoneIsReportedThoughItsWindowManagerGoesOnListingIt)
+{
+    ForeignWindows manager(world.session.server().displayName());
+    desktop::XConnection& display = manager.display();
+    const auto say = [&](xcb_window_t of, const char* what, xcb_window_t is) {
+        xcb_change_property(
+            display.get(),
+            XCB_PROP_MODE_REPLACE,
+            of,
+            display.atom(what),
+            XCB_ATOM_WINDOW,
+            32,
+            1,
+            &is
+        );
+    };
+    const xcb_window_t check = manager.create(0, 0);
+    say(check, "_NET_SUPPORTING_WM_CHECK", check);
+    say(display.root(), "_NET_SUPPORTING_WM_CHECK", check);
+    const xcb_window_t frame = manager.create(50, 50);
+    const xcb_window_t framed = showTyped(manager, "_NET_WM_WINDOW_TYPE_NORMAL");
+    xcb_reparent_window(display.get(), framed, frame, 0, 0);
+    say(display.root(), "_NET_CLIENT_LIST", framed);
+    display.sync();
+    std::vector<std::uint64_t> gone;
+    world.windowSystem.onWindowGone = [&](std::uint64_t window) { gone.push_back(window); };
+    world.windowSystem.start();
+    ASSERT_EQ(shown.size(), 1U);
+
+    xcb_destroy_window(display.get(), framed);
+    display.sync();
+    EXPECT_TRUE(soon([&] { return gone == std::vector<std::uint64_t>{framed}; }));
+}

@@ -6,7 +6,9 @@ namespace desktop {
 
 std::vector<xcb_window_t> WindowList::managed()
 {
-    return connection.property(connection.root(), "_NET_CLIENT_LIST");
+    std::vector<xcb_window_t> listed = connection.property(connection.root(), "_NET_CLIENT_LIST");
+    std::erase_if(listed, [this](xcb_window_t window) { return !exists(window); });
+    return listed;
 }
 
 xcb_window_t WindowList::active()
@@ -60,6 +62,14 @@ xcb_window_t WindowList::ofTitle(const std::string& title)
         return titleOf(window) == title;
     });
     return found == all.rend() ? 0 : *found;
+}
+
+bool WindowList::exists(xcb_window_t window)
+{
+    const Reply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(
+        connection.get(), xcb_get_geometry(connection.get(), window), nullptr
+    ));
+    return reply != nullptr;
 }
 
 bool WindowList::isViewable(xcb_window_t window)

@@ -16,7 +16,8 @@ class WindowList
 public:
     explicit WindowList(XConnection& connection) : connection(connection) {}
 
-    /// The windows that the window manager manages, oldest first.
+    /// The windows that the window manager manages, oldest first. One that it goes on listing
+    /// though it is no longer there is none of them.
     std::vector<xcb_window_t> managed();
 
     /// The active window; 0 when none is.
@@ -40,6 +41,7 @@ public:
     /// The latest managed window with this title; 0 when there is none.
     xcb_window_t ofTitle(const std::string& title);
 
+    bool exists(xcb_window_t window);
     bool isViewable(xcb_window_t window);
 
     /// Where the window lies in the root window.
