@@ -37,9 +37,13 @@ protected:
         return menu;
     }
 
+    /// The agent has done all that its own start takes.
+    bool hasComeToRest() const { return session->waitForLine("Did start: OlvoHelper"); }
+
     /// Somebody types on while a terminal starts: it gets what is typed after the lock alone.
     void typeWhileATerminalStarts() const
     {
+        ASSERT_TRUE(hasComeToRest());
         desktop::Typist typist(session->desk.server().displayName(), 'x');
         ASSERT_TRUE(typist.waitForMore(1));
 
