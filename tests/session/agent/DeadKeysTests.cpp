@@ -122,6 +122,7 @@ TEST_F(DeadKeys, OpenTheLockWithWhatTheyMadeInThePasswordWindow)
         session->desk.keyring().items().lookUp("com.quorvent.Tarvel (Password)"),
         "cl" + std::string(E_ACUTE) + " sesame"
     );
+    ASSERT_TRUE(getsKeys("Tarvel")); // the popover, which opens by itself after that
 
     const Recorder xterm(session->desk);
     ASSERT_TRUE(locks());
