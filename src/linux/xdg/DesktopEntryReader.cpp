@@ -79,20 +79,23 @@ std::vector<DesktopEntry> DesktopEntryReader::allEntries()
 {
     std::vector<DesktopEntry> result;
     for (const std::string& folder : environment.dataFolders) {
-        for (auto& item : entryFiles.below(folder + "/applications")) {
-            if (!canBeKept(item.id)) {
-                continue;
-            }
+        auto items = entryFiles.below(folder + "/applications");
+        std::erase_if(items, [](const auto& item) { return !canBeKept(item.id); });
+        for (auto& item : items) {
             DesktopEntry& entry = result.emplace_back(std::move(item.value));
             entry.id = std::move(item.id);
             entry.path = std::move(item.path);
-            entry.homemade = entry.path.starts_with(environment.dataFolders.front() + "/");
-            // Without its program the entry is as good as deleted, too.
-            entry.hidden =
-                entry.hidden || (!entry.tryExec.empty() && !programs.find(entry.tryExec));
+            judge(entry);
         }
     }
     return result;
+}
+
+/// Without its program an entry is as good as deleted, too.
+void DesktopEntryReader::judge(DesktopEntry& entry)
+{
+    entry.homemade = entry.path.starts_with(environment.dataFolders.front() + "/");
+    entry.hidden = entry.hidden || (!entry.tryExec.empty() && !programs.find(entry.tryExec));
 }
 
 std::vector<BusService> DesktopEntryReader::services()

@@ -51,6 +51,9 @@ private:
     /// Of every folder, the preferred folder first.
     std::vector<DesktopEntry> allEntries();
 
+    /// By where it stands and by what it needs.
+    void judge(DesktopEntry& entry);
+
     const XdgEnvironment& environment;
     const ProgramResolver& programs;
     FolderCache<DesktopEntry> entryFiles;
